@@ -1,0 +1,92 @@
+// Slot tables: an object is addressed everywhere by its slot number, which is
+// also the index of its on-screen parts. Removing an object frees its slot; the
+// lowest free slot is used again first.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace varnowick {
+
+// The number of a slot of one kind; -1 means none. Slots of different kinds do
+// not convert into each other.
+template <class Kind>
+struct Slot {
+  int index = -1;
+  constexpr auto operator<=>(const Slot&) const = default;
+  constexpr bool none() const { return index < 0; }
+};
+
+using ShortcutSlot = Slot<struct ShortcutKind>;
+using ContainerSlot = Slot<struct ContainerKind>;
+using PictureSlot = Slot<struct PictureKind>;
+
+template <class Object, class SlotType>
+class SlotTable {
+ public:
+  // Puts the object into the lowest free slot.
+  SlotType add(Object object) {
+    while (firstFree_ < entries_.size() && entries_[firstFree_].InUse) ++firstFree_;
+    const std::size_t at = firstFree_++;
+    if (at == entries_.size())
+      entries_.push_back({true, std::move(object)});
+    else
+      entries_[at] = {true, std::move(object)};
+    ++count_;
+    return {static_cast<int>(at)};
+  }
+
+  // Frees the slot; a slot that is not in use is left alone.
+  void remove(SlotType slot) {
+    if (!contains(slot)) return;
+    entries_[index(slot)] = {};
+    --count_;
+    if (index(slot) < firstFree_) firstFree_ = index(slot);
+  }
+
+  bool contains(SlotType slot) const {
+    return slot.index >= 0 && index(slot) < entries_.size() && entries_[index(slot)].InUse;
+  }
+  // Null when the slot is not in use.
+  Object* find(SlotType slot) { return contains(slot) ? &entries_[index(slot)].object : nullptr; }
+  const Object* find(SlotType slot) const {
+    return contains(slot) ? &entries_[index(slot)].object : nullptr;
+  }
+  // The slot must be in use.
+  Object& operator[](SlotType slot) { return entries_[index(slot)].object; }
+  const Object& operator[](SlotType slot) const { return entries_[index(slot)].object; }
+
+  std::size_t count() const { return count_; }
+  // One past the highest slot ever used: the bound of loops over slot numbers.
+  int bound() const { return static_cast<int>(entries_.size()); }
+  void clear() { *this = {}; }
+  void reserve(std::size_t n) { entries_.reserve(n); }
+
+  // Calls visit(slot, object) for every slot in use, lowest first. The visitor
+  // may remove objects; it must not add any.
+  template <class Visit>
+  void forEach(Visit&& visit) {
+    for (std::size_t i = 0; i < entries_.size(); ++i)
+      if (entries_[i].InUse) visit(SlotType{static_cast<int>(i)}, entries_[i].object);
+  }
+  template <class Visit>
+  void forEach(Visit&& visit) const {
+    for (std::size_t i = 0; i < entries_.size(); ++i)
+      if (entries_[i].InUse) visit(SlotType{static_cast<int>(i)}, entries_[i].object);
+  }
+
+ private:
+  struct Entry {
+    bool InUse = false;
+    Object object{};
+  };
+  static std::size_t index(SlotType slot) { return static_cast<std::size_t>(slot.index); }
+
+  std::vector<Entry> entries_;
+  std::size_t firstFree_ = 0;
+  std::size_t count_ = 0;
+};
+
+}  // namespace varnowick

@@ -1,0 +1,137 @@
+// The scene: everything that lies on one window, as a tree of nodes. It finds,
+// hit-tests and keeps the input state; it neither paints (painter.h) nor knows
+// where nodes come from (workspace_scene.h) nor any window.
+#pragma once
+
+#include <compare>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "core/units.h"
+#include "ui/scene/canvas.h"
+
+namespace varnowick {
+
+// The kinds of control, by the names the program knows them under. Kinds that
+// exist once have slot 0.
+enum class ControlKind : unsigned char {
+  None,
+  Frame,      // the window itself, root of the tree
+  DockStrip,  // what stays visible when collapsed
+  TitleBar,
+  lblCaption,
+  PicShrinkExpandAllToolbar,
+  PicFoldUnfoldAllToolbar,
+  PicRSSToolbar,
+  PicLockToolbar,
+  PicUnlockToolbar,
+  PicDockToolbar,
+  picBack,  // the main panel
+  BottomBar,
+  cmdAdd,
+  cmdSettings,
+  cmdMenu,
+  lblShortcut,   // caption; the clickable whole of a shortcut, parent of its icon
+  picShortcut,   // icon
+  PicContainer,  // frame of a picture
+  PicImage,      // its image
+  Container,
+  ContainerFrame,  // its body
+  ContainerLabel,  // its title text
+  lblFoldUnfold,
+  ContainerIcon,  // the tile picture while shrunk
+  ContainerNote,
+  LstRSS,
+  lblRSSLastUpdate,
+  ProgressText,
+  ScrollThumb
+};
+
+// Names a node. An id whose node is gone or hidden resolves to none.
+struct NodeId {
+  ControlKind kind = ControlKind::None;
+  int slot = 0;
+  auto operator<=>(const NodeId&) const = default;
+  bool none() const { return kind == ControlKind::None; }
+};
+
+struct NodeIdHash {
+  std::size_t operator()(const NodeId& id) const {
+    return static_cast<std::size_t>(id.kind) * 1000003U + static_cast<std::size_t>(id.slot);
+  }
+};
+
+struct Node {
+  NodeId id;
+  NodeId parent;
+  TwipsRect rect;  // relative to the parent
+  std::wstring text;
+  ImageRef image;
+  bool visible = true;
+  bool enabled = true;
+  bool hitTarget = true;  // false: the mouse sees what lies behind
+  bool focusable = false;
+  bool selected = false;
+  bool clipsChildren = false;
+  std::vector<NodeId> children;  // in painting order
+};
+
+class Scene {
+ public:
+  Scene();  // holds the root {Frame, 0}
+
+  // Adds a node as the last child of its parent, or returns the one with that id
+  // (moved under the given parent). The reference is good until the next add.
+  Node& create(NodeId id, NodeId parent);
+  // Removes the node with everything below it. Removing none is harmless.
+  void remove(NodeId id);
+  Node* find(NodeId id);
+  const Node* find(NodeId id) const;
+  NodeId root() const { return {ControlKind::Frame, 0}; }
+  // Moves the node to the front among its siblings.
+  void raise(NodeId id);
+
+  // True when the node and all above it exist and are visible.
+  bool shown(NodeId id) const;
+  // The node's rectangle relative to the window. Empty when there is none.
+  TwipsRect windowRect(NodeId id) const;
+  // The topmost visible hit target at a point of the window; none outside all.
+  NodeId hitTest(Point<Twips> windowPoint) const;
+  // Nodes in painting order, parents before children, visible ones only.
+  std::vector<NodeId> visibleNodes() const;
+
+ private:
+  NodeId hitTestBelow(const Node& node, Point<Twips> local) const;
+  std::unordered_map<NodeId, Node, NodeIdHash> nodes_;
+};
+
+// The four ids of input state. Ids whose node has gone resolve to none.
+class InputState {
+ public:
+  explicit InputState(const Scene& scene) : scene_(&scene) {}
+  NodeId hovered() const { return resolve(hovered_); }
+  NodeId pressed() const { return resolve(pressed_); }
+  NodeId captured() const { return resolve(captured_); }
+  NodeId focused() const { return resolve(focused_); }
+
+  // Each returns true when something that is drawn differently has changed.
+  bool mouseMoved(Point<Twips> at);
+  bool mouseLeft();
+  bool mousePressed(Point<Twips> at);
+  // The node that was clicked: pressed and released on the same node, else none.
+  NodeId mouseReleased(Point<Twips> at);
+  // Losing the capture cancels a press or drag.
+  void captureLost();
+  void capture(NodeId id) { captured_ = id; }
+  bool focus(NodeId id);
+  // Steps through focusable nodes in painting order, wrapping round.
+  bool focusNext(bool backwards);
+
+ private:
+  NodeId resolve(NodeId id) const { return scene_->shown(id) ? id : NodeId{}; }
+  const Scene* scene_;
+  NodeId hovered_, pressed_, captured_, focused_;
+};
+
+}  // namespace varnowick
