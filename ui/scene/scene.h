@@ -4,8 +4,10 @@
 #pragma once
 
 #include <compare>
+#include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/units.h"
@@ -62,6 +64,15 @@ struct NodeIdHash {
   }
 };
 
+// What a node's own record says about its look; the palette says the rest.
+struct NodeLook {
+  std::optional<Colour> back;
+  std::optional<Colour> fore;
+  float points = 0;  // height of the text; 0: the kind's usual height
+  bool bold = false;
+  bool small = false;  // shortcuts: caption beside the icon instead of under it
+};
+
 struct Node {
   NodeId id;
   NodeId parent;
@@ -75,6 +86,8 @@ struct Node {
   bool selected = false;
   bool clipsChildren = false;
   std::vector<NodeId> children;  // in painting order
+  Point<Twips> scroll;           // the children lie this much further left and up
+  NodeLook look;
 };
 
 class Scene {
@@ -82,7 +95,9 @@ class Scene {
   Scene();  // holds the root {Frame, 0}
 
   // Adds a node as the last child of its parent, or returns the one with that id
-  // (moved under the given parent). The reference is good until the next add.
+  // (moved under the given parent). The reference is good until the node is
+  // removed. A parent that does not exist stands for the root; a node is never
+  // put below itself.
   Node& create(NodeId id, NodeId parent);
   // Removes the node with everything below it. Removing none is harmless.
   void remove(NodeId id);
@@ -91,11 +106,19 @@ class Scene {
   NodeId root() const { return {ControlKind::Frame, 0}; }
   // Moves the node to the front among its siblings.
   void raise(NodeId id);
+  // Moves the node just behind the first of the siblings in front of which
+  // `before` puts it, looking from the front. Adding in order costs nothing.
+  template <class Before>
+  void sink(NodeId id, Before&& before);
 
   // True when the node and all above it exist and are visible.
   bool shown(NodeId id) const;
   // The node's rectangle relative to the window. Empty when there is none.
   TwipsRect windowRect(NodeId id) const;
+  // The part of windowRect that no ancestor clips away; empty when out of sight.
+  TwipsRect seenRect(NodeId id) const;
+  // A point of the window relative to the node.
+  Point<Twips> toNode(NodeId id, Point<Twips> windowPoint) const;
   // The topmost visible hit target at a point of the window; none outside all.
   NodeId hitTest(Point<Twips> windowPoint) const;
   // Nodes in painting order, parents before children, visible ones only.
@@ -103,8 +126,26 @@ class Scene {
 
  private:
   NodeId hitTestBelow(const Node& node, Point<Twips> local) const;
+  void collectVisible(const Node& node, std::vector<NodeId>& into) const;
+  void eraseBelow(NodeId id);
+  void unlink(const Node& node);
+  bool isBelow(NodeId id, NodeId ancestor) const;
   std::unordered_map<NodeId, Node, NodeIdHash> nodes_;
 };
+
+template <class Before>
+void Scene::sink(NodeId id, Before&& before) {
+  const Node* node = find(id);
+  if (node == nullptr || node->parent.none()) return;
+  std::vector<NodeId>& row = find(node->parent)->children;
+  std::size_t at = 0;
+  while (at < row.size() && row[row.size() - 1 - at] != id) ++at;
+  std::size_t i = row.size() - 1 - at;
+  while (i > 0 && before(id, row[i - 1])) {
+    std::swap(row[i], row[i - 1]);
+    --i;
+  }
+}
 
 // The four ids of input state. Ids whose node has gone resolve to none.
 class InputState {
@@ -116,6 +157,7 @@ class InputState {
   NodeId focused() const { return resolve(focused_); }
 
   // Each returns true when something that is drawn differently has changed.
+  // While a node is captured nothing else is hovered.
   bool mouseMoved(Point<Twips> at);
   bool mouseLeft();
   bool mousePressed(Point<Twips> at);
