@@ -4,7 +4,7 @@
 
 namespace varnowick {
 
-Scene::Scene() { nodes_.emplace(root(), Node{.id = root(), .parent = {}, .rect = {}}); }
+Scene::Scene() { nodes_[root()].id = root(); }
 
 Node* Scene::find(NodeId id) {
   const auto at = nodes_.find(id);

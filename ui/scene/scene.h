@@ -17,6 +17,9 @@ namespace varnowick {
 
 // The kinds of control, by the names the program knows them under. Kinds that
 // exist once have slot 0.
+// GCC 12 takes a scoped enumerator for a shadow of the panel constant picBack.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
 enum class ControlKind : unsigned char {
   None,
   Frame,      // the window itself, root of the tree
@@ -49,6 +52,7 @@ enum class ControlKind : unsigned char {
   ProgressText,
   ScrollThumb
 };
+#pragma GCC diagnostic pop
 
 // Names a node. An id whose node is gone or hidden resolves to none.
 struct NodeId {
@@ -106,8 +110,8 @@ class Scene {
   NodeId root() const { return {ControlKind::Frame, 0}; }
   // Moves the node to the front among its siblings.
   void raise(NodeId id);
-  // Moves the node just behind the first of the siblings in front of which
-  // `before` puts it, looking from the front. Adding in order costs nothing.
+  // Moves the node back past the siblings that `before(node, sibling)` puts in
+  // front of it. Costs nothing when nodes are added in that order.
   template <class Before>
   void sink(NodeId id, Before&& before);
 

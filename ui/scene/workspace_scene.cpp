@@ -1,0 +1,229 @@
+#include "ui/scene/workspace_scene.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "ui/scene/metrics.h"
+
+namespace varnowick {
+
+namespace {
+
+constexpr NodeId one(ControlKind kind) { return {kind, 0}; }
+constexpr NodeId kMainPanel = one(ControlKind::picBack);
+
+struct ToolbarRow {
+  ControlKind kind;
+  const wchar_t* asset;
+  const wchar_t* name;
+};
+// In the order on screen; lock and unlock share a place.
+constexpr std::array<ToolbarRow, 6> kToolbar{{
+    {ControlKind::PicShrinkExpandAllToolbar, L"shrinkall", L"Shrink/Expand All"},
+    {ControlKind::PicFoldUnfoldAllToolbar, L"foldall", L"Fold/Unfold All"},
+    {ControlKind::PicRSSToolbar, L"rss", L"Refresh All Feeds"},
+    {ControlKind::PicLockToolbar, L"lock", L"Lock"},
+    {ControlKind::PicUnlockToolbar, L"unlock", L"Unlock"},
+    {ControlKind::PicDockToolbar, L"dock", L"Dock Now"},
+}};
+constexpr float kToolbarPlaces = 5;
+
+}  // namespace
+
+WorkspaceScene::WorkspaceScene(const Settings& settings, const Workspace& workspace,
+                               TextMeasure* measure)
+    : settings_(settings), workspace_(workspace), measure_(measure) {}
+
+Node& WorkspaceScene::put(ControlKind kind, NodeId parent, TwipsRect rect) {
+  Node& node = scene_.create(one(kind), parent);
+  node.rect = rect;
+  return node;
+}
+
+void WorkspaceScene::build(const FrameLayout& layout) {
+  built_ = false;
+  setFrame(layout);
+}
+
+void WorkspaceScene::setFrame(const FrameLayout& layout) {
+  layout_ = layout;
+  const NodeId frame = scene_.root();
+  scene_.find(frame)->rect = {{}, {}, layout.window.width, layout.window.height};
+  scene_.find(frame)->text = layout.caption;
+
+  const Insets& in = layout.insets;
+  const Twips zero{};
+  const Twips width = std::max(zero, layout.window.width - in.left - in.right);
+  const Twips height = std::max(zero, layout.window.height - in.top - in.bottom);
+  const Twips titleHeight = std::min(kTitleBarHeight, height);
+  // A bar too low for everything keeps its title and its panel.
+  const bool roomForBottom = height > kTitleBarHeight + kBottomBarHeight + kReach;
+  const Twips bottomHeight = roomForBottom ? kBottomBarHeight : zero;
+  const Twips panelHeight = height - titleHeight - bottomHeight;
+
+  layoutTitleBar({in.left, in.top, width, titleHeight});
+  Node& panel =
+      put(ControlKind::picBack, frame, {in.left, in.top + titleHeight, width, panelHeight});
+  panel.clipsChildren = true;
+  panel.image = {};
+  if (!settings_.wallpaper.empty())
+    panel.image = {ImageRef::Source::PictureFile, settings_.wallpaper};
+  Node& progress =
+      put(ControlKind::ProgressText, frame,
+          {in.left, in.top + titleHeight + panelHeight - kProgressHeight, width, kProgressHeight});
+  progress.text = layout.progress;
+  progress.visible = !layout.progress.empty();
+  progress.hitTarget = false;
+  layoutBottomBar({in.left, in.top + titleHeight + panelHeight, width, bottomHeight});
+
+  const Size<Twips> size{width, panelHeight};
+  if (!built_ || size != panelSize_) {
+    panelSize_ = size;
+    relayObjects();
+    built_ = true;
+  }
+  put(ControlKind::ScrollThumb, frame, {}).focusable = false;
+  layoutStrip();
+  scrollTo(layout.scroll);
+}
+
+void WorkspaceScene::layoutTitleBar(const TwipsRect& bar) {
+  put(ControlKind::TitleBar, scene_.root(), bar).clipsChildren = true;
+  const NodeId titleBar = one(ControlKind::TitleBar);
+  const Twips toolbarLeft = std::max(kPad, bar.width - kToolbarButton * kToolbarPlaces - Twips{60});
+  Node& caption =
+      put(ControlKind::lblCaption, titleBar, {kPad, {}, toolbarLeft - kPad, bar.height});
+  caption.text = layout_.caption;
+  // The title bar behind it is what the window is dragged by.
+  caption.hitTarget = false;
+
+  Twips left = toolbarLeft;
+  for (const ToolbarRow& row : kToolbar) {
+    Node& button =
+        put(row.kind, titleBar,
+            {left, (bar.height - kToolbarButton) * 0.5F, kToolbarButton, kToolbarButton});
+    button.text = row.name;
+    button.focusable = true;
+    button.image = {};
+    if (layout_.buttonImages) button.image = {ImageRef::Source::Asset, row.asset};
+    if (row.kind == ControlKind::PicLockToolbar) {
+      button.visible = !layout_.locked;
+      continue;  // the unlock button stands in the same place
+    }
+    if (row.kind == ControlKind::PicUnlockToolbar) button.visible = layout_.locked;
+    left += kToolbarButton;
+  }
+}
+
+void WorkspaceScene::layoutBottomBar(const TwipsRect& bar) {
+  Node& node = put(ControlKind::BottomBar, scene_.root(), bar);
+  node.clipsChildren = true;
+  node.visible = !bar.empty();
+  const std::array<std::pair<ControlKind, const wchar_t*>, 3> buttons{
+      {{ControlKind::cmdAdd, L"Add"},
+       {ControlKind::cmdSettings, L"Settings"},
+       {ControlKind::cmdMenu, L"Menu"}}};
+  const Twips width = bar.width * (1.0F / 3.0F);
+  Twips left{};
+  for (const auto& [kind, text] : buttons) {
+    Node& button = put(kind, one(ControlKind::BottomBar), {left, {}, width, bar.height});
+    button.text = text;
+    button.focusable = true;
+    left += width;
+  }
+}
+
+void WorkspaceScene::layoutStrip() {
+  Node& strip = put(ControlKind::DockStrip, scene_.root(), {});
+  const auto [width, height] = layout_.window;
+  strip.visible = layout_.collapsedTo != ScreenEdge::None;
+  switch (layout_.collapsedTo) {
+    case ScreenEdge::None:
+      break;
+    case ScreenEdge::Left:
+      strip.rect = {width - kDockStripWidth, {}, kDockStripWidth, height};
+      break;
+    case ScreenEdge::Right:
+      strip.rect = {{}, {}, kDockStripWidth, height};
+      break;
+    case ScreenEdge::Top:
+      strip.rect = {{}, height - kDockStripWidth, width, kDockStripWidth};
+      break;
+    case ScreenEdge::Bottom:
+      strip.rect = {{}, {}, width, kDockStripWidth};
+      break;
+  }
+}
+
+void WorkspaceScene::relayObjects() {
+  // Slots are numbers up to the tables' bounds, those not in use included, so
+  // that nodes of objects that are gone are hidden.
+  for (int i = 0; i < workspace_.containers.bound(); ++i) updateContainer({i});
+  for (int i = 0; i < workspace_.shortcuts.bound(); ++i) updateShortcut({i});
+  for (int i = 0; i < workspace_.pictures.bound(); ++i) updatePicture({i});
+}
+
+Twips WorkspaceScene::contentHeight() const {
+  Twips height{};
+  for (const NodeId id : scene_.find(kMainPanel)->children) {
+    const Node& node = *scene_.find(id);
+    if (node.visible) height = std::max(height, node.rect.bottom());
+  }
+  return height > Twips{} ? height + kPad : height;
+}
+
+Twips WorkspaceScene::scrollTo(Twips offset) {
+  Node* panel = scene_.find(kMainPanel);
+  if (panel == nullptr) return {};
+  const Twips most = std::max(Twips{}, contentHeight() - panel->rect.height);
+  layout_.scroll = std::clamp(sane({{}, offset, {}, {}}, {}).top, Twips{}, most);
+  panel->scroll.y = layout_.scroll;
+  layoutThumb();
+  return layout_.scroll;
+}
+
+void WorkspaceScene::layoutThumb() {
+  const TwipsRect panel = scene_.find(kMainPanel)->rect;
+  const Twips content = contentHeight();
+  Node& thumb = *scene_.find(one(ControlKind::ScrollThumb));
+  thumb.visible = content > panel.height && !panel.empty();
+  if (!thumb.visible) return;
+  const float share = panel.height.value / content.value;
+  const Twips height = std::min(panel.height, std::max(Twips{300}, panel.height * share));
+  const float way = layout_.scroll.value / (content - panel.height).value;
+  thumb.rect = {panel.right() - kScrollThumbWidth - Twips{15},
+                panel.top + (panel.height - height) * way, kScrollThumbWidth, height};
+}
+
+bool WorkspaceScene::scrollToShow(NodeId id) {
+  bool onPanel = false;
+  for (const Node* node = scene_.find(id); node != nullptr; node = scene_.find(node->parent))
+    onPanel = onPanel || node->parent == kMainPanel;
+  if (!onPanel) return false;
+  const TwipsRect panel = scene_.windowRect(kMainPanel);
+  const TwipsRect rect = scene_.windowRect(id);
+  const Twips before = layout_.scroll;
+  if (rect.top < panel.top || rect.height > panel.height)
+    scrollTo(before + rect.top - panel.top - kPad);
+  else if (rect.bottom() > panel.bottom())
+    scrollTo(before + rect.bottom() - panel.bottom() + kPad);
+  return layout_.scroll != before;
+}
+
+Panel WorkspaceScene::panelAt(Point<Twips> windowPoint) const {
+  for (const Node* node = scene_.find(scene_.hitTest(windowPoint)); node != nullptr;
+       node = scene_.find(node->parent)) {
+    if (node->id.kind == ControlKind::Container) return {containerOf(node->id)};
+  }
+  return picBack;
+}
+
+Point<Twips> WorkspaceScene::toPanel(Panel panel, Point<Twips> windowPoint) const {
+  const NodeId id = panel.isMain() ? kMainPanel : containerNode(panel.container);
+  const Point<Twips> local = scene_.toNode(id, windowPoint);
+  const Node* node = scene_.find(id);
+  return node == nullptr ? local : Point<Twips>{local.x + node->scroll.x, local.y + node->scroll.y};
+}
+
+}  // namespace varnowick
