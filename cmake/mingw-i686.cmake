@@ -1,0 +1,14 @@
+# Cross compiler for i686 Windows. The win32 thread model is named outright: the
+# posix one links winpthreads, whose imports Windows 2000 and XP do not have.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR i686)
+set(VARNOWICK_TRIPLE i686-w64-mingw32)
+set(CMAKE_CXX_COMPILER ${VARNOWICK_TRIPLE}-g++-win32)
+set(CMAKE_RC_COMPILER ${VARNOWICK_TRIPLE}-windres)
+set(CMAKE_AR ${VARNOWICK_TRIPLE}-gcc-ar-win32)
+set(CMAKE_RANLIB ${VARNOWICK_TRIPLE}-gcc-ranlib-win32)
+set(CMAKE_FIND_ROOT_PATH /usr/${VARNOWICK_TRIPLE})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
