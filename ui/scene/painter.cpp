@@ -1,0 +1,342 @@
+#include "ui/scene/painter.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "ui/scene/signs.h"
+
+namespace varnowick {
+
+namespace {
+
+constexpr unsigned kSquareTop = 1U | 2U;
+constexpr unsigned kSquareBottom = 4U | 8U;
+constexpr float kChromePoints = 9;
+constexpr float kSmallChromePoints = 8;
+// Longer texts never fit; handing them on would only cost time.
+constexpr std::size_t kLongestText = 4000;
+
+class ScenePainter {
+ public:
+  ScenePainter(const Scene& scene, const InputState& input, Density density, Canvas& canvas)
+      : scene_(scene),
+        canvas_(canvas),
+        density_(density),
+        hovered_(input.hovered()),
+        pressed_(input.pressed()),
+        focused_(input.focused()) {}
+
+  // `origin` is where the parent's content begins, in twips of the window.
+  void paint(const Node& node, Point<Twips> origin, const Palette& palette, const PixelRect& clip);
+
+ private:
+  void paintNode(const Node& node, const PixelRect& rect, const Palette& palette);
+  void paintFrame(const PixelRect& rect, const Palette& p);
+  void paintBar(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintMainPanel(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintToolButton(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintBarButton(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintShortcut(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintPicture(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintContainer(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintTitle(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintFoldBox(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintTile(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintBody(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintNote(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintList(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintThumb(const Node& node, const PixelRect& rect, const Palette& p);
+
+  void text(const PixelRect& rect, const std::wstring& text, const TextStyle& style) {
+    if (rect.empty() || text.empty()) return;
+    canvas_.text(rect, std::wstring_view(text).substr(0, kLongestText), style);
+  }
+  TextStyle chrome(Colour colour, float points, bool bold = false) const {
+    TextStyle style;
+    style.points = points;
+    style.bold = bold;
+    style.colour = colour;
+    style.vertical = VAlign::Centre;
+    return style;
+  }
+  void focus(const Node& node, const PixelRect& rect, int inset) {
+    if (node.id == focused_) canvas_.focusFrame(rect.inset(px(inset)));
+  }
+  bool isHovered(const Node& node) const { return node.id == hovered_; }
+  // Pressed and still under the mouse: letting go would be a click.
+  bool isPressed(const Node& node) const { return node.id == pressed_ && isHovered(node); }
+
+  // Pixels of the usual density on this one, at least one.
+  Pixels px(int usual) const {
+    return {std::max(1, roundHalfToEven(static_cast<double>(usual) * density_.dpi / 96.0))};
+  }
+  PixelRect middle(const PixelRect& rect, Pixels side) const {
+    return {{rect.left.value + (rect.width.value - side.value) / 2},
+            {rect.top.value + (rect.height.value - side.value) / 2},
+            side,
+            side};
+  }
+
+  const Scene& scene_;
+  Canvas& canvas_;
+  Density density_;
+  NodeId hovered_, pressed_, focused_;
+};
+
+void ScenePainter::paint(const Node& node, Point<Twips> origin, const Palette& palette,
+                         const PixelRect& clip) {
+  if (!node.visible) return;
+  const TwipsRect place = node.rect.translated(origin.x, origin.y);
+  const PixelRect rect = toPixels(place, density_);
+  const PixelRect seen = clip.intersect(rect);
+  if (!seen.empty()) paintNode(node, rect, palette);
+  if (node.children.empty() || (node.clipsChildren && seen.empty())) return;
+
+  const Point<Twips> content{place.left - node.scroll.x, place.top - node.scroll.y};
+  if (node.clipsChildren) canvas_.pushClip(rect);
+  // Everything in a container is painted with that container's colours.
+  std::optional<Palette> own;
+  if (node.id.kind == ControlKind::Container) own = inContainer(palette, node.look);
+  for (const NodeId child : node.children)
+    if (const Node* below = scene_.find(child))
+      paint(*below, content, own ? *own : palette, node.clipsChildren ? seen : clip);
+  if (node.clipsChildren) canvas_.popClip();
+}
+
+void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Palette& p) {
+  switch (node.id.kind) {
+    case ControlKind::Frame:
+      return paintFrame(rect, p);
+    case ControlKind::TitleBar:
+    case ControlKind::BottomBar:
+      return paintBar(node, rect, p);
+    case ControlKind::lblCaption:
+      return text(rect, node.text, chrome(p.barText, kChromePoints, true));
+    case ControlKind::PicShrinkExpandAllToolbar:
+    case ControlKind::PicFoldUnfoldAllToolbar:
+    case ControlKind::PicRSSToolbar:
+    case ControlKind::PicLockToolbar:
+    case ControlKind::PicUnlockToolbar:
+    case ControlKind::PicDockToolbar:
+      return paintToolButton(node, rect, p);
+    case ControlKind::cmdAdd:
+    case ControlKind::cmdSettings:
+    case ControlKind::cmdMenu:
+      return paintBarButton(node, rect, p);
+    case ControlKind::picBack:
+      return paintMainPanel(node, rect, p);
+    case ControlKind::lblShortcut:
+      return paintShortcut(node, rect, p);
+    case ControlKind::PicContainer:
+      return paintPicture(node, rect, p);
+    case ControlKind::picShortcut:
+    case ControlKind::PicImage:
+      return canvas_.image(rect, node.image);
+    case ControlKind::Container:
+      return paintContainer(node, rect, inContainer(p, node.look));
+    case ControlKind::ContainerFrame:
+      return paintBody(node, rect, p);
+    case ControlKind::ContainerLabel:
+      return paintTitle(node, rect, p);
+    case ControlKind::lblFoldUnfold:
+      return paintFoldBox(node, rect, p);
+    case ControlKind::ContainerIcon:
+      return paintTile(node, rect, p);
+    case ControlKind::ContainerNote:
+      return paintNote(node, rect, p);
+    case ControlKind::LstRSS:
+      return paintList(node, rect, p);
+    case ControlKind::lblRSSLastUpdate:
+      return text(rect, node.text, chrome(p.mutedText, kSmallChromePoints));
+    case ControlKind::ProgressText: {
+      canvas_.fill(rect, p.barTop);
+      return text(rect.inset(px(4)), node.text, chrome(p.barText, kSmallChromePoints));
+    }
+    case ControlKind::ScrollThumb:
+      return paintThumb(node, rect, p);
+    case ControlKind::DockStrip:
+      if (p.showDockStrip) canvas_.fill(rect, p.dockStrip);
+      return;
+    case ControlKind::None:
+      return;
+  }
+}
+
+void ScenePainter::paintFrame(const PixelRect& rect, const Palette& p) {
+  canvas_.fill(rect, p.backTop);
+  canvas_.frame(rect, {0}, p.barEdge);
+}
+
+void ScenePainter::paintBar(const Node& node, const PixelRect& rect, const Palette& p) {
+  canvas_.gradient(rect, p.barTop, p.barBottom, true);
+  const bool top = node.id.kind == ControlKind::TitleBar;
+  canvas_.fill({rect.left, top ? rect.bottom() - px(1) : rect.top, rect.width, px(1)}, p.barEdge);
+}
+
+void ScenePainter::paintMainPanel(const Node& node, const PixelRect& rect, const Palette& p) {
+  canvas_.gradient(rect, p.backTop, p.backBottom, true);
+  if (node.image.source != ImageRef::Source::None && !p.highContrast)
+    canvas_.image(rect, node.image);
+}
+
+void ScenePainter::paintToolButton(const Node& node, const PixelRect& rect, const Palette& p) {
+  const PixelRect box = rect.inset(px(1));
+  if (isPressed(node))
+    canvas_.box(box, px(4), p.barPressed, p.barPressed, p.accent, 0);
+  else if (isHovered(node))
+    canvas_.box(box, px(4), p.barHover, p.barHover, p.highContrast ? p.accent : p.barHover, 0);
+  if (node.image.source == ImageRef::Source::None)
+    drawSign(canvas_, node.id.kind, rect, px(1), isHovered(node) ? p.text : p.barText);
+  else
+    canvas_.image(middle(rect, px(16)), node.image);
+  focus(node, box, 1);
+}
+
+void ScenePainter::paintBarButton(const Node& node, const PixelRect& rect, const Palette& p) {
+  const PixelRect box = rect.inset(px(3));
+  if (isPressed(node))
+    canvas_.box(box, px(4), p.barPressed, p.barPressed, p.accent, 0);
+  else if (isHovered(node))
+    canvas_.box(box, px(4), p.barHover, p.barHover, p.highContrast ? p.accent : p.barHover, 0);
+  // Sign and caption are centred as one; the usual width of a letter is near
+  // enough for that.
+  const Pixels sign = px(12);
+  const Pixels words = px(7 * static_cast<int>(std::min<std::size_t>(node.text.size(), 40)));
+  const Pixels left{rect.left.value + std::max(0, (rect.width - sign - px(6) - words).value / 2)};
+  const Colour colour = isHovered(node) ? p.text : p.barText;
+  drawSign(canvas_, node.id.kind, {left, rect.top, sign, rect.height}, px(1), colour);
+  const Pixels textLeft = left + sign + px(6);
+  text({textLeft, rect.top, rect.right() - textLeft - px(2), rect.height}, node.text,
+       chrome(colour, kChromePoints));
+  focus(node, box, 1);
+}
+
+void ScenePainter::paintShortcut(const Node& node, const PixelRect& rect, const Palette& p) {
+  const Pixels radius = px(5);
+  const bool highlighted = isPressed(node) || node.selected;
+  if (highlighted && p.highContrast) {
+    canvas_.box(rect, radius, p.accent, p.accent, p.accent, 0);
+  } else if (highlighted) {
+    const float share = isPressed(node) ? 0.34F : 0.24F;
+    canvas_.box(rect, radius, mix(p.backTop, p.accent, share), mix(p.backBottom, p.accent, share),
+                p.accent, 0);
+  } else if (isHovered(node)) {
+    const Colour lit = mix(p.backTop, p.text, 0.10F);
+    canvas_.box(rect, radius, p.highContrast ? p.backTop : lit, p.highContrast ? p.backTop : lit,
+                p.highContrast ? p.accent : mix(p.backTop, p.text, 0.22F), 0);
+  }
+  TextStyle style;
+  style.face = p.captionFace;
+  style.points = node.look.points;
+  style.bold = node.look.bold;
+  style.colour = p.text;
+  if (node.look.fore && !p.highContrast) style.colour = readable(*node.look.fore, p.backTop);
+  if (highlighted && p.highContrast) style.colour = p.selectedText;
+
+  const Node* icon = scene_.find({ControlKind::picShortcut, node.id.slot});
+  const PixelRect iconRect = icon == nullptr ? PixelRect{} : toPixels(icon->rect, density_);
+  if (node.look.small) {
+    const Pixels left = rect.left + iconRect.right() + px(6);
+    style.vertical = VAlign::Centre;
+    text({left, rect.top, rect.right() - left - px(4), rect.height}, node.text, style);
+  } else {
+    const Pixels top = rect.top + iconRect.bottom() + px(3);
+    const PixelRect caption{rect.left + px(3), top, rect.width - px(6),
+                            rect.bottom() - top - px(2)};
+    style.horizontal = HAlign::Centre;
+    const float line = node.look.points * static_cast<float>(density_.dpi) / 72.0F;
+    style.wrap = static_cast<float>(caption.height.value) > line * 2.2F;
+    text(caption, node.text, style);
+  }
+  focus(node, rect, 2);
+}
+
+void ScenePainter::paintPicture(const Node& node, const PixelRect& rect, const Palette& p) {
+  const Colour edge = node.selected || isHovered(node) ? p.accent : p.pictureBorder;
+  canvas_.box(rect, px(4), p.bodyTop, p.bodyBottom, edge, 0);
+  focus(node, rect, 1);
+}
+
+void ScenePainter::paintContainer(const Node& node, const PixelRect& rect, const Palette& p) {
+  canvas_.box(rect, px(5), p.bodyTop, p.bodyBottom, node.selected ? p.accent : p.border, 0);
+}
+
+void ScenePainter::paintTitle(const Node& node, const PixelRect& rect, const Palette& p) {
+  const Node* box = scene_.find({ControlKind::Container, node.id.slot});
+  const bool alone = box != nullptr && !(box->rect.height > node.rect.height);
+  const bool lit = isHovered(node) && !p.highContrast;
+  const Colour top = lit ? mix(p.titleTop, p.titleText, 0.07F) : p.titleTop;
+  const Colour bottom = lit ? mix(p.titleBottom, p.titleText, 0.07F) : p.titleBottom;
+  const bool selected = box != nullptr && box->selected;
+  canvas_.box(rect, px(5), top, bottom, selected ? p.accent : p.border, alone ? 0U : kSquareBottom);
+  if (!alone) {
+    const Colour edge = p.highContrast ? p.border : mix(p.titleBottom, p.barEdge, 0.6F);
+    canvas_.fill({rect.left + px(1), rect.bottom() - px(1), rect.width - px(2), px(1)}, edge);
+  }
+  const Node* fold = scene_.find({ControlKind::lblFoldUnfold, node.id.slot});
+  const Pixels room = fold == nullptr ? px(4) : density_.toPixels(fold->rect.width);
+  text({rect.left + px(8), rect.top, rect.width - px(8) - room, rect.height}, node.text,
+       chrome(p.titleText, kChromePoints, true));
+  focus(node, rect, 2);
+}
+
+void ScenePainter::paintFoldBox(const Node& node, const PixelRect& rect, const Palette& p) {
+  const PixelRect box = middle(rect, px(13));
+  const Colour ink = mix(p.titleText, p.titleTop, isHovered(node) || p.highContrast ? 0.0F : 0.25F);
+  const Colour ground = mix(p.titleTop, p.titleText, isPressed(node) ? 0.25F : 0.0F);
+  canvas_.box(box, px(3), ground, ground, mix(ink, p.titleTop, p.highContrast ? 0.0F : 0.35F), 0);
+  drawFoldSign(canvas_, node.text == L"+", box, px(1), ink);
+}
+
+void ScenePainter::paintTile(const Node& node, const PixelRect& rect, const Palette& p) {
+  const Node* box = scene_.find({ControlKind::Container, node.id.slot});
+  const bool selected = box != nullptr && box->selected;
+  const float lift = p.highContrast ? 0.0F : isHovered(node) ? 0.22F : 0.0F;
+  const Colour top = p.highContrast ? p.bodyTop : mix(p.titleBottom, p.titleText, lift * 0.5F);
+  canvas_.box(rect, px(5), top, p.bodyTop, selected || lift > 0 ? p.accent : p.border, 0);
+  canvas_.image(middle(rect, px(28)), node.image);
+  focus(node, rect, 2);
+}
+
+void ScenePainter::paintBody(const Node& node, const PixelRect& rect, const Palette& p) {
+  const Node* note = scene_.find({ControlKind::ContainerNote, node.id.slot});
+  // A note fills the whole body with its colour, a margin round its text.
+  if (note != nullptr && note->visible)
+    canvas_.box(rect, px(5), p.noteBack, p.noteBack, p.border, kSquareTop);
+}
+
+void ScenePainter::paintNote(const Node& node, const PixelRect& rect, const Palette& p) {
+  TextStyle style = chrome(p.noteText, kChromePoints);
+  style.vertical = VAlign::Top;
+  style.wrap = true;
+  text({rect.left + px(4), rect.top, rect.width - px(8), rect.height}, node.text, style);
+  focus(node, rect, 0);
+}
+
+void ScenePainter::paintList(const Node& node, const PixelRect& rect, const Palette& p) {
+  if (node.children.empty()) {
+    TextStyle style = chrome(isHovered(node) ? p.accent : p.mutedText, kSmallChromePoints);
+    style.horizontal = HAlign::Centre;
+    style.wrap = true;
+    text(rect.inset(px(8)), node.text, style);
+  }
+  focus(node, rect, 2);
+}
+
+void ScenePainter::paintThumb(const Node& node, const PixelRect& rect, const Palette& p) {
+  const bool lit = isHovered(node) || isPressed(node);
+  const Colour ink = p.highContrast ? p.text : mix(p.backBottom, p.text, lit ? 0.45F : 0.25F);
+  canvas_.box(rect, px(2), ink, ink, ink, 0);
+}
+
+}  // namespace
+
+void paintScene(const Scene& scene, const InputState& input, const Palette& palette,
+                Density density, const PixelRect& dirty, Canvas& canvas) {
+  if (dirty.empty()) return;
+  canvas.pushClip(dirty);
+  ScenePainter(scene, input, density, canvas).paint(*scene.find(scene.root()), {}, palette, dirty);
+  canvas.popClip();
+}
+
+}  // namespace varnowick
