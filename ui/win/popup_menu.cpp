@@ -1,0 +1,46 @@
+#include "ui/win/popup_menu.h"
+
+#include <cstddef>
+
+#include "platform/win32/handles.h"
+
+namespace varnowick {
+namespace {
+
+// Appends the rows from `at` that are as deep as `depth`, and those below them.
+HMENU build(const std::vector<MenuItem>& items, std::size_t& at, int depth) {
+  const HMENU menu = CreatePopupMenu();
+  while (at < items.size() && items[at].depth >= depth) {
+    const MenuItem& item = items[at++];
+    if (item.caption.empty()) {
+      AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+      continue;
+    }
+    const UINT state = static_cast<UINT>((item.checked ? MF_CHECKED : MF_UNCHECKED) |
+                                         (item.enabled ? MF_ENABLED : MF_GRAYED));
+    if (at < items.size() && items[at].depth > depth) {
+      const HMENU below = build(items, at, depth + 1);
+      AppendMenuW(menu, MF_POPUP | state, reinterpret_cast<UINT_PTR>(below), item.caption.c_str());
+      continue;
+    }
+    const std::wstring text = item.key.empty() ? item.caption : item.caption + L"\t" + item.key;
+    AppendMenuW(menu, MF_STRING | state, static_cast<UINT_PTR>(item.command), text.c_str());
+  }
+  return menu;
+}
+
+}  // namespace
+
+int showPopupMenu(HWND owner, const std::vector<MenuItem>& items, POINT screen) {
+  std::size_t at = 0;
+  const MenuHandle menu(build(items, at, 0));
+  SetForegroundWindow(owner);
+  const int command = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x,
+                                     screen.y, 0, owner, nullptr);
+  // As documented for menus that are not opened from a menu bar: without a
+  // message behind it the next menu could close at once.
+  PostMessageW(owner, WM_NULL, 0, 0);
+  return command;
+}
+
+}  // namespace varnowick

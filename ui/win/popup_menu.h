@@ -1,0 +1,25 @@
+// Popup menus from rows of depth, command, caption and state. Knows nothing of
+// what the commands do; the caller runs the one that comes back.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace varnowick {
+
+struct MenuItem {
+  int depth = 0;         // 0: the menu itself; a deeper row belongs to the row above it
+  int command = 0;       // 0: a separator, or the head of a submenu
+  std::wstring caption;  // "&" marks the mnemonic; empty: a separator
+  std::wstring key;      // shown at the right, such as "F8"
+  bool checked = false;
+  bool enabled = true;
+};
+
+// Shows the menu at a point of the screen and waits. The command chosen, or 0.
+// The owner is brought to the foreground, so that a click elsewhere closes it.
+int showPopupMenu(HWND owner, const std::vector<MenuItem>& items, POINT screen);
+
+}  // namespace varnowick
