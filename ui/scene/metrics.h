@@ -18,7 +18,7 @@ inline constexpr Twips kProgressHeight{300};
 
 // A shortcut in the large style with the usual icon of 32 pixels; a bigger icon
 // makes a bigger cell.
-inline constexpr Size<Twips> kShortcutCell{{1350}, {1050}};
+inline constexpr Size<Twips> kShortcutCell{{1320}, {1050}};
 inline constexpr Size<Twips> kSmallShortcutCell{{2700}, {330}};
 inline constexpr Twips kSmallIcon{240};
 

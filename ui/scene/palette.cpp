@@ -61,11 +61,13 @@ Colour readable(Colour text, Colour ground) {
 Palette makePalette(const Settings& settings) {
   Palette p;
   const Colour back = settings.background;
-  p.backTop = settings.gradient ? mix(back, kBlack, 0.14F) : back;
+  // Shades stay faint on light grounds, where they would look dirty.
+  const float depth = luminance(back) < 0.35F ? 1.0F : 0.4F;
+  p.backTop = settings.gradient ? mix(back, kBlack, 0.14F * depth) : back;
   p.backBottom = settings.gradient ? mix(back, kWhite, 0.02F) : back;
-  p.barTop = mix(back, kBlack, 0.22F);
-  p.barBottom = mix(back, kBlack, 0.32F);
-  p.barEdge = mix(back, kBlack, 0.5F);
+  p.barTop = mix(back, kBlack, 0.22F * depth);
+  p.barBottom = mix(back, kBlack, 0.32F * depth);
+  p.barEdge = mix(back, kBlack, 0.5F * depth);
   p.barHover = towardsText(p.barTop, 0.10F);
   p.barPressed = towardsText(p.barTop, 0.04F);
   p.text = readable(settings.foreground, back);
