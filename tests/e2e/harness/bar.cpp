@@ -1,0 +1,80 @@
+#include "tests/e2e/harness/bar.h"
+
+#include "tests/e2e/harness/input.h"
+#include "tests/e2e/harness/screen.h"
+#include "tests/e2e/harness/waiting.h"
+#include "ui/win/win_events.h"
+
+namespace varnowick::e2e {
+namespace {
+
+HWND loadedWindow(const RunningProgram& program) {
+  program.waitUntilLoaded();
+  return program.mainWindow();
+}
+
+// The part of the window that is on the screen.
+RECT visiblePart(const RECT& rect) {
+  const int left = GetSystemMetrics(SM_XVIRTUALSCREEN);
+  const int top = GetSystemMetrics(SM_YVIRTUALSCREEN);
+  const RECT screen{left, top, left + GetSystemMetrics(SM_CXVIRTUALSCREEN),
+                    top + GetSystemMetrics(SM_CYVIRTUALSCREEN)};
+  RECT part{};
+  IntersectRect(&part, &rect, &screen);
+  return part;
+}
+
+}  // namespace
+
+Bar::Bar(const RunningProgram& program, Events& events)
+    : window_(loadedWindow(program)), program_(program), events_(events) {}
+
+RECT Bar::rect() const { return rectOf(window_); }
+
+void Bar::expand() {
+  events_.expect(kEventExpanded, L"expanded", [&] {
+    const RECT strip = visiblePart(rect());
+    mouse::moveTo(centreOf(strip));
+  });
+}
+
+void Bar::leave() {
+  events_.expect(kEventCollapsed, L"collapsed", [&] { mouse::moveAwayFrom(rect()); });
+}
+
+POINT Bar::emptyPlace() const {
+  const RECT seen = visiblePart(rect());
+  const POINT at{(seen.left + seen.right) / 2, seen.top + (seen.bottom - seen.top) * 3 / 4};
+  return at;
+}
+
+void Bar::focus() {
+  const RECT seen = visiblePart(rect());
+  const int thin = toPixels(40) + 1;
+  if (seen.right - seen.left <= thin || seen.bottom - seen.top <= thin) expand();
+  const POINT at = emptyPlace();
+  require(L"the bar to be reachable with the mouse",
+          [&] { return WindowFromPoint(at) == window_; });
+  mouse::click(at);
+  require(L"the bar to come to the front", [&] { return GetForegroundWindow() == window_; });
+}
+
+void Bar::openMenu() {
+  focus();
+  events_.expect(kEventMenuOpened, L"menu opened", [&] { mouse::rightClick(emptyPlace()); });
+  require(L"the menu's window", [&] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+}
+
+void Bar::choose(const std::wstring& mnemonics) {
+  for (const wchar_t mnemonic : mnemonics) keyboard::type(std::wstring(1, mnemonic));
+}
+
+void Bar::click(const std::wstring& name) {
+  const AccessibleItem item = accessible().waitFor(name);
+  const POINT at = centreOf(item.rect);
+  require(L"a place of the bar to be reachable with the mouse: " + name,
+          [&] { return WindowFromPoint(at) == window_; });
+  mouse::click(at);
+}
+
+}  // namespace varnowick::e2e

@@ -1,0 +1,45 @@
+// The main window as the user meets it: a strip at the screen's edge on which
+// the mouse rests, and the bar that then slides out.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "tests/e2e/harness/accessible.h"
+#include "tests/e2e/harness/events.h"
+#include "tests/e2e/harness/running_program.h"
+
+namespace varnowick::e2e {
+
+class Bar {
+ public:
+  // Waits until the program has loaded.
+  Bar(const RunningProgram& program, Events& events);
+
+  HWND window() const { return window_; }
+  RECT rect() const;
+  AccessibleWindow accessible() const { return AccessibleWindow(window_); }
+
+  // Rests the mouse on the visible strip and waits until the bar has come out.
+  void expand();
+  // Takes the mouse away and waits until the bar has gone back.
+  void leave();
+  // Expands when needed and clicks an empty place, so that keys go to the bar.
+  // The lower part of the panel has to be empty.
+  void focus();
+  // Opens the main menu by a right click on an empty place.
+  void openMenu();
+  // Chooses from the open menu by mnemonics, one for each level.
+  void choose(const std::wstring& mnemonics);
+  // Clicks the shortcut, container or button of that name.
+  void click(const std::wstring& name);
+
+ private:
+  POINT emptyPlace() const;
+  HWND window_;
+  const RunningProgram& program_;
+  Events& events_;
+};
+
+}  // namespace varnowick::e2e

@@ -1,0 +1,168 @@
+#include "tests/e2e/harness/data_files.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "tests/e2e/harness/waiting.h"
+
+namespace varnowick::e2e {
+namespace {
+
+constexpr const char* kEnd = "\r\n";
+
+std::string line(const std::string& text) { return text + kEnd; }
+
+std::string shortcutRecord(const ShortcutRow& s, bool inContainer) {
+  const std::string command =
+      inContainer ? (s.command ? "True" : "False") : (s.command ? "1" : "0");
+  const std::pair<const char*, std::string> rows[] = {
+      {"[Size]", number(10)},
+      {"[LinkX]", number(s.x)},
+      {"[LinkY]", number(s.y)},
+      {"[LinkLabel]", ansi(s.caption)},
+      {"[LinkType]", number(s.command ? 3 : 2)},
+      {"[LinkPath]", ansi(s.path)},
+      {"[LinkParam]", ansi(s.parameters)},
+      {"[Color]", "-1"},
+      {"[Bold]", "0"},
+      {"[Confirm]", s.confirm ? "1" : "0"},
+      {"[Command]", command},
+      {"[Icon]", ""},
+      {"[GROUP]", ""},
+      {"[EXCLUSIVE]", "0"},
+      {"[TAGSTART]", "0"},
+  };
+  std::string record = line("[Link]");
+  for (const auto& [key, value] : rows) record += line(key) + line(value);
+  return record;
+}
+
+std::vector<std::pair<std::string, std::string>> initialRows() {
+  return {{"[Hidden]", "0"},
+          {"[WindowState]", " 0"},
+          {"[X]", number(kCollapsedLeft)},
+          {"[Y]", number(kBarTop)},
+          {"[W]", number(kBarWidth)},
+          {"[H]", number(kBarHeight)},
+          {"[Align]", "1"},
+          {"[ConfirmDelete]", "1"},
+          {"[AutoExpand]", "0"},
+          {"[AutoExpandDelay]", " 1"},
+          {"[AutoShrink]", "0"},
+          {"[GlobalHotkey]", "0"},
+          {"[GlobalHotkeyChar]", "S"},
+          {"[GlobalHotkeyMod]", " 8"},
+          {"[GlobalHotkeyDetached]", "0"},
+          {"[FloatingToolbar]", "0"},
+          {"[ExtractURLs]", "1"},
+          {"[FoldOnClick]", "1"},
+          {"[Translucent]", "0"},
+          {"[Animate]", "0"},
+          {"[VisibleBorderCollapsed]", "1"},
+          {"[Undock Immediately]", "0"},
+          {"[Taskbar]", "0"},
+          {"[Buttons]", "Vista"},
+          {"[Font Size]", " 10"},
+          {"[Font Name]", "Verdana"},
+          {"[Large Icon Size]", " 32"},
+          {"[LOCKED]", "0"},
+          {"[Background]", " 3549730"},
+          {"[Gradient]", "1"},
+          {"[PictureBorder]", " 7232070"},
+          {"[ContainerFor]", " 4798005"},
+          {"[ContainerLabel]", " 7493694"},
+          {"[DockingColor]", " 14721871"},
+          {"[ContainerTextBack]", " 13169919"},
+          {"[ContainerTextFor]", " 1323580"},
+          {"[Foreground]", " 16183531"},
+          {"[Wallpaper]", ""},
+          {"[Stretch]", "0"},
+          {"[ShowTime]", "0"},
+          {"[CheckForUpdatesOnStartup]", "0"},
+          {"[DragToDetach]", "1"},
+          {"[ShowTags]", "1"},
+          {"[ShowTrayIcon]", "0"},
+          {"[Dbl-Click]", "0"},
+          {"[ConfirmStartAllShortcuts]", "1"},
+          {"[RSSOpenDirectlyOnSite]", "1"},
+          {"[RSSLoadOnStartup]", "0"},
+          {"[RSSHighlight]", "0"},
+          {"[RSSchkFullValue]", " 0"},
+          {"[RSSchkHeadlineValue]", " 1"},
+          {"[RSSViewerOnTop]", " 0"},
+          {"[RSSViewerX]", " 3000"},
+          {"[RSSViewerY]", " 1500"},
+          {"[RSSViewerW]", " 9000"},
+          {"[RSSViewerH]", " 7500"},
+          {"[RSSUseProxy]", "0"}};
+}
+
+}  // namespace
+
+std::string number(int value) { return (value < 0 ? "" : " ") + std::to_string(value); }
+
+std::string ansi(const std::wstring& text) {
+  BOOL lost = FALSE;
+  std::string bytes(text.size() * 2 + 1, '\0');
+  const int used =
+      WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.c_str(), static_cast<int>(text.size()),
+                          bytes.data(), static_cast<int>(bytes.size()), nullptr, &lost);
+  if (lost) throw HarnessError(L"the code page of this system cannot hold: " + text);
+  bytes.resize(static_cast<std::size_t>(used));
+  return bytes;
+}
+
+SettingsFile::SettingsFile() : rows_(initialRows()) {}
+
+SettingsFile& SettingsFile::set(const std::string& key, const std::string& value) {
+  const auto row =
+      std::find_if(rows_.begin(), rows_.end(), [&](const auto& r) { return r.first == key; });
+  if (row == rows_.end()) {
+    rows_.emplace_back(key, value);
+  } else {
+    row->second = value;
+  }
+  return *this;
+}
+
+SettingsFile& SettingsFile::window(int x, int y, int width, int height) {
+  return set("[X]", number(x))
+      .set("[Y]", number(y))
+      .set("[W]", number(width))
+      .set("[H]", number(height));
+}
+
+SettingsFile& SettingsFile::add(const ShortcutRow& shortcut) {
+  records_ += shortcutRecord(shortcut, false);
+  return *this;
+}
+
+std::string SettingsFile::bytes() const {
+  std::string all = line("106");
+  for (const auto& [key, value] : rows_) all += line(key) + line(value);
+  return all + records_;
+}
+
+std::string containerFile(const ContainerRow& c) {
+  const std::pair<const char*, std::string> rows[] = {{"[Name]", ansi(c.name)},
+                                                      {"[Backcolor]", " 4798005"},
+                                                      {"[Forecolor]", " 16777215"},
+                                                      {"[Icon]", ""},
+                                                      {"[CopyPath]", ""},
+                                                      {"[AutoRefresh]", " 0"},
+                                                      {"[NOTE ON]", c.note.empty() ? "0" : "1"}};
+  std::string file = line("106") + line("[Container]") + line("-1");
+  for (const auto& [key, value] : rows) file += line(key) + line(value);
+  file += line("[START Note]") + c.note + line("[END Note]");
+  file +=
+      "[Reminder]\r\n0\r\n[ReminderTime]\r\n\r\n[ReminderDate]\r\n\r\n[Readable]\r\n\r\nTEMP\r\n";
+  file += line("[Folded]") + line(c.folded ? "1" : "0") + "[Flipped]\r\n0\r\n[Shrink]\r\n0\r\n";
+  const std::pair<const char*, int> sizes[] = {
+      {"[X]", c.x}, {"[Y]", c.y}, {"[W]", c.width}, {"[H]", c.height}};
+  for (const auto& [key, value] : sizes) file += line(key) + line(number(value));
+  for (const ShortcutRow& s : c.shortcuts) file += shortcutRecord(s, true);
+  return file;
+}
+
+}  // namespace varnowick::e2e
