@@ -1,0 +1,52 @@
+#include "core/startup.h"
+
+namespace varnowick {
+namespace {
+
+constexpr std::size_t kRootFolderLength = 3;  // as in "C:\"
+constexpr int kOldestMajorVersion = 5;        // Windows 2000
+
+// A Yes/No question goes on unless the answer is No.
+bool agreed(int answer) { return answer != kMsgAnswerNo; }
+
+}  // namespace
+
+StartDecision decideStart(Files& files, System& system, MsgBox& msgBox) {
+  const std::wstring title = kProgramTitle;
+  const std::wstring programFolder = system.programFolder();
+  if (programFolder.size() == kRootFolderLength) {
+    msgBox.show(title + L" cannot run from the root folder of the drive.",
+                kMsgCritical | kMsgSystemModal, title);
+    return {};
+  }
+  if (system.majorVersion() < kOldestMajorVersion) {
+    msgBox.show(title + L" Requires Windows 2000 or above. Sorry.", kMsgCritical | kMsgSystemModal,
+                title);
+    return {};
+  }
+  const bool portable = files.exists(programFolder + L"\\LOCATIONROOT");
+  return {true, portable,
+          portable ? programFolder : system.applicationDataFolder() + L"\\Varnowick"};
+}
+
+RestartDecision decideRestart(Files& files, System& system, MsgBox& msgBox,
+                              const std::wstring& dataFolder) {
+  const std::wstring restarter = system.programFolder() + L"\\Restarter.exe";
+  if (!files.exists(restarter)) {
+    msgBox.show(L"Can't find: " + restarter + L". Please reinstall the program.", kMsgExclamation,
+                kProgramTitle);
+    return {};
+  }
+  if (!agreed(msgBox.show(L"Ignore all recent changes and restart the program?",
+                          kMsgYesNo | kMsgExclamation, kProgramTitle)))
+    return {};
+  files.remove(dataFolder + L"\\Varnowick.REC");
+  return {true, restarter};
+}
+
+bool confirmDefaultSettings(MsgBox& msgBox) {
+  return agreed(msgBox.show(L"Are you sure you want to load the default settings?",
+                            kMsgYesNo | kMsgQuestion, kProgramTitle));
+}
+
+}  // namespace varnowick
