@@ -1,0 +1,146 @@
+#include "ui/win/docking_driver.h"
+
+#include <mmsystem.h>
+
+#include <vector>
+
+#include "platform/screen.h"
+
+namespace varnowick {
+namespace {
+
+constexpr int kFullOpacity = 255;
+constexpr int kTranslucentOpacity = 200;
+// Raised only while the bar slides: a finer timer costs the machine energy.
+constexpr UINT kFineTimer = 1;  // ms
+
+UINT_PTR systemTimer(TimerId id) { return static_cast<UINT_PTR>(id) + 1; }
+
+bool systemAnimates() {
+#ifndef SPI_GETCLIENTAREAANIMATION
+  constexpr UINT SPI_GETCLIENTAREAANIMATION = 0x1042;
+#endif
+  BOOL on = TRUE;
+  // Systems before Vista do not know the setting and animate.
+  return !SystemParametersInfoW(SPI_GETCLIENTAREAANIMATION, 0, &on, 0) || on;
+}
+
+BOOL CALLBACK addProgramWindow(HWND window, LPARAM list) {
+  if (!IsWindowVisible(window)) return TRUE;
+  RECT rect{};
+  POINT origin{};
+  GetWindowRect(window, &rect);
+  ClientToScreen(window, &origin);
+  reinterpret_cast<std::vector<std::pair<POINT, RECT>>*>(list)->push_back({origin, rect});
+  return TRUE;
+}
+
+}  // namespace
+
+DockingDriver::~DockingDriver() {
+  if (fineTimer_) timeEndPeriod(kFineTimer);
+}
+
+Density DockingDriver::density() const { return platform_.monitors.density(); }
+
+PixelRect DockingDriver::windowPixels() const {
+  RECT r{};
+  GetWindowRect(window_, &r);
+  return {{r.left}, {r.top}, {r.right - r.left}, {r.bottom - r.top}};
+}
+
+void DockingDriver::start(const TwipsRect& rect, bool hidden) {
+  place(rect);
+  apply(rules_.start(inputs(), hidden));
+  startTimer(TimerId::TimerHide);
+}
+
+DockInputs DockingDriver::inputs() const {
+  DockInputs in;
+  in.window = rect_;
+  in.density = density();
+  in.screen = screenExtents(platform_.monitors, rect_);
+  in.cursor = platform_.cursor.position();
+  in.leftButtonDown = platform_.cursor.leftButtonDown();
+  std::vector<std::pair<POINT, RECT>> found;
+  EnumThreadWindows(GetCurrentThreadId(), &addProgramWindow, reinterpret_cast<LPARAM>(&found));
+  std::vector<ProgramWindow> windows;
+  windows.reserve(found.size());
+  for (const auto& [origin, r] : found)
+    windows.push_back({{{origin.x}, {origin.y}},
+                       {in.density.toTwips(Pixels{r.right - r.left}),
+                        in.density.toTwips(Pixels{r.bottom - r.top})}});
+  in.mouseOnWindow = MouseOnWindow(windows, in.cursor, in.density);
+  in.maximised = IsZoomed(window_) || IsIconic(window_);
+  in.keepOpen = hooks_.keepOpen && hooks_.keepOpen();
+  in.blocked = in.keepOpen;
+  in.animate = settings_.animate;
+  in.systemAnimations = systemAnimates();
+  in.undockImmediately = settings_.undockImmediately;
+  in.visibleBorderCollapsed = settings_.visibleBorderCollapsed;
+  in.shownOpacity = settings_.translucent ? kTranslucentOpacity : kFullOpacity;
+  return in;
+}
+
+void DockingDriver::place(const TwipsRect& rect) {
+  rect_ = rect;
+  const PixelRect px = toPixels(rect, density());
+  SetWindowPos(window_, nullptr, px.left.value, px.top.value, px.width.value, px.height.value,
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
+void DockingDriver::apply(const DockEffects& effects) {
+  if (effects.prepareCollapse && hooks_.prepareCollapse) hooks_.prepareCollapse();
+  if (effects.opacity)
+    SetLayeredWindowAttributes(window_, 0, static_cast<BYTE>(*effects.opacity), LWA_ALPHA);
+  if (effects.moveTo) {
+    rect_.left = effects.moveTo->x;
+    rect_.top = effects.moveTo->y;
+    const PixelRect px = toPixels(rect_, density());
+    SetWindowPos(window_, nullptr, px.left.value, px.top.value, 0, 0,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSIZE | SWP_NOOWNERZORDER);
+  }
+  for (const TimerAction& action : effects.timers)
+    action.start ? startTimer(action.id) : stopTimer(action.id);
+  if (effects.caption != CaptionChange::None && hooks_.captionChanged)
+    hooks_.captionChanged(effects.caption == CaptionChange::Suspended);
+  if (effects.change != DockChange::None && hooks_.changed) hooks_.changed(effects.change);
+}
+
+bool DockingDriver::tick(TimerId id) {
+  switch (id) {
+    case TimerId::TimerShow:
+      apply(rules_.TimerShowTick(inputs()));
+      return true;
+    case TimerId::TimerSlide:
+      apply(rules_.TimerSlideTick(inputs()));
+      return true;
+    case TimerId::TimerHide:
+      apply(rules_.TimerHideTick(inputs()));
+      return true;
+    default:
+      return false;
+  }
+}
+
+void DockingDriver::noteWindowRect() {
+  const PixelRect now = windowPixels();
+  if (now == toPixels(rect_, density())) return;
+  rect_ = toTwips(now, density());
+}
+
+void DockingDriver::startTimer(TimerId id) {
+  if (id == TimerId::TimerSlide && !fineTimer_)
+    fineTimer_ = timeBeginPeriod(kFineTimer) == TIMERR_NOERROR;
+  SetTimer(window_, systemTimer(id), static_cast<UINT>(timerRow(id).interval), nullptr);
+}
+
+void DockingDriver::stopTimer(TimerId id) {
+  KillTimer(window_, systemTimer(id));
+  if (id == TimerId::TimerSlide && fineTimer_) {
+    timeEndPeriod(kFineTimer);
+    fineTimer_ = false;
+  }
+}
+
+}  // namespace varnowick

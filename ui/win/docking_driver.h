@@ -1,0 +1,64 @@
+// Ties the docking rules to a window: gathers their inputs, applies their
+// effects, and keeps the window's exact place in twips, which pixels cannot hold.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+
+#include "core/settings.h"
+#include "platform/platform.h"
+#include "sidebar/docking.h"
+
+namespace varnowick {
+
+class DockingDriver {
+ public:
+  struct Hooks {
+    std::function<bool()> keepOpen;
+    std::function<void()> prepareCollapse;
+    std::function<void(bool suspended)> captionChanged;
+    std::function<void(DockChange)> changed;
+  };
+
+  DockingDriver(const Platform& platform, const Settings& settings, Hooks hooks)
+      : platform_(platform), settings_(settings), hooks_(std::move(hooks)) {}
+  ~DockingDriver();
+  DockingDriver(const DockingDriver&) = delete;
+  DockingDriver& operator=(const DockingDriver&) = delete;
+
+  void attach(HWND window) { window_ = window; }
+  // Places the window, and docks it when it stands at an edge.
+  void start(const TwipsRect& rect, bool hidden);
+
+  Docking& rules() { return rules_; }
+  const Docking& rules() const { return rules_; }
+  DockInputs inputs() const;
+  void apply(const DockEffects& effects);
+  // Runs the tick of a timer of kTimers; false when it is none of docking's.
+  bool tick(TimerId id);
+
+  // The window's rectangle on the screen has been changed by the system or the
+  // user; small roundings of our own placement do not count.
+  void noteWindowRect();
+  const TwipsRect& rect() const { return rect_; }
+  TwipsRect rectToSave() const { return rules_.rectToSave(inputs()); }
+
+  void startTimer(TimerId id);
+  void stopTimer(TimerId id);
+
+ private:
+  PixelRect windowPixels() const;
+  Density density() const;
+  void place(const TwipsRect& rect);
+
+  Platform platform_;
+  const Settings& settings_;
+  Hooks hooks_;
+  Docking rules_;
+  HWND window_ = nullptr;
+  TwipsRect rect_;
+  bool fineTimer_ = false;
+};
+
+}  // namespace varnowick
