@@ -1,0 +1,165 @@
+// Docking of the main window: when it collapses to a strip at a screen edge,
+// slides, expands and floats. Each call takes what the window has gathered and
+// returns what it shall do; there is no window, timer or clock in here.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "core/units.h"
+#include "core/workspace.h"
+#include "sidebar/screen_extents.h"
+#include "sidebar/timers.h"
+
+namespace varnowick {
+
+inline constexpr Twips kCollapsedStrip{40};  // stays on screen when collapsed
+inline constexpr Twips kSlideStep{500};      // per tick
+inline constexpr int kFadeStep = 40;         // of 255, per tick
+inline constexpr Pixels kRestTolerance{3};   // a mouse that moves no more rests
+inline constexpr Twips kEdgeTolerance{120};  // nearer to a border than this is at it
+// A strip that is to be invisible must not be fully transparent: the system
+// passes the mouse through windows of opacity 0.
+inline constexpr int kHiddenStripOpacity = 1;
+inline constexpr const wchar_t* kSuspendedCaption = L"AUTO-COLLAPSE SUSPENDED";
+
+struct DockInputs {
+  TwipsRect window;      // outer rectangle of the main window, on the screen
+  ScreenExtents screen;  // screenExtents(monitors, window)
+  Density density;
+  Point<Pixels> cursor;
+  bool leftButtonDown = false;
+  bool mouseOnWindow = false;  // MouseOnWindow over every window of the program
+  bool maximised = false;      // or minimised
+  // Mouse moves do not arm the expand (text is being edited in the bar, say).
+  bool blocked = false;
+  // A menu, dialog, edit box, drag or download of ours is active: the bar stays.
+  bool keepOpen = false;
+  bool animate = true;                 // [Animate]
+  bool systemAnimations = true;        // the system's own setting; off: no slide
+  bool undockImmediately = false;      // [Undock Immediately]
+  bool visibleBorderCollapsed = true;  // [VisibleBorderCollapsed]
+  int shownOpacity = 255;              // 255, or less while the bar is translucent
+};
+
+enum class CaptionChange { None, Suspended, Normal };
+enum class DockChange { None, Expanded, Collapsed, Floating };
+
+// To be applied in the order of the members.
+struct DockEffects {
+  bool prepareCollapse = false;  // close the jump-to box and what else pops up
+  std::optional<int> opacity;    // 1 to 255
+  std::optional<Point<Twips>> moveTo;
+  std::vector<TimerAction> timers;
+  CaptionChange caption = CaptionChange::None;
+  DockChange change = DockChange::None;  // the state that has been reached
+};
+
+// What lies off screen on each side while the window is expanded at an edge.
+struct FrameInsets {
+  Twips left, top, right, bottom;
+  bool operator==(const FrameInsets&) const = default;
+};
+FrameInsets frameInsets(ScreenEdge edge);
+
+// The position nearest to the given one at which length lies between from and
+// to; from when it does not fit.
+Twips clampInto(Twips from, Twips to, Twips position, Twips length);
+
+class Docking {
+ public:
+  // After loading: a window that was saved collapsed (hidden) is collapsed again
+  // without sliding; one that lies off every monitor is brought back.
+  DockEffects start(const DockInputs& in, bool hidden);
+
+  // Collapses the window toward its collapse side; nothing moves when that is none.
+  DockEffects CollapseToEdge(const DockInputs& in, bool animate);
+  DockEffects ExpandFromEdge(const DockInputs& in);
+  // The dock menu: takes the edge as collapse side and collapses.
+  DockEffects dockTo(const DockInputs& in, ScreenEdge edge);
+  // mnuDockNow: collapses to the edge the window is at, or else to the nearest.
+  DockEffects dockNow(const DockInputs& in);
+  // Before a shortcut starts: collapses a window that is expanded at an edge,
+  // unless auto-collapse is suspended.
+  DockEffects preLaunch(const DockInputs& in);
+  // Hotkey and tray. The bar then stays until the mouse has entered it once, or
+  // it loses the focus, or Esc.
+  DockEffects open(const DockInputs& in);
+  // As open, but collapses a bar that is expanded.
+  DockEffects toggle(const DockInputs& in);
+  DockEffects mnuSuspendSlideOut();
+
+  DockEffects mouseMoved(const DockInputs& in);
+  // The window has been moved, and the move has ended.
+  DockEffects movedByUser(const DockInputs& in);
+  // Monitors, resolution or density have changed.
+  DockEffects screenChanged(const DockInputs& in);
+  void lostFocus() { openedByRequest_ = false; }
+
+  DockEffects TimerShowTick(const DockInputs& in);
+  DockEffects TimerSlideTick(const DockInputs& in);
+  DockEffects TimerHideTick(const DockInputs& in);
+
+  ScreenEdge collapseSide() const { return side_; }
+  // The edge behind which frameInsets of the window lie since ExpandFromEdge
+  // placed it there; None once the user has moved it.
+  ScreenEdge insetEdge() const { return insetEdge_; }
+  // True from ExpandFromEdge on until the window collapses or floats.
+  bool expanded() const { return expanded_; }
+  bool sliding() const { return sliding_; }
+  bool mouseEntered() const { return mouseEntered_; }
+  bool suspended() const { return suspended_; }
+  // The rectangle to save: where the user left the window, also while the
+  // monitor it stood on is missing.
+  TwipsRect rectToSave(const DockInputs& in) const;
+
+ private:
+  // docking_geometry.cpp
+  Twips border(const DockInputs& in, ScreenEdge edge) const;
+  Point<Twips> collapsedPosition(const DockInputs& in) const;
+  Point<Twips> expandedPosition(const DockInputs& in, ScreenEdge edge) const;
+  bool slideEnded(const DockInputs& in) const;
+  bool touches(const DockInputs& in, ScreenEdge edge) const;
+  ScreenEdge touchedEdge(const DockInputs& in) const;
+  ScreenEdge nearestEdge(const DockInputs& in) const;
+  ScreenEdge collapsedAt(const DockInputs& in) const;
+  bool movedSinceCollapse(const DockInputs& in) const;
+
+  DockEffects collapse(const DockInputs& in, ScreenEdge edge, bool animate);
+  DockEffects redock(const DockInputs& in, ScreenEdge edge);
+  DockEffects floatFree(const DockInputs& in);
+  void placeCollapsed(const DockInputs& in, DockEffects& effects);
+  void settleAt(const DockInputs& in);
+  void stopSlide(DockEffects& effects);
+  void disarm(DockEffects& effects);
+
+  ScreenEdge side_ = ScreenEdge::None;      // the collapse side
+  ScreenEdge lastSide_ = ScreenEdge::None;  // the edge it was at last
+  ScreenEdge insetEdge_ = ScreenEdge::None;
+  bool expanded_ = false;
+  bool mouseEntered_ = false;
+  bool showArmed_ = false;
+  bool showRunning_ = false;  // TimerShow runs
+  bool skipRestCheck_ = false;
+  bool sliding_ = false;  // TimerSlide runs
+  bool suspended_ = false;
+  bool openedByRequest_ = false;
+  Point<Pixels> armedCursor_;
+  // Where the window was put last, by this class or by the user; while collapsed,
+  // the collapsed position. Any other position it is found at is the user's doing
+  // or, when monitors change, the system's.
+  std::optional<Point<Twips>> settled_;
+  // The right border of the window's monitor when docking began. A window that
+  // slides off one monitor onto the next would otherwise chase the border of the
+  // monitor it is moving to.
+  Twips rightBorder_;
+  int fadeOpacity_ = 0;
+  // Where the window stood before it had to leave a place that no monitor shows.
+  struct Home {
+    Point<Twips> at;
+    bool floating = false;
+  };
+  std::optional<Home> home_;
+};
+
+}  // namespace varnowick

@@ -1,0 +1,44 @@
+// The timers of the main window as one table: name, interval and whether a tick
+// ends the timer. Rules ask for timers by id; only the window knows how a timer
+// is made.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+namespace varnowick {
+
+enum class TimerId { TimerShow, TimerSlide, TimerHide, TimeLock, TimerDblClickLabelDelay };
+
+struct TimerRow {
+  TimerId id;
+  const wchar_t* name;
+  int interval;  // milliseconds; the system may tick later, never earlier
+  bool oneShot;  // true: the first tick is the last
+};
+
+inline constexpr std::array<TimerRow, 5> kTimers{{
+    {TimerId::TimerShow, L"TimerShow", 250, false},
+    {TimerId::TimerSlide, L"TimerSlide", 5, false},
+    {TimerId::TimerHide, L"TimerHide", 1000, false},
+    // How long the caption tells of locking or unlocking.
+    {TimerId::TimeLock, L"TimeLock", 1500, true},
+    {TimerId::TimerDblClickLabelDelay, L"TimerDblClickLabelDelay", 500, true},
+}};
+
+constexpr const TimerRow& timerRow(TimerId id) { return kTimers[static_cast<std::size_t>(id)]; }
+
+consteval bool timersStandAtTheirIds() {
+  for (std::size_t i = 0; i < kTimers.size(); ++i)
+    if (kTimers[i].id != static_cast<TimerId>(i)) return false;
+  return true;
+}
+static_assert(timersStandAtTheirIds());
+
+struct TimerAction {
+  TimerId id;
+  bool start;  // false: stop. Starting a running timer begins its interval anew.
+  bool operator==(const TimerAction&) const = default;
+};
+
+}  // namespace varnowick
