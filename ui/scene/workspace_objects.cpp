@@ -67,13 +67,6 @@ ImageRef iconOf(const clsShortcut& shortcut) {
   return {ImageRef::Source::IconOf, shortcut.Path};
 }
 
-Size<Twips> openSize(const clsContainer& container) {
-  const bool open = !container.folded && !container.shrunk && !container.rect.empty();
-  const TwipsRect rect =
-      sane(open ? container.rect : container.savedRect, {kShrunkSize.width, kTitleStripHeight});
-  return rect.size();
-}
-
 }  // namespace
 
 TwipsRect sane(TwipsRect rect, Size<Twips> least) {
@@ -120,6 +113,16 @@ ContainerSlot containerOf(NodeId id) {
 NodeId WorkspaceScene::panelNode(Panel panel) const {
   if (panel.isMain()) return {ControlKind::picBack, 0};
   return containerPart(ControlKind::ContainerFrame, panel.container);
+}
+
+Size<Twips> WorkspaceScene::openSize(const clsContainer& container) const {
+  const bool open = !container.folded && !container.shrunk && !container.rect.empty();
+  Size<Twips> size =
+      sane(open ? container.rect : container.savedRect, {kShrunkSize.width, kTitleStripHeight})
+          .size();
+  // Wider than the main panel, the fold box and the contents were out of reach.
+  if (panelSize_.width > kShrunkSize.width) size.width = std::min(size.width, panelSize_.width);
+  return size;
 }
 
 Size<Twips> WorkspaceScene::panelSize(Panel panel) const {
@@ -215,6 +218,7 @@ void WorkspaceScene::updateShortcut(ShortcutSlot slot) {
     return;
   }
   Node& node = scene_.create(id, panelNode(shortcut->parent));
+  shortcutNodes_ = std::max(shortcutNodes_, slot.index + 1);
   scene_.sink(id, liesBehind);
   node.visible = !shortcut->TagHidden;
   node.focusable = true;
@@ -230,6 +234,7 @@ void WorkspaceScene::updatePicture(PictureSlot slot) {
     return;
   }
   Node& node = scene_.create(id, panelNode(picture->parent));
+  pictureNodes_ = std::max(pictureNodes_, slot.index + 1);
   scene_.sink(id, liesBehind);
   node.visible = true;
   node.focusable = true;
@@ -260,6 +265,7 @@ void WorkspaceScene::updateContainer(ContainerSlot slot) {
   }
   const bool isNew = scene_.find(id) == nullptr;
   Node& node = scene_.create(id, {ControlKind::picBack, 0});
+  containerNodes_ = std::max(containerNodes_, slot.index + 1);
   if (isNew) scene_.sink(id, liesBehind);
   node.visible = container->visible && !container->Detached;
   node.clipsChildren = true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "ui/scene/metrics.h"
@@ -157,11 +158,14 @@ void WorkspaceScene::layoutStrip() {
 }
 
 void WorkspaceScene::relayObjects() {
-  // Slots are numbers up to the tables' bounds, those not in use included, so
-  // that nodes of objects that are gone are hidden.
-  for (int i = 0; i < workspace_.containers.bound(); ++i) updateContainer({i});
-  for (int i = 0; i < workspace_.shortcuts.bound(); ++i) updateShortcut({i});
-  for (int i = 0; i < workspace_.pictures.bound(); ++i) updatePicture({i});
+  // Slots not in use are visited too, so that nodes of objects that are gone
+  // are hidden.
+  containerNodes_ = std::max(containerNodes_, workspace_.containers.bound());
+  shortcutNodes_ = std::max(shortcutNodes_, workspace_.shortcuts.bound());
+  pictureNodes_ = std::max(pictureNodes_, workspace_.pictures.bound());
+  for (int i = 0; i < containerNodes_; ++i) updateContainer({i});
+  for (int i = 0; i < shortcutNodes_; ++i) updateShortcut({i});
+  for (int i = 0; i < pictureNodes_; ++i) updatePicture({i});
 }
 
 Twips WorkspaceScene::contentHeight() const {
@@ -177,7 +181,7 @@ Twips WorkspaceScene::scrollTo(Twips offset) {
   Node* panel = scene_.find(kMainPanel);
   if (panel == nullptr) return {};
   const Twips most = std::max(Twips{}, contentHeight() - panel->rect.height);
-  layout_.scroll = std::clamp(sane({{}, offset, {}, {}}, {}).top, Twips{}, most);
+  layout_.scroll = std::isnan(offset.value) ? Twips{} : std::clamp(offset, Twips{}, most);
   panel->scroll.y = layout_.scroll;
   layoutThumb();
   return layout_.scroll;
@@ -217,6 +221,13 @@ Panel WorkspaceScene::panelAt(Point<Twips> windowPoint) const {
     if (node->id.kind == ControlKind::Container) return {containerOf(node->id)};
   }
   return picBack;
+}
+
+Point<Twips> WorkspaceScene::bodyPoint(ContainerSlot slot, Point<Twips> windowPoint) const {
+  const NodeId tile = containerPart(ControlKind::ContainerIcon, slot);
+  const bool shrunk = scene_.find(tile) != nullptr && scene_.find(tile)->visible;
+  return scene_.toNode(shrunk ? tile : containerPart(ControlKind::ContainerFrame, slot),
+                       windowPoint);
 }
 
 Point<Twips> WorkspaceScene::toPanel(Panel panel, Point<Twips> windowPoint) const {

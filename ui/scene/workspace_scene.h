@@ -63,6 +63,8 @@ class WorkspaceScene {
   bool scrollToShow(NodeId id);
   Twips contentHeight() const;
 
+  // After these scrollTo(layout().scroll) brings the scroll thumb up to date.
+  //
   // Bring one slot up to date, creating its nodes when it has none. A slot not
   // in use is hidden. Shortcuts and pictures need their container's first.
   void updateShortcut(ShortcutSlot slot);
@@ -80,6 +82,9 @@ class WorkspaceScene {
   // A point of the window as a position on the panel, as records hold it:
   // relative to the container's box, or to the scrolled main panel.
   Point<Twips> toPanel(Panel panel, Point<Twips> windowPoint) const;
+  // A point of the window relative to the container's body, as the shrink hot
+  // spot is measured; of a shrunk container the whole tile is the body.
+  Point<Twips> bodyPoint(ContainerSlot slot, Point<Twips> windowPoint) const;
   // The panel's extent; of a folded or shrunk container that of its open state.
   Size<Twips> panelSize(Panel panel) const;
   // The room to keep free for a new shortcut.
@@ -104,6 +109,7 @@ class WorkspaceScene {
   Size<Twips> smallSize(const clsShortcut& shortcut, float points);
   Twips textWidth(const std::wstring& text, float points, bool bold);
   Twips iconSize() const;
+  Size<Twips> openSize(const clsContainer& container) const;
   // Where an object is shown, whatever its record says.
   TwipsRect reachable(Panel panel, Point<Twips> at, Size<Twips> size) const;
 
@@ -114,6 +120,8 @@ class WorkspaceScene {
   FrameLayout layout_;
   Size<Twips> panelSize_;
   bool built_ = false;
+  // One past the highest slots that may have nodes: tables can shrink.
+  int containerNodes_ = 0, shortcutNodes_ = 0, pictureNodes_ = 0;
 };
 
 // The height of a shortcut's caption in points: the stored 10 stands for the

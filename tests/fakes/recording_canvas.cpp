@@ -1,0 +1,77 @@
+#include "tests/fakes/recording_canvas.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace varnowick {
+
+namespace {
+
+std::string hex(Colour colour) {
+  char text[8];
+  std::snprintf(text, sizeof text, "#%02x%02x%02x", colour.red() & 0xFFU, colour.green() & 0xFFU,
+                colour.blue() & 0xFFU);
+  return text;
+}
+
+std::string plain(std::wstring_view text) {
+  std::string out;
+  for (const wchar_t c : text) out += c >= 32 && c < 127 ? static_cast<char>(c) : '?';
+  return out;
+}
+
+}  // namespace
+
+void RecordingCanvas::record(const char* verb, const PixelRect& rect, std::string detail) {
+  calls.push_back(
+      {verb, rect, clips.empty() ? rect : rect.intersect(clips.back()), std::move(detail)});
+}
+
+std::string RecordingCanvas::written(const std::vector<std::string>& verbs) const {
+  std::string out;
+  for (const Call& call : calls) {
+    if (std::find(verbs.begin(), verbs.end(), call.verb) == verbs.end()) continue;
+    char place[80];
+    std::snprintf(place, sizeof place, " %d,%d %dx%d", call.rect.left.value, call.rect.top.value,
+                  call.rect.width.value, call.rect.height.value);
+    out += call.verb + place + (call.detail.empty() ? "" : " ") + call.detail + "\n";
+  }
+  return out;
+}
+
+const RecordingCanvas::Call* RecordingCanvas::findText(const std::string& text) const {
+  const auto at = std::find_if(calls.begin(), calls.end(), [&](const Call& call) {
+    return call.verb == "text" && call.detail.rfind(text, 0) == 0;
+  });
+  return at == calls.end() ? nullptr : &*at;
+}
+
+void RecordingCanvas::fill(const PixelRect& rect, Colour colour) {
+  record("fill", rect, hex(colour));
+}
+void RecordingCanvas::gradient(const PixelRect& rect, Colour from, Colour to, bool) {
+  record("gradient", rect, hex(from) + " " + hex(to));
+}
+void RecordingCanvas::box(const PixelRect& rect, Pixels, Colour top, Colour, Colour border,
+                          unsigned squareCorners) {
+  record("box", rect, hex(top) + " " + hex(border) + " " + std::to_string(squareCorners));
+}
+void RecordingCanvas::frame(const PixelRect& rect, Pixels, Colour border) {
+  record("frame", rect, hex(border));
+}
+void RecordingCanvas::line(Point<Pixels> from, Point<Pixels> to, Colour colour) {
+  record("line", {from.x, from.y, to.x - from.x, to.y - from.y}, hex(colour));
+}
+void RecordingCanvas::text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) {
+  record("text", rect, plain(text) + (style.bold ? " bold " : " ") + hex(style.colour));
+}
+void RecordingCanvas::image(const PixelRect& rect, const ImageRef& image) {
+  record("image", rect, plain(image.name));
+}
+void RecordingCanvas::focusFrame(const PixelRect& rect) { record("focus", rect, ""); }
+void RecordingCanvas::pushClip(const PixelRect& rect) {
+  clips.push_back(clips.empty() ? rect : rect.intersect(clips.back()));
+}
+void RecordingCanvas::popClip() { clips.pop_back(); }
+
+}  // namespace varnowick

@@ -1,0 +1,318 @@
+#include "ui/scene/workspace_scene.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "tests/fakes/fake_text_measure.h"
+#include "ui/scene/metrics.h"
+
+namespace varnowick {
+namespace {
+
+using testing::ElementsAre;
+using K = ControlKind;
+
+TwipsRect at(float x, float y, float w, float h) { return {{x}, {y}, {w}, {h}}; }
+
+struct WorkspaceSceneTest : testing::Test {
+  Settings settings;
+  Workspace workspace;
+  FakeTextMeasure measure;
+  WorkspaceScene view{settings, workspace, &measure};
+  Scene& scene = view.scene();
+  FrameLayout layout;
+
+  ContainerSlot addContainer(TwipsRect rect, const wchar_t* name = L"Work") {
+    clsContainer c;
+    c.name = name;
+    c.rect = c.savedRect = rect;
+    return workspace.containers.add(c);
+  }
+  ShortcutSlot addShortcut(Panel panel, float x, float y, const wchar_t* caption = L"Mail") {
+    clsShortcut s;
+    s.FullCaption = caption;
+    s.parent = panel;
+    s.position = {{x}, {y}};
+    return workspace.shortcuts.add(s);
+  }
+  TwipsRect inPanel(NodeId id) {
+    const TwipsRect panel = scene.windowRect({K::picBack, 0});
+    return scene.windowRect(id).translated(-panel.left, -panel.top);
+  }
+  bool shown(K kind, ContainerSlot slot) { return scene.shown(containerPart(kind, slot)); }
+};
+
+TEST_F(WorkspaceSceneTest, BarsAndPanelKeepToThePartOfTheWindowOnScreen) {
+  const struct {
+    Insets insets;
+    TwipsRect title, panel, bottom;
+  } rows[] = {
+      {{}, at(0, 0, 4700, 450), at(0, 450, 4700, 10560), at(0, 11010, 4700, 510)},
+      {{{200}, {}, {}, {}},
+       at(200, 0, 4500, 450),
+       at(200, 450, 4500, 10560),
+       at(200, 11010, 4500, 510)},
+      {{{}, {100}, {}, {}},
+       at(0, 100, 4700, 450),
+       at(0, 550, 4700, 10460),
+       at(0, 11010, 4700, 510)},
+      {{{}, {}, {200}, {200}},
+       at(0, 0, 4500, 450),
+       at(0, 450, 4500, 10360),
+       at(0, 10810, 4500, 510)},
+  };
+  for (const auto& row : rows) {
+    layout.insets = row.insets;
+    view.setFrame(layout);
+    EXPECT_EQ(scene.windowRect({K::TitleBar, 0}), row.title);
+    EXPECT_EQ(scene.windowRect({K::picBack, 0}), row.panel);
+    EXPECT_EQ(scene.windowRect({K::BottomBar, 0}), row.bottom);
+  }
+  layout.window = {{100}, {60}};  // smaller than any bar
+  view.setFrame(layout);
+  EXPECT_FALSE(scene.shown({K::BottomBar, 0}));
+  EXPECT_GE(scene.find({K::picBack, 0})->rect.height.value, 0);
+}
+
+TEST_F(WorkspaceSceneTest, StripLockAndProgressFollowTheLayout) {
+  const struct {
+    ScreenEdge edge;
+    TwipsRect strip;
+  } rows[] = {{ScreenEdge::Left, at(4660, 0, 40, 11520)},
+              {ScreenEdge::Right, at(0, 0, 40, 11520)},
+              {ScreenEdge::Top, at(0, 11480, 4700, 40)},
+              {ScreenEdge::Bottom, at(0, 0, 4700, 40)}};
+  for (const auto& row : rows) {
+    layout.collapsedTo = row.edge;
+    view.setFrame(layout);
+    EXPECT_TRUE(scene.shown({K::DockStrip, 0}));
+    EXPECT_EQ(scene.windowRect({K::DockStrip, 0}), row.strip);
+  }
+  for (const bool locked : {true, false}) {
+    layout.locked = locked;
+    layout.collapsedTo = ScreenEdge::None;
+    layout.progress = locked ? L"Saving" : L"";
+    view.setFrame(layout);
+    EXPECT_EQ(scene.shown({K::PicUnlockToolbar, 0}), locked);
+    EXPECT_EQ(scene.shown({K::PicLockToolbar, 0}), !locked);
+    EXPECT_EQ(scene.shown({K::ProgressText, 0}), locked);
+    EXPECT_FALSE(scene.shown({K::DockStrip, 0}));
+  }
+}
+
+TEST_F(WorkspaceSceneTest, ContainersShowTheirState) {
+  const ContainerSlot slot = addContainer(at(120, 240, 3000, 2000));
+  const ShortcutSlot link = addShortcut({slot}, 120, 480);
+  view.build(layout);
+  const struct {
+    bool folded, shrunk, detached, visible;
+    float width, height;
+    bool title, body, tile;
+  } rows[] = {
+      {false, false, false, true, 3000, 2000, true, true, false},
+      {true, false, false, true, 3000, 350, true, false, false},
+      {false, true, false, true, 700, 950, false, false, true},
+      {false, false, true, true, 3000, 2000, false, false, false},
+      {false, false, false, false, 3000, 2000, false, false, false},
+      {false, false, false, true, 3000, 2000, true, true, false},
+  };
+  for (const auto& row : rows) {
+    clsContainer& c = workspace.containers[slot];
+    c.folded = row.folded;
+    c.shrunk = row.shrunk;
+    c.Detached = row.detached;
+    c.visible = row.visible;
+    view.updateContainer(slot);
+    EXPECT_EQ(scene.find(containerNode(slot))->rect, at(120, 240, row.width, row.height));
+    EXPECT_EQ(shown(K::ContainerLabel, slot), row.title);
+    EXPECT_EQ(shown(K::lblFoldUnfold, slot), row.title);
+    EXPECT_EQ(shown(K::ContainerFrame, slot), row.body);
+    EXPECT_EQ(scene.shown(shortcutNode(link)), row.body);
+    EXPECT_EQ(shown(K::ContainerIcon, slot), row.tile);
+    EXPECT_EQ(scene.find(containerPart(K::lblFoldUnfold, slot))->text, row.folded ? L"+" : L"-");
+  }
+  // Positions on a container count from its own corner, its title included.
+  EXPECT_EQ(inPanel(shortcutNode(link)).topLeft(), (Point<Twips>{{240}, {720}}));
+  const Point<Twips> window = scene.windowRect(shortcutNode(link)).topLeft();
+  EXPECT_EQ(view.panelAt(window), (Panel{slot}));
+  EXPECT_EQ(view.toPanel({slot}, window), (Point<Twips>{{120}, {480}}));
+  EXPECT_EQ(view.bodyPoint(slot, window), (Point<Twips>{{120}, {130}}));
+}
+
+TEST_F(WorkspaceSceneTest, MovingAContainerLeavesItsContentsAlone) {
+  const ContainerSlot slot = addContainer(at(120, 240, 3000, 2000));
+  const ShortcutSlot link = addShortcut({slot}, 120, 480);
+  view.build(layout);
+  measure.measured = 0;
+  workspace.containers[slot].rect.left = {600};
+  view.moveContainer(slot);
+  EXPECT_EQ(inPanel(shortcutNode(link)).left, (Twips{720}));
+  EXPECT_EQ(measure.measured, 0);
+}
+
+TEST_F(WorkspaceSceneTest, SlotsAreHiddenWithTheirObjectsAndReused) {
+  const ContainerSlot slot = addContainer(at(0, 0, 3000, 2000));
+  addShortcut(picBack, 0, 0, L"First");
+  const ShortcutSlot link = addShortcut({slot}, 120, 480);
+  view.build(layout);
+  workspace.shortcuts.remove(link);
+  view.updateShortcut(link);
+  EXPECT_NE(scene.find(shortcutNode(link)), nullptr);
+  EXPECT_FALSE(scene.shown(shortcutNode(link)));
+
+  EXPECT_EQ(addShortcut(picBack, 120, 3000, L"Again"), link);
+  view.updateShortcut(link);
+  EXPECT_EQ(scene.find(shortcutNode(link))->parent, (NodeId{K::picBack, 0}));
+  EXPECT_EQ(scene.find(shortcutNode(link))->text, L"Again");
+  // Shortcuts lie behind containers, in the order of their slots.
+  EXPECT_THAT(scene.find({K::picBack, 0})->children,
+              ElementsAre(shortcutNode({0}), shortcutNode(link), containerNode(slot)));
+
+  workspace = {};  // another file is loaded, with nothing in it
+  view.build(layout);
+  EXPECT_FALSE(scene.shown(containerNode(slot)));
+  EXPECT_FALSE(scene.shown(shortcutNode({0})));
+  EXPECT_EQ(view.contentHeight(), Twips{});
+}
+
+TEST_F(WorkspaceSceneTest, WhateverAFileSaysStaysWithinReach) {
+  const float huge = std::numeric_limits<float>::max();
+  const float nan = std::nanf("");
+  const float inf = std::numeric_limits<float>::infinity();
+  const TwipsRect rects[] = {
+      at(0, 0, 0, 0),       at(-9000, -9000, -5, -5), at(huge, huge, huge, huge),
+      at(-huge, 0, 10, 10), at(nan, nan, nan, nan),   at(inf, -inf, inf, 0)};
+  for (const TwipsRect& rect : rects) {
+    workspace = {};
+    const ContainerSlot slot = addContainer(rect);
+    const ShortcutSlot inside = addShortcut({slot}, rect.left.value, rect.top.value);
+    const ShortcutSlot outside = addShortcut(picBack, rect.left.value, rect.top.value);
+    const PictureSlot picture = workspace.pictures.add({L"C:\\a\\b.png", picBack, rect});
+    view.build(layout);
+    const auto reachable = [&](NodeId id) {
+      view.scrollToShow(id);
+      const TwipsRect seen = scene.seenRect(id);
+      return seen.width >= Twips{100} && seen.height >= Twips{100};
+    };
+    EXPECT_TRUE(reachable(containerPart(K::ContainerLabel, slot)));
+    EXPECT_TRUE(reachable(shortcutNode(outside)));
+    EXPECT_TRUE(reachable(pictureNode(picture)));
+    view.nextFreePlace(picBack, kShortcutCell);
+    view.nextFreePlace({slot}, kShortcutCell);
+    if (!std::isnan(rect.left.value)) {
+      EXPECT_EQ(workspace.containers[slot].rect, rect);  // the record keeps its values
+    }
+    workspace.containers[slot].rect = workspace.containers[slot].savedRect = at(0, 0, 2000, 2000);
+    view.build(layout);
+    EXPECT_TRUE(reachable(shortcutNode(inside)));
+  }
+  // An object on a container that does not exist is not shown, nothing more.
+  const ShortcutSlot orphan = addShortcut({ContainerSlot{99}}, 0, 0);
+  view.updateShortcut(orphan);
+  view.updateShortcut({-1});
+  view.updateContainer({500});
+  EXPECT_FALSE(scene.shown(shortcutNode(orphan)));
+}
+
+TEST_F(WorkspaceSceneTest, CaptionsOfAnyKindKeepTheirCell) {
+  const std::wstring arabic = L"\x0645\x0631\x062D\x0628\x0627 \x0628\x0643";
+  const std::wstring captions[] = {L"", L"Mail", arabic, std::wstring(1000, L'W'),
+                                   std::wstring(1000, L'\n')};
+  for (const std::wstring& caption : captions)
+    for (const float size : {8.0F, 10.0F, -4.0F, 4000.0F, std::nanf("")}) {
+      const ShortcutSlot slot = addShortcut(picBack, 120, 120, caption.c_str());
+      workspace.shortcuts[slot].FontSize = size;
+      view.build(layout);
+      const Node& node = *scene.find(shortcutNode(slot));
+      EXPECT_EQ(node.text, caption);
+      EXPECT_LE(node.rect.right(), Twips{4700});
+      EXPECT_LE(node.rect.height, Twips{2000});
+      EXPECT_GE(node.look.points, 6);
+      EXPECT_LE(node.look.points, 24);
+      workspace.shortcuts.remove(slot);
+    }
+}
+
+TEST_F(WorkspaceSceneTest, LongCaptionsGetASecondLineAndBigIconsABiggerCell) {
+  const ShortcutSlot brief = addShortcut(picBack, 0, 0, L"Mail");
+  const ShortcutSlot lengthy = addShortcut(picBack, 0, 0, L"A caption of many words");
+  view.build(layout);
+  const Twips one = scene.find(shortcutNode(brief))->rect.height;
+  EXPECT_GT(scene.find(shortcutNode(lengthy))->rect.height, one);
+  EXPECT_LE(scene.find(shortcutNode(lengthy))->rect.height, view.shortcutCell(false).height);
+  settings.largeIconSize = 64;
+  view.build(layout);
+  EXPECT_EQ(scene.find(shortcutNode(brief))->rect.height, one + Twips{480});
+}
+
+TEST_F(WorkspaceSceneTest, ScrollingStaysWithinTheContent) {
+  addContainer(at(120, 9500, 3000, 2000));  // the panel is 10560 high
+  view.build(layout);
+  const Twips most{9500 + 2000 + 120 - 10560};
+  for (const auto& [asked, given] :
+       {std::pair{-50.0F, 0.0F}, {300.0F, 300.0F}, {1e30F, most.value}, {std::nanf(""), 0.0F}})
+    EXPECT_EQ(view.scrollTo({asked}), (Twips{given}));
+  EXPECT_TRUE(scene.shown({K::ScrollThumb, 0}));
+  EXPECT_TRUE(view.scrollToShow(containerNode({0})));
+  EXPECT_FALSE(view.scrollToShow(containerNode({0})));
+  EXPECT_EQ(view.layout().scroll, most);
+  EXPECT_FALSE(view.scrollToShow({K::cmdAdd, 0}));
+  workspace.containers[{0}].rect.top = {100};
+  view.moveContainer({0});
+  view.scrollTo(view.layout().scroll);
+  EXPECT_EQ(view.layout().scroll, Twips{});
+  EXPECT_FALSE(scene.shown({K::ScrollThumb, 0}));
+}
+
+TEST_F(WorkspaceSceneTest, NewObjectsGoWhereNothingElseLies) {
+  const ContainerSlot slot = addContainer(at(120, 1320, 4260, 2700));
+  addContainer(at(120, 4200, 4260, 3000));
+  workspace.containers[{1}].folded = true;
+  view.build(layout);
+  std::vector<TwipsRect> taken;
+  for (int i = 0; i < 30; ++i) {
+    const Size<Twips> cell = view.shortcutCell(false);
+    const Point<Twips> place = view.nextFreePlace(picBack, cell);
+    const TwipsRect rect{place.x, place.y, cell.width, cell.height};
+    for (const TwipsRect& other : taken) EXPECT_TRUE(rect.intersect(other).empty());
+    // Neither over a container nor where a folded one unfolds.
+    EXPECT_TRUE(rect.intersect(at(120, 1320, 4260, 2700)).empty());
+    EXPECT_TRUE(rect.intersect(at(120, 4200, 4260, 3000)).empty());
+    EXPECT_LE(rect.right(), view.panelSize(picBack).width);
+    EXPECT_EQ(std::fmod(place.x.value, kGrid.value), 0);
+    taken.push_back(rect);
+    addShortcut(picBack, place.x.value, place.y.value);
+  }
+  // A container shows three columns beside each other, below its title, and
+  // takes more than it has room for without putting anything out of sight.
+  for (int i = 0; i < 40; ++i) {
+    const Point<Twips> place = view.nextFreePlace({slot}, view.shortcutCell(false));
+    if (i == 2) {
+      EXPECT_EQ(place, (Point<Twips>{{120 + 2 * 1320}, {480}}));
+    }
+    EXPECT_GE(place.y, kTitleStripHeight);
+    EXPECT_LT(place.y, Twips{2700 - 500});
+    addShortcut({slot}, place.x.value, place.y.value);
+  }
+}
+
+TEST_F(WorkspaceSceneTest, FeedsAskToBeLoadedAndTellTheirStatus) {
+  const ContainerSlot slot = addContainer(at(0, 0, 3000, 2000));
+  view.build(layout);
+  EXPECT_FALSE(shown(K::LstRSS, slot));
+  workspace.containers[slot].RSS = true;
+  view.updateContainer(slot);
+  EXPECT_EQ(scene.find(containerPart(K::LstRSS, slot))->text, L"Click to download headlines [F5]");
+  EXPECT_FALSE(shown(K::lblRSSLastUpdate, slot));
+  view.setFeedPrompt(slot, L"Downloading latest headlines...");
+  view.setFeedStatus(slot, L"Last Update 4 minutes ago");
+  view.updateContainer(slot);  // keeps both
+  EXPECT_EQ(scene.find(containerPart(K::LstRSS, slot))->text, L"Downloading latest headlines...");
+  EXPECT_TRUE(shown(K::lblRSSLastUpdate, slot));
+}
+
+}  // namespace
+}  // namespace varnowick
