@@ -1,0 +1,207 @@
+#include "ui/win/gdi_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace varnowick {
+
+namespace {
+
+constexpr std::size_t kMaxFonts = 48;
+// What nobody can see in one rectangle is not handed to GDI, whose time grows
+// with the text.
+constexpr std::size_t kMaxLineChars = 2048;
+constexpr std::size_t kMaxWrappedChars = 32768;
+// Names that old headers lack.
+constexpr BYTE kClearTypeQuality = 5;
+constexpr UINT kGetFontSmoothingType = 0x200A;
+constexpr UINT kFontSmoothingClearType = 2;
+
+// Reading order follows the first character that has a direction.
+bool startsRightToLeft(std::wstring_view text) {
+  const int length = static_cast<int>(std::min<std::size_t>(text.size(), 64));
+  WORD types[64] = {};
+  if (length == 0 || !GetStringTypeW(CT_CTYPE2, text.data(), length, types)) return false;
+  for (int i = 0; i < length; ++i) {
+    if (types[i] == C2_LEFTTORIGHT) return false;
+    if (types[i] == C2_RIGHTTOLEFT) return true;
+  }
+  return false;
+}
+
+std::wstring_view limited(std::wstring_view text, bool wrap) {
+  return text.substr(0, wrap ? kMaxWrappedChars : kMaxLineChars);
+}
+
+UINT formatOf(std::wstring_view text, const TextStyle& style) {
+  UINT format = DT_NOPREFIX | DT_EXPANDTABS;
+  format |= style.wrap ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE;
+  if (style.horizontal == HAlign::Centre) format |= DT_CENTER;
+  if (style.horizontal == HAlign::Right) format |= DT_RIGHT;
+  if (style.ellipsis) format |= DT_END_ELLIPSIS;
+  if (startsRightToLeft(text)) format |= DT_RTLREADING;
+  return format;
+}
+
+COLORREF colourRef(Colour colour) { return static_cast<COLORREF>(colour.bgr & 0xFFFFFF); }
+
+RECT calculated(HDC dc, std::wstring_view text, UINT format, int width) {
+  RECT extent{0, 0, width, 0};
+  DrawTextW(dc, text.data(), static_cast<int>(text.size()), &extent,
+            (format & ~static_cast<UINT>(DT_END_ELLIPSIS)) | DT_CALCRECT);
+  return extent;
+}
+
+int aligned(int from, int room, int extent, int third) {
+  return third == 0 ? from : third == 1 ? from + (room - extent) / 2 : from + room - extent;
+}
+
+void drawUpright(HDC dc, const PixelRect& rect, std::wstring_view text, const TextStyle& style) {
+  const UINT format = formatOf(text, style);
+  RECT area{rect.left.value, rect.top.value, rect.right().value, rect.bottom().value};
+  if (style.vertical != VAlign::Top) {
+    const int height = calculated(dc, text, format, rect.width.value).bottom;
+    // Text that is too high starts at the top, where it begins.
+    if (height < rect.height.value) {
+      area.top =
+          aligned(rect.top.value, rect.height.value, height, static_cast<int>(style.vertical));
+    }
+  }
+  const UINT clip = style.wrap ? 0U : static_cast<UINT>(DT_NOCLIP);
+  IntersectClipRect(dc, rect.left.value, rect.top.value, rect.right().value, rect.bottom().value);
+  DrawTextW(dc, text.data(), static_cast<int>(text.size()), &area, format | clip);
+}
+
+// DrawText cannot rotate: the line is shortened with the upright font, then put
+// where its rotated box belongs.
+void drawRotated(HDC dc, GdiFonts& fonts, Density density, const PixelRect& rect,
+                 std::wstring_view text, const TextStyle& style) {
+  TextStyle upright = style;
+  upright.rotation = 0;
+  upright.wrap = false;
+  std::wstring line(text.substr(0, kMaxLineChars));
+  SIZE extent{};
+  {
+    const SelectionGuard font(dc, fonts.get(upright, density));
+    if (style.ellipsis) {
+      const int length = static_cast<int>(line.size());
+      line.resize(line.size() + 8);  // DrawText may add up to four characters
+      RECT room{0, 0, rect.height.value, rect.width.value};
+      DrawTextW(dc, line.data(), length, &room,
+                DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT);
+      // It ends a string that it has shortened, and leaves any other as it was.
+      const std::size_t end = line.find(L'\0');
+      line.resize(end == std::wstring::npos ? static_cast<std::size_t>(length) : end);
+    }
+    GetTextExtentPoint32W(dc, line.data(), static_cast<int>(line.size()), &extent);
+  }
+  const int along = aligned(0, rect.height.value, static_cast<int>(extent.cx),
+                            static_cast<int>(style.horizontal));
+  const int across =
+      aligned(0, rect.width.value, static_cast<int>(extent.cy), static_cast<int>(style.vertical));
+  const SelectionGuard font(dc, fonts.get(style, density));
+  IntersectClipRect(dc, rect.left.value, rect.top.value, rect.right().value, rect.bottom().value);
+  SetTextAlign(dc, TA_LEFT | TA_TOP);
+  const bool upwards = style.rotation == 90;
+  const int x = upwards ? rect.left.value + across : rect.right().value - across;
+  const int y = upwards ? rect.bottom().value - along : rect.top.value + along;
+  const UINT options = startsRightToLeft(line) ? static_cast<UINT>(ETO_RTLREADING) : 0U;
+  ExtTextOutW(dc, x, y, options, nullptr, line.data(), static_cast<UINT>(line.size()), nullptr);
+}
+
+}  // namespace
+
+void GdiFonts::loadSystemSettings() {
+  if (!systemFace_.empty()) return;
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  systemFace_ = L"MS Shell Dlg";
+  if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0) &&
+      metrics.lfMessageFont.lfFaceName[0] != L'\0') {
+    systemFace_ = metrics.lfMessageFont.lfFaceName;
+  }
+  BOOL smoothing = FALSE;
+  UINT type = 0;
+  quality_ = DEFAULT_QUALITY;
+  if (SystemParametersInfoW(SPI_GETFONTSMOOTHING, 0, &smoothing, 0) && smoothing) {
+    quality_ =
+        SystemParametersInfoW(kGetFontSmoothingType, 0, &type, 0) && type == kFontSmoothingClearType
+            ? kClearTypeQuality
+            : static_cast<BYTE>(ANTIALIASED_QUALITY);
+  }
+}
+
+HFONT GdiFonts::get(const TextStyle& style, Density density) {
+  loadSystemSettings();
+  const float points = std::isfinite(style.points) ? std::clamp(style.points, 1.0F, 400.0F) : 9.0F;
+  const int height =
+      std::max(1, roundHalfToEven(static_cast<double>(points) * std::max(1, density.dpi) / 72.0));
+  const int rotation = style.rotation == 90 || style.rotation == 270 ? style.rotation : 0;
+  const Key key{style.face.empty() ? systemFace_ : style.face.substr(0, LF_FACESIZE - 1), height,
+                style.bold, style.underline, rotation};
+  Entry& entry = fonts_[key];
+  entry.lastUse = ++uses_;
+  if (entry.font) return entry.font.get();
+
+  LOGFONTW font{};
+  font.lfHeight = -height;
+  font.lfEscapement = rotation * 10;
+  font.lfOrientation = rotation * 10;
+  font.lfWeight = style.bold ? FW_BOLD : FW_NORMAL;
+  font.lfUnderline = style.underline ? TRUE : FALSE;
+  font.lfCharSet = DEFAULT_CHARSET;
+  // Colour fringes belong beside a stem, not above it.
+  font.lfQuality = rotation != 0 && quality_ == kClearTypeQuality
+                       ? static_cast<BYTE>(ANTIALIASED_QUALITY)
+                       : quality_;
+  const std::wstring& face = std::get<0>(key);
+  std::copy(face.begin(), face.end(), font.lfFaceName);
+  entry.font.reset(CreateFontIndirectW(&font));
+  const HFONT made = entry.font.get();
+  if (fonts_.size() > kMaxFonts) {
+    const auto oldest = std::min_element(
+        fonts_.begin(), fonts_.end(),
+        [](const auto& a, const auto& b) { return a.second.lastUse < b.second.lastUse; });
+    fonts_.erase(oldest);
+  }
+  return made;
+}
+
+void GdiFonts::clear() {
+  fonts_.clear();
+  systemFace_.clear();
+}
+
+Size<Pixels> measureGdiText(HDC dc, GdiFonts& fonts, Density density, std::wstring_view text,
+                            const TextStyle& style, Pixels maxWidth) {
+  TextStyle upright = style;
+  upright.rotation = 0;
+  const std::wstring_view seen = limited(text, style.wrap);
+  const SelectionGuard font(dc, fonts.get(upright, density));
+  if (seen.empty()) {
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc, &metrics);
+    return {{0}, {static_cast<int>(metrics.tmHeight)}};
+  }
+  const RECT extent = calculated(dc, seen, formatOf(seen, style), std::max(1, maxWidth.value));
+  const Size<Pixels> size{{static_cast<int>(extent.right - extent.left)},
+                          {static_cast<int>(extent.bottom - extent.top)}};
+  return style.rotation == 0 ? size : Size<Pixels>{size.height, size.width};
+}
+
+void drawGdiText(HDC dc, GdiFonts& fonts, Density density, const PixelRect& rect,
+                 std::wstring_view text, const TextStyle& style) {
+  if (rect.empty() || text.empty()) return;
+  const int saved = SaveDC(dc);
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, colourRef(style.colour));
+  if (style.rotation == 90 || style.rotation == 270) {
+    drawRotated(dc, fonts, density, rect, text, style);
+  } else {
+    const SelectionGuard font(dc, fonts.get(style, density));
+    drawUpright(dc, rect, limited(text, style.wrap), style);
+  }
+  RestoreDC(dc, saved);
+}
+
+}  // namespace varnowick

@@ -1,0 +1,79 @@
+// The pictures behind ImageRef. A worker thread loads them from disk and shell;
+// whoever paints gets what is there, or a placeholder, and never waits. It knows
+// no scene; results are announced to one window by a message.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/units.h"
+#include "ui/scene/canvas.h"
+#include "ui/win/pixel_draw.h"
+
+namespace varnowick {
+
+class ImageLoader;
+
+class ImageStore {
+ public:
+  // The folder holds the program's own pictures, "<name>-<edge in pixels>.png".
+  explicit ImageStore(std::wstring imagesFolder);
+  ImageStore(const ImageStore&) = delete;
+  ImageStore& operator=(const ImageStore&) = delete;
+  // Waits a moment for the worker; one that is stuck on a dead drive is left
+  // behind and touches nothing of ours.
+  ~ImageStore();
+
+  // Starts the worker, once the window is on screen. The message arrives there
+  // whenever results are waiting for deliver(). Until then requests pile up.
+  void start(HWND owner, UINT message);
+  // Takes the results in. True when something is drawn differently from now on.
+  bool deliver();
+  // Loads one of the program's own pictures now: for the few that the very first
+  // paint needs.
+  void preload(const std::wstring& asset, Size<Pixels> size);
+
+  // The picture at exactly that size, or the placeholder, or nullptr when there is
+  // neither. Asks the worker for what is not there. Good until the next call.
+  const Bitmap* find(const ImageRef& image, Size<Pixels> size);
+  // True when the worker has nothing left to do that was asked for.
+  bool idle() const { return waiting_ == 0; }
+  // The picture has changed on disk, or is no longer needed.
+  void forget(const ImageRef& image);
+  // Everything is loaded anew when next asked for: density or icons have changed.
+  void clear();
+
+ private:
+  enum class State { Waiting, Ready, Failed };
+  // Icons and assets are loaded for a size; a picture once, and scaled.
+  using Key = std::pair<std::pair<int, std::wstring>, int>;
+  struct Entry {
+    State state = State::Waiting;
+    Bitmap original;
+    Bitmap fitted;
+    std::uint64_t lastUse = 0;
+    unsigned generation = 0;
+  };
+  static Key keyOf(const ImageRef& image, Size<Pixels> size);
+  const Bitmap* fitted(Entry& entry, Size<Pixels> size);
+  const Bitmap* placeholder(const ImageRef& image, Size<Pixels> size);
+  void evict();
+
+  std::wstring imagesFolder_;
+  std::map<Key, Entry> entries_;
+  std::uint64_t uses_ = 0;
+  unsigned generation_ = 0;
+  int waiting_ = 0;
+  ImageLoader* loader_;  // counted, shared with the worker
+};
+
+// Which of the program's own pictures stands for an image that is not there.
+// Judges by the name alone, without touching a disk; empty for none.
+std::wstring placeholderAsset(const ImageRef& image);
+
+}  // namespace varnowick
