@@ -17,9 +17,10 @@ std::string number(int value);
 std::string ansi(const std::wstring& text);
 
 struct ShortcutRow {
-  std::wstring caption;
-  std::wstring path;
-  std::wstring parameters;
+  // Every member has an initial value, so that rows name only what they need.
+  std::wstring caption{};
+  std::wstring path{};
+  std::wstring parameters{};
   int x = 300;
   int y = 300;  // twips on its panel
   bool confirm = false;
@@ -27,13 +28,13 @@ struct ShortcutRow {
 };
 
 struct ContainerRow {
-  std::wstring name;
+  std::wstring name{};
   int x = 120;
   int y = 120;
   int width = 2600;
-  int height = 2600;  // twips
-  std::string note;   // lines ended by CR LF
-  std::vector<ShortcutRow> shortcuts;
+  int height = 2600;   // twips
+  std::string note{};  // lines ended by CR LF
+  std::vector<ShortcutRow> shortcuts{};
   bool folded = false;
 };
 

@@ -1,0 +1,78 @@
+#include "tests/e2e/program_test.h"
+
+#include "platform/win32/handles.h"
+
+namespace varnowick::e2e {
+namespace {
+
+class Desktop : public testing::Environment {
+ public:
+  void SetUp() override {
+    seeRealPixels();
+    // Some systems start a process for the desktop with the first window; it must
+    // not be one of the program's children.
+    GetDesktopWindow();
+    const WindowDc screen(nullptr);
+    apartment_ = std::make_unique<ComApartment>();
+  }
+  void TearDown() override { apartment_.reset(); }
+
+ private:
+  std::unique_ptr<ComApartment> apartment_;
+};
+
+[[maybe_unused]] const testing::Environment* const kDesktop =
+    testing::AddGlobalTestEnvironment(new Desktop);
+
+}  // namespace
+
+void ProgramTest::SetUp() {
+  mouse::moveTo({GetSystemMetrics(SM_CXSCREEN) / 2, GetSystemMetrics(SM_CYSCREEN) / 2});
+  events_ = std::make_unique<Events>();
+  folder_ = std::make_unique<ProgramFolder>();
+}
+
+void ProgramTest::TearDown() {
+  program_.reset();
+  folder_.reset();
+  events_.reset();
+}
+
+RunningProgram& ProgramTest::start() {
+  program_.reset();
+  program_ = std::make_unique<RunningProgram>(*folder_, *events_);
+  return *program_;
+}
+
+Bar ProgramTest::startBar() { return Bar(start(), *events_); }
+
+std::vector<std::wstring> ProgramTest::startAnsweringDialogs() {
+  std::vector<std::wstring> told;
+  start();
+  require(L"the program to load", [&] {
+    if (!program().running()) throw HarnessError(L"the program ended while loading");
+    if (const DialogWindow dialog = anyDialog(program().process()); dialog.open()) {
+      told.push_back(dialog.text());
+      dialog.press(dialog.buttons().at(0));
+    }
+    return events().count(kEventLoaded, program().process()) > 0;
+  });
+  return told;
+}
+
+void ProgramTest::closeProgram() {
+  PostMessageW(program().mainWindow(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(program().waitForExit(), 0U);
+}
+
+RECT windowAt(double left, double top, double width, double height) {
+  // Edge by edge, so that neighbouring windows stay neighbours.
+  return {toPixels(left), toPixels(top), toPixels(left + width), toPixels(top + height)};
+}
+
+std::string describe(const RECT& r) {
+  return "(" + std::to_string(r.left) + "," + std::to_string(r.top) + " - " +
+         std::to_string(r.right) + "," + std::to_string(r.bottom) + ")";
+}
+
+}  // namespace varnowick::e2e
