@@ -27,9 +27,15 @@ RECT visiblePart(const RECT& rect) {
 }  // namespace
 
 Bar::Bar(const RunningProgram& program, Events& events)
-    : window_(loadedWindow(program)), program_(program), events_(events) {}
+    : window_(loadedWindow(program)), events_(events) {}
 
 RECT Bar::rect() const { return rectOf(window_); }
+
+bool Bar::isOut() const {
+  const RECT seen = visiblePart(rect());
+  const int strip = toPixels(40) + 1;
+  return seen.right - seen.left > strip && seen.bottom - seen.top > strip;
+}
 
 void Bar::expand() {
   events_.expect(kEventExpanded, L"expanded", [&] {
@@ -49,9 +55,7 @@ POINT Bar::emptyPlace() const {
 }
 
 void Bar::focus() {
-  const RECT seen = visiblePart(rect());
-  const int thin = toPixels(40) + 1;
-  if (seen.right - seen.left <= thin || seen.bottom - seen.top <= thin) expand();
+  if (!isOut()) expand();
   const POINT at = emptyPlace();
   require(L"the bar to be reachable with the mouse",
           [&] { return WindowFromPoint(at) == window_; });

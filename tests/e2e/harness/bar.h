@@ -16,11 +16,15 @@ class Bar {
  public:
   // Waits until the program has loaded.
   Bar(const RunningProgram& program, Events& events);
+  // A bar that is there already.
+  Bar(HWND window, Events& events) : window_(window), events_(events) {}
 
   HWND window() const { return window_; }
   RECT rect() const;
   AccessibleWindow accessible() const { return AccessibleWindow(window_); }
 
+  // True when more of it can be seen than the strip.
+  bool isOut() const;
   // Rests the mouse on the visible strip and waits until the bar has come out.
   void expand();
   // Takes the mouse away and waits until the bar has gone back.
@@ -38,7 +42,6 @@ class Bar {
  private:
   POINT emptyPlace() const;
   HWND window_;
-  const RunningProgram& program_;
   Events& events_;
 };
 
