@@ -31,9 +31,6 @@ class System {
   virtual std::wstring programFolder() = 0;
   virtual std::wstring applicationDataFolder() = 0;
   virtual std::wstring systemFolder() = 0;
-  virtual std::wstring windowsFolder() { return {}; }
-  // A 32-bit program on 64-bit Windows.
-  virtual bool isWow64() { return false; }
 };
 
 }  // namespace varnowick

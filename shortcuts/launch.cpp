@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/files.h"
 #include "platform/msg_box.h"
 #include "platform/sound.h"
 
@@ -44,17 +43,12 @@ bool saidNo(Platform& platform, const std::wstring& question, unsigned icon,
   return platform.msgBox.show(question, kMsgYesNo | icon, caption) == kMsgAnswerNo;
 }
 
-std::wstring fileForSystem(Platform& platform, const std::wstring& file) {
-  return PathAsSeenFrom32Bit(file, platform.system.isWow64(), platform.system.windowsFolder(),
-                             [&](const std::wstring& p) { return platform.files.exists(p); });
-}
-
 int execute(Platform& platform, LaunchHost& host, const std::wstring& parameters,
             const std::wstring& path, bool isCommand) {
   if (isCommand)
     return platform.shell.execute(host.ownerWindow(), L"", L"cmd.exe", L"/c " + parameters, L"");
   const std::wstring file = ResolveRelativePath(path, platform.system.programFolder());
-  return platform.shell.execute(host.ownerWindow(), L"", fileForSystem(platform, file), parameters,
+  return platform.shell.execute(host.ownerWindow(), L"", host.pathForSystem(file), parameters,
                                 FolderOfPath(file));
 }
 
@@ -109,7 +103,8 @@ LaunchResult LaunchShortcut(Platform& platform, LaunchHost& host, const clsShort
                         shortcut.Path, shortcut.Command);
 }
 
-void OpenWith(Platform& platform, const clsShortcut& dragged, const clsShortcut& target) {
+void OpenWith(Platform& platform, const LaunchHost& host, const clsShortcut& dragged,
+              const clsShortcut& target) {
   const std::wstring question =
       L"Open: " + dragged.FullCaption + L" with: " + target.FullCaption + L"?";
   if (platform.msgBox.show(question, kMsgYesNo | kMsgQuestion, kProgramTitle) != kMsgAnswerYes)
@@ -120,7 +115,7 @@ void OpenWith(Platform& platform, const clsShortcut& dragged, const clsShortcut&
   // No path holds a quotation mark; in an address it would end the argument.
   std::erase(dropped, L'"');
   const std::wstring argument = L'"' + dropped + L'"';
-  platform.shell.execute({}, L"", fileForSystem(platform, file), argument, FolderOfPath(file));
+  platform.shell.execute({}, L"", host.pathForSystem(file), argument, FolderOfPath(file));
 }
 
 std::size_t shortcutsIn(const Workspace& workspace, ContainerSlot container) {

@@ -26,6 +26,9 @@ class LaunchHost {
   // Collapses or hides the window as its settings require.
   virtual void PreLaunch() = 0;
   virtual OwnerWindow ownerWindow() const = 0;
+  // The path to hand to the system in place of a file's own: PathAsSeenFrom32Bit
+  // with what is known of the system.
+  virtual std::wstring pathForSystem(const std::wstring& path) const { return path; }
 };
 
 class ForegroundWindow {
@@ -68,9 +71,11 @@ LaunchResult LaunchShortcut(Platform& platform, LaunchHost& host, bool confirm,
                             const std::wstring& path, bool isCommand);
 LaunchResult LaunchShortcut(Platform& platform, LaunchHost& host, const clsShortcut& shortcut);
 
-// Dropping one shortcut on another. The caller restores the drag icon whatever
+// Dropping one shortcut on another of the host's window, which does not become the
+// owner of what is shown. The caller restores the drag icon whatever
 // the answer was.
-void OpenWith(Platform& platform, const clsShortcut& dragged, const clsShortcut& target);
+void OpenWith(Platform& platform, const LaunchHost& host, const clsShortcut& dragged,
+              const clsShortcut& target);
 
 // Opens the properties of the shortcut with an error text, which may be empty.
 using OpenProperties = std::function<void(ShortcutSlot, const std::wstring& error)>;

@@ -102,8 +102,10 @@ class Docking {
 
   ScreenEdge collapseSide() const { return side_; }
   // The edge behind which frameInsets of the window lie since ExpandFromEdge
-  // placed it there; None once the user has moved it.
-  ScreenEdge insetEdge() const { return insetEdge_; }
+  // placed it there; None once the user has moved it, and while collapsed.
+  ScreenEdge expandedEdge() const {
+    return side_ == ScreenEdge::None ? insetEdge_ : ScreenEdge::None;
+  }
   // True from ExpandFromEdge on until the window collapses or floats.
   bool expanded() const { return expanded_; }
   bool sliding() const { return sliding_; }

@@ -1,0 +1,140 @@
+// The commands of the main window as one table: identifier, caption, key, when
+// enabled, whether built. Menus are rows of depth and command over that table.
+// What a command does is bound by the window, not here.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace varnowick {
+
+enum class Command : int {
+  None,
+  // Adding
+  mnuNewFolderLink,
+  mnuAddRSS,
+  mnuAddLink,
+  mnuAddFileLink,
+  mnuAddFolderLink,
+  mnuAddPicture,
+  mnuAddReminder,
+  mnuNew,
+  mnuNewNote,
+  mnuNewCommand,
+  // Editing
+  mnuPaste,
+  mnuSelectAll,
+  mnuUnselectAll,
+  mnuUndo,
+  mnuDeleteSelected,
+  mnuLock,
+  // Shortcuts
+  mnuShortcutProperties,
+  mnuStartSelected,
+  mnuStartAll,
+  mnuStartAllWTag,
+  mnuOpenFileLocation,
+  mnuUseRelativePath,
+  mnuRefreshShortcuts,
+  // Containers
+  mnuShrinkAll,
+  mnuFoldAll,
+  mnuAttachAll,
+  mnuContainerLibrary,
+  // Feeds
+  mnuRSSSearch,
+  mnuRSSRefresh,
+  mnuRSSRefreshAll,
+  mnuRSSViewer,
+  // The bar
+  mnuDockLeft,
+  mnuDockRight,
+  mnuDockTop,
+  mnuDockBottom,
+  mnuDockNow,
+  mnuSuspendSlideOut,
+  mnuTranslucent,
+  // The program
+  mnuProgramAppearance,
+  mnuProgramSettings,
+  mnuLoadDefaults,
+  mnuRestart,
+  mnuSave,
+  mnuTips,
+  mnuCheckForUpdate,
+  mnuAbout,
+  mnuExitMainWin,
+  Count
+};
+
+// Modifier state of a key press, added together.
+inline constexpr int kShift = 1;
+inline constexpr int kCtrl = 2;
+inline constexpr int kAlt = 4;
+
+// A virtual-key code with its modifiers; code 0: no key.
+struct Key {
+  int code = 0;
+  int modifiers = 0;
+  constexpr bool operator==(const Key&) const = default;
+};
+
+struct CommandState {
+  bool locked = false;
+  bool suspended = false;  // auto-collapse
+  bool translucent = false;
+  bool shortcutSelected = false;
+  bool canUndo = false;
+};
+
+enum class Enabled { Always, ShortcutSelected, CanUndo };
+
+struct CommandRow {
+  Command id;
+  const wchar_t* name;     // the identifier as text
+  const wchar_t* caption;  // as menus show it
+  Key key;
+  Enabled enabled = Enabled::Always;
+  bool built = false;             // false: neither shown nor reached by its key
+  bool CommandState::*checked{};  // check items: what the mark shows
+};
+
+const CommandRow& commandRow(Command command);
+std::span<const CommandRow> commandRows();  // without None, in the order of the ids
+// The command behind a key, built or not; None when there is none.
+Command commandForKey(Key key);
+bool isEnabled(Command command, const CommandState& state);
+
+// "Ctrl+K", "F8"; empty for no key.
+std::wstring keyText(Key key);
+
+// Settings and Add are the menus of the buttons at the bottom of the bar.
+enum class MenuId { Main, Add, Settings, Shortcut };
+
+struct MenuRow {
+  int depth = 0;  // a deeper row belongs to the nearest shallower one above it
+  Command command = Command::None;
+  const wchar_t* caption = nullptr;  // of the head of a submenu; null in a command's row
+  constexpr bool isSeparator() const { return command == Command::None && caption == nullptr; }
+  constexpr bool isHead() const { return command == Command::None && caption != nullptr; }
+};
+
+// Every row, whether built or not.
+std::span<const MenuRow> menuRows(MenuId menu);
+
+struct ShownMenuRow {
+  int depth = 0;
+  Command command = Command::None;  // None: a separator or the head of a submenu
+  std::wstring caption{};           // empty: a separator
+  std::wstring key{};
+  bool checked = false;
+  bool enabled = true;
+  bool operator==(const ShownMenuRow&) const = default;
+};
+
+// What the menu shows now: without commands that are not built, submenus that
+// have become empty, and separators with nothing to separate.
+std::vector<ShownMenuRow> shownMenu(MenuId menu, const CommandState& state);
+
+}  // namespace varnowick
