@@ -1,0 +1,19 @@
+// Events of our own, raised with NotifyWinEvent on a window's client object when
+// something has happened that a test waits for. Screen readers ignore numbers of
+// this range, which is set aside for programs.
+#pragma once
+
+namespace varnowick {
+
+enum PrivateEvent : unsigned {
+  kEventLoaded = 0x0101,  // settings and workspace are there, the bar is shown
+  kEventExpanded,         // the bar has slid out
+  kEventCollapsed,        // the bar has slid away
+  kEventSaved,            // the workspace is on disk
+  kEventLaunched,         // a shortcut was handed to the shell
+  kEventMenuOpened,
+  kEventMenuClosed,
+  kEventSceneChanged  // items came, went or moved
+};
+
+}  // namespace varnowick
