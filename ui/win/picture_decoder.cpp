@@ -1,0 +1,159 @@
+#include "ui/win/picture_decoder.h"
+
+#include <windows.h>
+// These rely on it.
+#include <gdiplus.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/win32/handles.h"
+#include "platform/win32/win32_files.h"
+#include "ui/win/back_buffer.h"
+#include "ui/win/icon_bitmap.h"
+#include "ui/win/picture_header.h"
+
+namespace varnowick {
+
+namespace {
+
+using namespace Gdiplus::DllExports;
+
+constexpr std::uint64_t kMaxFileBytes = 64ULL << 20;
+
+// GDI+ came after Windows 2000, so that it is looked for at run time.
+class GdiPlus {
+ public:
+  GdiPlus() : library_(L"gdiplus.dll") {
+    decltype(&Gdiplus::GdiplusStartup) startup = nullptr;
+    if (!library_.bind("GdiplusStartup", startup) || !library_.bind("GdiplusShutdown", shutdown_) ||
+        !library_.bind("GdipCreateBitmapFromStream", createBitmapFromStream) ||
+        !library_.bind("GdipBitmapLockBits", lockBits) ||
+        !library_.bind("GdipBitmapUnlockBits", unlockBits) ||
+        !library_.bind("GdipDisposeImage", disposeImage) ||
+        !library_.bind("GdipGetImageWidth", imageWidth) ||
+        !library_.bind("GdipGetImageHeight", imageHeight)) {
+      return;
+    }
+    Gdiplus::GdiplusStartupInput input;
+    ready_ = startup(&token_, &input, nullptr) == Gdiplus::Ok;
+  }
+  GdiPlus(const GdiPlus&) = delete;
+  GdiPlus& operator=(const GdiPlus&) = delete;
+  ~GdiPlus() {
+    if (ready_) shutdown_(token_);
+  }
+  bool ready() const { return ready_; }
+
+  decltype(&GdipCreateBitmapFromStream) createBitmapFromStream = nullptr;
+  decltype(&GdipBitmapLockBits) lockBits = nullptr;
+  decltype(&GdipBitmapUnlockBits) unlockBits = nullptr;
+  decltype(&GdipDisposeImage) disposeImage = nullptr;
+  decltype(&GdipGetImageWidth) imageWidth = nullptr;
+  decltype(&GdipGetImageHeight) imageHeight = nullptr;
+
+ private:
+  SystemLibrary library_;
+  decltype(&Gdiplus::GdiplusShutdown) shutdown_ = nullptr;
+  ULONG_PTR token_ = 0;
+  bool ready_ = false;
+};
+
+ComPtr<IStream> streamOf(std::string_view bytes) {
+  ComPtr<IStream> stream;
+  HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+  if (memory == nullptr) return stream;
+  if (void* target = GlobalLock(memory); target != nullptr) {
+    std::memcpy(target, bytes.data(), bytes.size());
+    GlobalUnlock(memory);
+  }
+  if (FAILED(CreateStreamOnHGlobal(memory, TRUE, stream.put()))) GlobalFree(memory);
+  return stream;
+}
+
+Bitmap decodeWithGdiPlus(const GdiPlus& gdiPlus, std::string_view bytes) {
+  const ComPtr<IStream> stream = streamOf(bytes);
+  Gdiplus::GpBitmap* image = nullptr;
+  if (!stream || gdiPlus.createBitmapFromStream(stream.get(), &image) != Gdiplus::Ok) return {};
+  Bitmap result;
+  UINT width = 0;
+  UINT height = 0;
+  gdiPlus.imageWidth(image, &width);
+  gdiPlus.imageHeight(image, &height);
+  // What the decoder makes of it is checked as well as what the header claimed.
+  if (isDecodable({PictureFormat::Png, width, height}) && width > 0 && height > 0) {
+    const Gdiplus::GpRect whole(0, 0, static_cast<INT>(width), static_cast<INT>(height));
+    Gdiplus::BitmapData data{};
+    if (gdiPlus.lockBits(image, &whole, Gdiplus::ImageLockModeRead, PixelFormat32bppPARGB, &data) ==
+        Gdiplus::Ok) {
+      result = {static_cast<int>(width), static_cast<int>(height), {}};
+      result.pixels.resize(static_cast<std::size_t>(width) * height);
+      for (UINT y = 0; y < height; ++y) {
+        const auto* row = static_cast<const char*>(data.Scan0) +
+                          static_cast<std::ptrdiff_t>(data.Stride) * static_cast<INT>(y);
+        std::memcpy(result.pixels.data() + static_cast<std::size_t>(y) * width, row,
+                    static_cast<std::size_t>(width) * 4);
+      }
+      gdiPlus.unlockBits(image, &data);
+    }
+  }
+  gdiPlus.disposeImage(image);
+  return result;
+}
+
+// Without soft edges; knows BMP, GIF, JPEG and ICO on every system.
+Bitmap decodeWithOle(std::string_view bytes, const PictureHeader& header, int maxEdge) {
+  const ComPtr<IStream> stream = streamOf(bytes);
+  static constexpr IID kPictureId = {
+      0x7BF80980, 0xBF32, 0x101A, {0x8B, 0xBB, 0x00, 0xAA, 0x00, 0x30, 0x0C, 0xAB}};
+  ComPtr<IPicture> picture;
+  if (!stream || FAILED(OleLoadPicture(stream.get(), static_cast<LONG>(bytes.size()), FALSE,
+                                       kPictureId, picture.putVoid()))) {
+    return {};
+  }
+  OLE_XSIZE_HIMETRIC himetricWidth = 0;
+  OLE_YSIZE_HIMETRIC himetricHeight = 0;
+  picture->get_Width(&himetricWidth);
+  picture->get_Height(&himetricHeight);
+  const double shrink =
+      std::min(1.0, static_cast<double>(maxEdge) / std::max(header.width, header.height));
+  const int width = std::max(1, static_cast<int>(header.width * shrink));
+  const int height = std::max(1, static_cast<int>(header.height * shrink));
+  return bitmapOfDrawing({width}, {height}, [&](HDC dc) {
+    picture->Render(dc, 0, 0, width, height, 0, himetricHeight, himetricWidth, -himetricHeight,
+                    nullptr);
+  });
+}
+
+Bitmap limitedTo(Bitmap bitmap, int maxEdge) {
+  const int longest = std::max(bitmap.width, bitmap.height);
+  if (bitmap.empty() || longest <= maxEdge) return bitmap;
+  const auto shrunk = [&](int edge) {
+    return std::max(1, static_cast<int>(static_cast<std::int64_t>(edge) * maxEdge / longest));
+  };
+  return scaled(bitmap, shrunk(bitmap.width), shrunk(bitmap.height));
+}
+
+}  // namespace
+
+Bitmap decodePicture(std::string_view bytes, int maxEdge) {
+  const PictureHeader header = readPictureHeader(bytes);
+  if (!isDecodable(header)) return {};
+  const GdiPlus gdiPlus;
+  return gdiPlus.ready() ? limitedTo(decodeWithGdiPlus(gdiPlus, bytes), maxEdge)
+                         : decodeWithOle(bytes, header, maxEdge);
+}
+
+Bitmap loadPictureFile(const std::wstring& path, int maxEdge) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (!GetFileAttributesExW(pathForSystem(path).c_str(), GetFileExInfoStandard, &data) ||
+      (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow) > kMaxFileBytes) {
+    return {};
+  }
+  const FileBytes file = Win32Files().read(path);
+  return file.status ? decodePicture(file.bytes, maxEdge) : Bitmap{};
+}
+
+}  // namespace varnowick
