@@ -1,0 +1,179 @@
+#include "core/settings_file.h"
+
+#include <gtest/gtest.h>
+
+#include "core/settings_table.h"
+#include "tests/core/reference_document.h"
+#include "tests/fakes/fake_codec.h"
+#include "tests/fakes/fake_msg_box.h"
+
+namespace varnowick {
+namespace {
+
+struct Read {
+  Document document;
+  LoadReport report;
+  FakeMsgBox msgBox;
+  std::vector<std::wstring> progress;
+
+  explicit Read(std::string_view bytes) {
+    setBuiltInSettings(document.settings);
+    InitDefaultSettings(document.settings);
+    FakeCodec codec;
+    readSettingsFile(
+        bytes, L"x.ini", codec, msgBox,
+        [this](const std::wstring& text) { progress.push_back(text); }, document, report);
+  }
+};
+
+std::string render(const Document& document) {
+  FakeCodec codec;
+  return renderSettingsFile(document.settings, ContentsByPanel(document.workspace).of(picBack),
+                            codec);
+}
+std::string render(const Settings& settings) { return render(Document{settings, {}}); }
+
+Settings defaults() {
+  Settings s;
+  setBuiltInSettings(s);
+  InitDefaultSettings(s);
+  return s;
+}
+
+TEST(SettingsFile, ReferenceSurvives) {
+  const std::string first = render(referenceDocument());
+  const Read read(first);
+  EXPECT_TRUE(read.report.empty());
+  EXPECT_EQ(render(read.document), first);
+  EXPECT_EQ(read.document.workspace.shortcuts.count(), 2U);
+  EXPECT_EQ(read.document.settings.recentSearches, referenceDocument().settings.recentSearches);
+  EXPECT_EQ(read.progress,
+            (std::vector<std::wstring>{L"Loading Settings...", L"Loading Pictures..."}));
+}
+
+// The value line after the key, in a rendered file.
+std::string valueIn(const std::string& file, std::string_view key) {
+  const std::size_t start = file.find(std::string(key) + "\r\n") + key.size() + 2;
+  return file.substr(start, file.find("\r\n", start) - start);
+}
+
+// Each row changes the file when its setting changes, and the change survives.
+TEST(SettingsFile, NoRowIsDead) {
+  const std::string plain = render(defaults());
+  const std::string reference = render(referenceDocument());
+  for (const SettingRow& row : settingsTable()) {
+    const std::string_view key = row.field.key;
+    if (row.writeOnly()) {
+      EXPECT_EQ(valueIn(reference, key), row.field.constant);
+      continue;
+    }
+    EXPECT_NE(valueIn(plain, key), valueIn(reference, key)) << key;
+    const std::string only = "106\r\n" + std::string(key) + "\r\n" + valueIn(reference, key);
+    const std::string again = render(Read(only).document);
+    for (const SettingRow& other : settingsTable())
+      EXPECT_EQ(valueIn(again, other.field.key),
+                valueIn(&other == &row ? reference : plain, other.field.key))
+          << key << " " << other.field.key;
+  }
+}
+
+TEST(SettingsFile, DefaultsResetOnlyWhatHasADefault) {
+  Settings s = referenceDocument().settings;
+  InitDefaultSettings(s);
+  EXPECT_TRUE(s.checkForUpdatesOnStartup && s.confirmDelete && s.globalHotkey && s.animate);
+  EXPECT_FALSE(s.translucent || s.showTime || s.doubleClick || s.autoShrink);
+  EXPECT_EQ(s.globalHotkeyChar, L"S");
+  EXPECT_EQ(s.globalHotkeyMod, 8);
+  EXPECT_EQ(s.autoExpandDelay, 1);
+  EXPECT_EQ(s.rssUseProxy, L"0");
+  EXPECT_TRUE(s.undockImmediately && s.stretch && s.locked);
+  EXPECT_EQ(s.fontName, L"Tahoma");
+  setBuiltInSettings(s);
+  EXPECT_EQ(s.fontName, L"Verdana");
+  EXPECT_EQ(s.fontSize, 10);
+  EXPECT_EQ(s.largeIconSize, 32);
+  EXPECT_EQ(s.buttons, L"Vista");
+}
+
+TEST(SettingsFile, WrittenLinesStandAsOlderReadersExpectThem) {
+  const std::string file = render(defaults());
+  EXPECT_TRUE(file.starts_with("106\r\n[Hidden]\r\n0\r\n[WindowState]\r\n 0\r\n[X]\r\n 0\r\n"));
+  EXPECT_NE(file.find("[Undock Immediately]\r\n0\r\n[Taskbar]\r\n0\r\n[Buttons]\r\nVista\r\n"),
+            std::string::npos);
+  EXPECT_TRUE(file.ends_with("[RSSUseProxy]\r\n0\r\n"));
+}
+
+TEST(SettingsFile, TakesWhatItKnowsInAnyOrder) {
+  const Read read(
+      "106\r\n[LOCKED]\r\n True \r\n[Nonsense]\r\nvalue\r\n[X]\r\n 75\r\n"
+      "[Align]\r\nFalse\r\n[RSS Search1]\r\nb\r\n[RSS Search0]\r\na\r\n[Locked]\r\n0\r\n[Y]\r\n9");
+  EXPECT_TRUE(read.document.settings.locked);
+  EXPECT_FALSE(read.document.settings.align);
+  EXPECT_EQ(read.document.settings.window.left, 75_tw);
+  EXPECT_EQ(read.document.settings.window.top, 9_tw);
+  EXPECT_EQ(read.document.settings.recentSearches, (std::vector<std::wstring>{L"a", L"b"}));
+  ASSERT_EQ(read.report.count(), 4U);
+  EXPECT_EQ(read.report.problems()[0].line, 4U);
+  EXPECT_EQ(read.report.filesNotReadWhole(), std::vector<std::wstring>{L"x.ini"});
+}
+
+TEST(SettingsFile, BadValuesKeepThePreviousOnes) {
+  const Read read(
+      "106\r\n[Animate]\r\nmaybe\r\n[X]\r\n10000000\r\n[W]\r\n-5\r\n[Font Size]\r\n12pt\r\n"
+      "[Background]\r\n99999999999\r\n[AutoShrink]\r\n1\r\n[Font Name]");
+  Settings expected = defaults();
+  expected.autoShrink = true;
+  EXPECT_EQ(render(read.document), render(expected));
+  EXPECT_EQ(read.report.count(), 6U);
+}
+
+TEST(SettingsFile, WriteOnlyKeyTakesNoLineAwayFromOthers) {
+  EXPECT_TRUE(Read("106\r\n[Taskbar]\r\n[LOCKED]\r\n1\r\n").document.settings.locked);
+  EXPECT_TRUE(Read("106\r\n[Taskbar]\r\n0\r\n").report.empty());
+}
+
+TEST(SettingsFile, SearchesFormARunOfAtMostTen) {
+  Settings s = defaults();
+  s.recentSearches = {L"[No recent search]"};
+  EXPECT_EQ(render(s).find("[RSS Search"), std::string::npos);
+  s.recentSearches.assign(12, L"x");
+  EXPECT_NE(render(s).find("[RSS Search9]\r\nx\r\n"), std::string::npos);
+  EXPECT_EQ(Read(render(s)).document.settings.recentSearches.size(), 10U);
+  EXPECT_EQ(Read("106\r\n[RSS Search7]\r\nlate").document.settings.recentSearches,
+            std::vector<std::wstring>{L"late"});
+  s.globalHotkeyChar = L" ";
+  EXPECT_EQ(valueIn(render(s), "[GlobalHotkeyChar]"), "S");
+}
+
+TEST(SettingsFile, TellsOfNestedContainersOnce) {
+  EXPECT_TRUE(Read("[1.04]\r\n[Capture]\r\n0\r\n").msgBox.shown.empty());
+  const Read read("[1.04]\r\n[Capture]\r\n 1 \r\n[LOCKED]\r\n1\r\n[Capture]\r\n1\r\n");
+  EXPECT_TRUE(read.document.settings.locked && read.report.empty());
+  const std::vector<FakeMsgBox::Shown> expected{
+      {L"Sorry, but the nested containers feature has been removed from this version. It was too "
+       L"buggy and slowed down Varnowick's development. From now on, you can use the new "
+       L"Containers Tags feature, which allows you (in a much more intuitive way) to keep multiple "
+       L"shortcuts in a single container. Unfortunately this means that you will probably need to "
+       L"re-organize the workspace.",
+       48 + 4096, L"Nested Containers"}};
+  EXPECT_EQ(read.msgBox.shown, expected);
+}
+
+// Each cut loses nothing that stands whole before it.
+TEST(SettingsFile, EveryPrefixLoads) {
+  const std::string whole = render(referenceDocument());
+  for (std::size_t size = 0; size <= whole.size(); size += size + 40 < whole.size() ? 7 : 1) {
+    const Read read(std::string_view(whole).substr(0, size));
+    const std::string again = render(read.document);
+    if (size > whole.find("[Align]")) {
+      EXPECT_EQ(read.document.settings.window.left.value, -60);
+    }
+    if (size > whole.find("[LinkType]")) {
+      EXPECT_EQ(read.document.workspace.shortcuts[ShortcutSlot{0}].FullCaption, L"Editor");
+    }
+    EXPECT_EQ(render(Read(again).document), again);
+  }
+}
+
+}  // namespace
+}  // namespace varnowick

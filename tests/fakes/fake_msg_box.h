@@ -1,0 +1,31 @@
+// Records every message and gives the answers in turn (Yes when there are none).
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/msg_box.h"
+
+namespace varnowick {
+
+class FakeMsgBox : public MsgBox {
+ public:
+  struct Shown {
+    std::wstring text;
+    unsigned style;
+    std::wstring caption;
+    bool operator==(const Shown&) const = default;
+  };
+  std::vector<Shown> shown;
+  std::vector<int> answers;
+
+  int show(const std::wstring& text, unsigned style, const std::wstring& caption) override {
+    shown.push_back({text, style, caption});
+    if (answers.empty()) return kMsgAnswerYes;
+    const int answer = answers.front();
+    answers.erase(answers.begin());
+    return answer;
+  }
+};
+
+}  // namespace varnowick
