@@ -16,19 +16,13 @@ TEST_F(MainDamage, ADamagedContainerIsToldOnceAndKeptInBackup) {
   folder().write(L"Containers\\0.con", container(L"First"));
   folder().write(L"Containers\\1.con", damaged);
   folder().write(L"Containers\\2.con", container(L"Third"));
-  const std::vector<std::wstring> told = startAnsweringDialogs();
+  std::vector<std::wstring> told = startAnsweringDialogs();
   const Bar bar(program(), events());
   for (const wchar_t* name : {L"First", L"Half", L"Third"}) bar.accessible().waitFor(name);
   EXPECT_EQ(folder().read(L"Containers\\1.con"), damaged) << "reading changes nothing";
-  std::vector<std::wstring> all = told;
-  if (all.empty()) {
-    const DialogWindow dialog = waitForDialog(program().process(), L"");
-    all.push_back(dialog.text());
-    dialog.press(dialog.buttons().at(0));
-  }
-  ASSERT_EQ(all.size(), 1U);
-  EXPECT_NE(all[0].find(L"1.con"), std::wstring::npos) << toUtf8(all[0]);
-  closeProgram();
+  for (const std::wstring& text : closeAnsweringDialogs()) told.push_back(text);
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_NE(told[0].find(L"1.con"), std::wstring::npos) << toUtf8(told[0]);
   const DataFiles backups = folder().backups();
   ASSERT_EQ(backups.size(), 1U);
   EXPECT_EQ(backups.begin()->second, damaged);
@@ -43,10 +37,7 @@ TEST_F(MainDamage, FilesBehindAGapInTheNumberingAreKeptInBackup) {
   const Bar bar(program(), events());
   bar.accessible().waitFor(L"First");
   EXPECT_FALSE(bar.accessible().find(L"Behind the gap").has_value());
-  if (const DialogWindow dialog = anyDialog(program().process()); dialog.open()) {
-    dialog.press(dialog.buttons().at(0));
-  }
-  closeProgram();
+  closeAnsweringDialogs();
   EXPECT_FALSE(folder().exists(L"Containers\\2.con"));
   std::vector<std::string> kept;
   for (const auto& [name, bytes] : folder().backups()) kept.push_back(bytes);
@@ -109,12 +100,8 @@ TEST_F(HostileFiles, TheProgramStartsAndEndsCleanlyWhateverItsFilesHold) {
     folder().remove(L"Backup");
     folder().write(L"Varnowick.ini", c.settings);
     folder().write(L"Containers\\0.con", c.container);
-    EXPECT_LE(startAnsweringDialogs().size(), 1U);
-    const Bar bar(program(), events());
-    if (const DialogWindow dialog = anyDialog(program().process()); dialog.open()) {
-      dialog.press(dialog.buttons().at(0));
-    }
-    closeProgram();
+    const std::size_t atStart = startAnsweringDialogs().size();
+    EXPECT_LE(atStart + closeAnsweringDialogs().size(), 1U) << "tells more than once";
     EXPECT_EQ(folder().read(L"Varnowick.ini").substr(0, 5), "106\r\n");
   }
 }
@@ -122,7 +109,7 @@ TEST_F(HostileFiles, TheProgramStartsAndEndsCleanlyWhateverItsFilesHold) {
 TEST_F(HostileFiles, ALineOfFiftyMegabytesDoesNoHarm) {
   folder().write(L"Varnowick.ini", "106\r\n[Font Name]\r\n" + std::string(50'000'000, 'x'));
   startAnsweringDialogs();
-  closeProgram();
+  closeAnsweringDialogs();
 }
 
 }  // namespace

@@ -46,23 +46,33 @@ RunningProgram& ProgramTest::start() {
 
 Bar ProgramTest::startBar() { return Bar(start(), *events_); }
 
-std::vector<std::wstring> ProgramTest::startAnsweringDialogs() {
+std::vector<std::wstring> ProgramTest::answerUntil(const std::wstring& what,
+                                                   const std::function<bool()>& condition) {
   std::vector<std::wstring> told;
-  start();
-  require(L"the program to load", [&] {
-    if (!program().running()) throw HarnessError(L"the program ended while loading");
+  require(what, [&] {
     if (const DialogWindow dialog = anyDialog(program().process()); dialog.open()) {
       told.push_back(dialog.text());
       dialog.press(dialog.buttons().at(0));
     }
-    return events().count(kEventLoaded, program().process()) > 0;
+    return condition();
   });
   return told;
 }
 
-void ProgramTest::closeProgram() {
+std::vector<std::wstring> ProgramTest::startAnsweringDialogs() {
+  start();
+  return answerUntil(L"the program to load", [&] {
+    if (!program().running()) throw HarnessError(L"the program ended while loading");
+    return events().count(kEventLoaded, program().process()) > 0;
+  });
+}
+
+std::vector<std::wstring> ProgramTest::closeAnsweringDialogs() {
   PostMessageW(program().mainWindow(), WM_CLOSE, 0, 0);
+  const std::vector<std::wstring> told =
+      answerUntil(L"the program to end", [&] { return !program().running(); });
   EXPECT_EQ(program().waitForExit(), 0U);
+  return told;
 }
 
 RECT windowAt(double left, double top, double width, double height) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,16 +36,22 @@ class ProgramTest : public testing::Test {
   RunningProgram& start();
   // Starts it and waits for the main window.
   Bar startBar();
-  // The same where files are damaged: answers what it tells meanwhile with the
-  // first button. The texts it told.
+  // Starts it and waits until it has loaded; or closes the main window as the task
+  // manager does and waits for a clean end. Whatever the program tells meanwhile
+  // is answered with the first button; the texts.
   std::vector<std::wstring> startAnsweringDialogs();
-  // Closes the main window as the task manager does, and waits for a clean end.
-  void closeProgram();
+  std::vector<std::wstring> closeAnsweringDialogs();
+  // The same where the program has no reason to tell anything.
+  void closeProgram() { EXPECT_TRUE(closeAnsweringDialogs().empty()); }
 
   // Replaces the folder; for cases that do not use the portable one.
   void useFolder(std::unique_ptr<ProgramFolder> folder) { folder_ = std::move(folder); }
 
  private:
+  // Answers dialogs until the condition holds.
+  std::vector<std::wstring> answerUntil(const std::wstring& what,
+                                        const std::function<bool()>& condition);
+
   std::unique_ptr<Events> events_;
   std::unique_ptr<ProgramFolder> folder_;
   std::unique_ptr<RunningProgram> program_;

@@ -39,7 +39,7 @@ std::string shortcutRecord(const ShortcutRow& s, bool inContainer) {
 }
 
 std::vector<std::pair<std::string, std::string>> initialRows() {
-  return {{"[Hidden]", "0"},
+  return {{"[Hidden]", "1"},
           {"[WindowState]", " 0"},
           {"[X]", number(kCollapsedLeft)},
           {"[Y]", number(kBarTop)},

@@ -6,7 +6,7 @@ namespace {
 
 constexpr const char* kSettings = R"(106
 [Hidden]
-0
+1
 [WindowState]
  0
 [X]
