@@ -1,0 +1,89 @@
+#include "app/program.h"
+
+#include <windows.h>
+
+#include "core/desktop_store.h"
+#include "core/startup.h"
+#include "platform/platform.h"
+#include "platform/win32/instance_guard.h"
+#include "platform/win32/win32_clock.h"
+#include "platform/win32/win32_files.h"
+#include "platform/win32/win32_msg_box.h"
+#include "platform/win32/win32_screen.h"
+#include "platform/win32/win32_shell.h"
+#include "platform/win32/win32_sound.h"
+#include "platform/win32/win32_system.h"
+#include "platform/win32/win32_text_codec.h"
+#include "ui/win/frm_main.h"
+#include "ui/win/frm_splash.h"
+#include "ui/win/modal.h"
+
+namespace varnowick {
+namespace {
+
+// Sounds and other files of the program are named bare and found in the current
+// folder; libraries must not be found there.
+void prepareFolders(const std::wstring& programFolder) {
+  using SetDllDirectoryFunction = BOOL(WINAPI*)(LPCWSTR);
+  const auto kernel = GetModuleHandleW(L"kernel32.dll");
+  // Windows XP SP1 and later; before that the current folder cannot be left out.
+  const auto setDllDirectory = reinterpret_cast<SetDllDirectoryFunction>(
+      reinterpret_cast<void*>(GetProcAddress(kernel, "SetDllDirectoryW")));
+  if (setDllDirectory != nullptr) setDllDirectory(L"");
+  SetCurrentDirectoryW(programFolder.c_str());
+}
+
+int runMessageLoop() {
+  MSG message{};
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  return static_cast<int>(message.wParam);
+}
+
+}  // namespace
+
+int Main() {
+  Win32Files files;
+  Win32TextCodec codec;
+  Win32MsgBox systemMsgBox;
+  Win32Shell shell;
+  Win32System system;
+  Win32Sound sound;
+  Win32Clock clock;
+  Win32Cursor cursor;
+  Win32Monitors monitors;
+  ModalDepth modal;
+  ModalMsgBox msgBox(systemMsgBox, modal);
+  const Platform platform{files, codec, msgBox, shell, system, sound, clock, cursor, monitors};
+
+  // Drives without a disk must not raise the system's own boxes.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+  prepareFolders(system.programFolder());
+
+  const StartDecision start = decideStart(files, system, msgBox);
+  if (!start.mayRun) return 0;
+  const InstanceGuard guard(start.dataFolder);
+  if (!guard.first()) {
+    guard.bringFirstForward();
+    return 0;
+  }
+
+  DesktopStore store(files, codec, msgBox, start.dataFolder);
+  frmSplash splash;
+  frmMain main(platform, store, modal);
+  splash.open();
+  if (!main.open()) return 1;
+  systemMsgBox.setOwner([&] {
+    const HWND owner = IsWindowVisible(main.handle()) ? main.handle() : nullptr;
+    return OwnerWindow{reinterpret_cast<std::uintptr_t>(owner)};
+  });
+  guard.announceWindow(main.handle());
+  main.load([&](const std::wstring& text) { splash.progress(text); });
+  main.show();
+  splash.close();
+  return runMessageLoop();
+}
+
+}  // namespace varnowick

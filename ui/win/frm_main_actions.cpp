@@ -1,0 +1,262 @@
+// What the main window does when a command is run or something on it is clicked.
+
+#include <algorithm>
+
+#include "core/settings_table.h"
+#include "core/startup.h"
+#include "platform/msg_box.h"
+#include "platform/sound.h"
+#include "platform/win32/handles.h"
+#include "shortcuts/paths.h"
+#include "ui/win/frm_main.h"
+#include "ui/win/frm_shortcut_properties.h"
+#include "ui/win/popup_menu.h"
+#include "ui/win/win_events.h"
+
+namespace varnowick {
+namespace {
+
+constexpr const wchar_t* kAboutText =
+    L"Varnowick 1.0.0\r\n\r\nA desktop organiser that stays out of the way at the edge of the "
+    L"screen.";
+
+// Starts the restarter with a handle on which it can wait for this process.
+bool startRestarter(const std::wstring& path) {
+  KernelHandle self;
+  if (!DuplicateHandle(GetCurrentProcess(), GetCurrentProcess(), GetCurrentProcess(), self.put(),
+                       SYNCHRONIZE, TRUE, 0))
+    return false;
+  const auto value = reinterpret_cast<std::uintptr_t>(self.get());
+  std::wstring commandLine = L"\"" + path + L"\" " + std::to_wstring(value);
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = SW_SHOWNORMAL;
+  PROCESS_INFORMATION process{};
+  if (!CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                      &startup, &process))
+    return false;
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
+  return true;
+}
+
+// Whether this is a 32-bit program on 64-bit Windows, which sees another System32.
+bool runsUnderWow64() {
+  using IsWow64ProcessFunction = BOOL(WINAPI*)(HANDLE, PBOOL);
+  // Windows XP SP2 and later.
+  static const auto isWow64Process =
+      reinterpret_cast<IsWow64ProcessFunction>(reinterpret_cast<void*>(
+          GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "IsWow64Process")));
+  BOOL wow64 = FALSE;
+  return isWow64Process != nullptr && isWow64Process(GetCurrentProcess(), &wow64) && wow64;
+}
+
+}  // namespace
+
+void frmMain::clicked(NodeId node) {
+  const PixelRect at = view_.toClient(node);
+  POINT below{at.left.value, at.bottom().value};
+  ClientToScreen(handle(), &below);
+  switch (node.kind) {
+    case ControlKind::lblShortcut:
+    case ControlKind::picShortcut:
+      return launch(shortcutOf(node));
+    case ControlKind::PicLockToolbar:
+    case ControlKind::PicUnlockToolbar:
+      return run(Command::mnuLock);
+    case ControlKind::PicDockToolbar:
+      return run(Command::mnuDockNow);
+    case ControlKind::cmdMenu:
+      return showMenu(MenuId::Main, below);
+    case ControlKind::cmdSettings:
+      return showMenu(MenuId::Settings, below);
+    case ControlKind::cmdAdd:
+      return showMenu(MenuId::Add, below);
+    default:
+      return;
+  }
+}
+
+void frmMain::run(Command command) {
+  if (command == Command::None || !commandRow(command).built || !isEnabled(command, commandState()))
+    return;
+  switch (command) {
+    case Command::mnuShortcutProperties:
+      return editShortcut(currentShortcut(), L"");
+    case Command::mnuDockLeft:
+      return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Left));
+    case Command::mnuDockRight:
+      return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Right));
+    case Command::mnuDockTop:
+      return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Top));
+    case Command::mnuDockBottom:
+      return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Bottom));
+    case Command::mnuDockNow:
+      return docking_.apply(docking_.rules().dockNow(docking_.inputs()));
+    case Command::mnuSuspendSlideOut:
+      return docking_.apply(docking_.rules().mnuSuspendSlideOut());
+    case Command::mnuLock:
+      return setLocked(!document_.settings.locked);
+    case Command::mnuSave:
+      return saveWorkspace();
+    case Command::mnuAbout:
+      platform_.msgBox.show(kAboutText, kMsgOkOnly | kMsgInformation, kProgramTitle);
+      return;
+    case Command::mnuRestart:
+      return restartWithoutRecentChanges();
+    case Command::mnuLoadDefaults:
+      return loadDefaultSettings();
+    case Command::mnuExitMainWin:
+      return exitProgram();
+    default:
+      return;
+  }
+}
+
+void frmMain::launch(ShortcutSlot slot) {
+  const clsShortcut* found = document_.workspace.shortcuts.find(slot);
+  if (found == nullptr || clickGuard_.blocked()) return;
+  const clsShortcut shortcut = *found;  // a dialog may change the table meanwhile
+  const LaunchResult result = LaunchShortcut(platform_, *this, shortcut);
+  if (result.outcome == LaunchOutcome::FailedFaulty)
+    editShortcut(slot, result.propertiesError);
+  else if (result.outcome == LaunchOutcome::Started)
+    announce(handle(), kEventLaunched);
+}
+
+void frmMain::editShortcut(ShortcutSlot slot, const std::wstring& error) {
+  clsShortcut* shortcut = document_.workspace.shortcuts.find(slot);
+  if (shortcut == nullptr) return;
+  clsShortcut edited = *shortcut;
+  {
+    const ModalDepth::Scope scope(modal_);
+    if (!frmShortcutProperties(edited, error).edit(handle())) return;
+  }
+  shortcut = document_.workspace.shortcuts.find(slot);
+  if (shortcut == nullptr) return;
+  *shortcut = std::move(edited);
+  workspaceScene_.updateShortcut(slot);
+  view_.invalidate();
+  workspaceChanged();
+}
+
+void frmMain::PreLaunch() { docking_.apply(docking_.rules().preLaunch(docking_.inputs())); }
+
+OwnerWindow frmMain::ownerWindow() const { return {reinterpret_cast<std::uintptr_t>(handle())}; }
+
+std::wstring frmMain::pathForSystem(const std::wstring& path) const {
+  std::wstring windows(MAX_PATH, L'\0');
+  windows.resize(GetSystemWindowsDirectoryW(windows.data(), MAX_PATH));
+  return PathAsSeenFrom32Bit(path, runsUnderWow64(), windows, [this](const std::wstring& file) {
+    return platform_.files.exists(file);
+  });
+}
+
+SaveResult frmMain::save(bool recovery) {
+  Settings& settings = document_.settings;
+  settings.window = docking_.rectToSave();
+  settings.hidden = docking_.rules().collapseSide() != ScreenEdge::None;
+  SaveResult result = store_.SaveDesktop(document_, recovery);
+  if (result) {
+    saveFailureTold_ = false;
+    announce(handle(), kEventSaved);
+  }
+  return result;
+}
+
+void frmMain::workspaceChanged() {
+  const SaveResult result = save(true);
+  // The next change would only say the same again.
+  if (result || saveFailureTold_) return;
+  saveFailureTold_ = true;
+  platform_.msgBox.show(saveFailureMessage(result), kMsgOkOnly | kMsgCritical, kProgramTitle);
+}
+
+void frmMain::saveWorkspace() {
+  const SaveResult result = save(false);
+  if (result)
+    platform_.msgBox.show(L"Workspace Saved", kMsgOkOnly | kMsgInformation, kProgramTitle);
+  else
+    platform_.msgBox.show(saveFailureMessage(result), kMsgOkOnly | kMsgCritical, kProgramTitle);
+}
+
+void frmMain::setLocked(bool locked) {
+  document_.settings.locked = locked;
+  platform_.sound.play(L"lock.wav");
+  relayout();
+  workspaceChanged();
+}
+
+void frmMain::loadDefaultSettings() {
+  if (!confirmDefaultSettings(platform_.msgBox)) return;
+  InitDefaultSettings(document_.settings);
+  applyPalette();
+  rebuildScene();
+  workspaceChanged();
+}
+
+void frmMain::restartWithoutRecentChanges() {
+  const RestartDecision decision =
+      decideRestart(platform_.files, platform_.system, platform_.msgBox, store_.dataFolder());
+  if (!decision.restart) return;
+  if (!startRestarter(decision.restarterPath)) {
+    platform_.msgBox.show(L"Can't start: " + decision.restarterPath, kMsgExclamation,
+                          kProgramTitle);
+    return;
+  }
+  store_.suppressSaving(true);
+  exitProgram();
+}
+
+void frmMain::exitProgram() {
+  if (ended_) return;
+  ended_ = true;
+  if (const SaveResult result = save(false); !result) {
+    const std::wstring question =
+        saveFailureMessage(result) + L"\r\n\r\nEnd the program without saving?";
+    ended_ =
+        platform_.msgBox.show(question, kMsgYesNo | kMsgCritical, kProgramTitle) == kMsgAnswerYes;
+  }
+  if (ended_) destroy();
+}
+
+// There is no time for questions: what cannot be saved now stays recoverable.
+void frmMain::endSession() {
+  if (ended_) return;
+  ended_ = true;
+  save(false);
+  destroy();
+}
+
+CommandState frmMain::commandState() const {
+  CommandState state;
+  state.locked = document_.settings.locked;
+  state.suspended = docking_.rules().suspended();
+  state.translucent = document_.settings.translucent;
+  state.shortcutSelected = !currentShortcut().none();
+  return state;
+}
+
+ShortcutSlot frmMain::currentShortcut() const {
+  const ShortcutSlot slot = shortcutOf(view_.input().focused());
+  return document_.workspace.shortcuts.contains(slot) ? slot : ShortcutSlot{};
+}
+
+void frmMain::showMenu(MenuId menu, POINT screen) {
+  std::vector<MenuItem> items;
+  for (const ShownMenuRow& row : shownMenu(menu, commandState()))
+    items.push_back(
+        {row.depth, static_cast<int>(row.command), row.caption, row.key, row.checked, row.enabled});
+  if (items.empty()) return;
+  int chosen = 0;
+  {
+    const ModalDepth::Scope scope(modal_);
+    announce(handle(), kEventMenuOpened);
+    chosen = showPopupMenu(handle(), items, screen);
+    announce(handle(), kEventMenuClosed);
+  }
+  if (chosen != 0) run(static_cast<Command>(chosen));
+}
+
+}  // namespace varnowick
