@@ -1,5 +1,6 @@
-// Conversion between the bytes of files and text: the system's ANSI code page
-// and UTF-8. Only the file layer calls it.
+// Conversion between the bytes of files and text: the system's ANSI code page,
+// UTF-8, and the UTF-16 that some of the system's own file formats hold. Only
+// what reads and writes files calls it.
 #pragma once
 
 #include <optional>
@@ -17,6 +18,9 @@ class TextCodec {
   virtual std::optional<std::string> toAnsi(std::wstring_view text) = 0;
   virtual std::wstring fromUtf8(std::string_view bytes) = 0;
   virtual std::string toUtf8(std::wstring_view text) = 0;
+  // Little-endian. A surrogate without its partner becomes U+FFFD; an odd last
+  // byte is left out.
+  virtual std::wstring fromUtf16Le(std::string_view bytes) = 0;
 };
 
 }  // namespace varnowick

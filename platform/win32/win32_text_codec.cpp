@@ -153,4 +153,23 @@ std::string Win32TextCodec::toUtf8(std::wstring_view text) {
   return bytes;
 }
 
+std::wstring Win32TextCodec::fromUtf16Le(std::string_view bytes) {
+  std::wstring text;
+  text.reserve(bytes.size() / 2);
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    text.push_back(static_cast<wchar_t>(static_cast<unsigned char>(bytes[i]) |
+                                        static_cast<unsigned char>(bytes[i + 1]) << 8));
+  }
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool pair =
+        isHighSurrogate(text[i]) && i + 1 < text.size() && isLowSurrogate(text[i + 1]);
+    if (pair) {
+      ++i;
+    } else if (isHighSurrogate(text[i]) || isLowSurrogate(text[i])) {
+      text[i] = kReplacement;
+    }
+  }
+  return text;
+}
+
 }  // namespace varnowick

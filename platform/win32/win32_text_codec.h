@@ -20,6 +20,7 @@ class Win32TextCodec : public TextCodec {
   // Each byte that is no part of a valid sequence becomes U+FFFD.
   std::wstring fromUtf8(std::string_view bytes) override;
   std::string toUtf8(std::wstring_view text) override;
+  std::wstring fromUtf16Le(std::string_view bytes) override;
 
  private:
   unsigned codePage_;

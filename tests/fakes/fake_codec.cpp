@@ -90,4 +90,26 @@ std::string FakeCodec::toUtf8(std::wstring_view text) {
   return bytes;
 }
 
+std::wstring FakeCodec::fromUtf16Le(std::string_view bytes) {
+  const auto unitAt = [&](std::size_t i) {
+    return i + 1 < bytes.size()
+               ? static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[i]) |
+                                            static_cast<unsigned char>(bytes[i + 1]) << 8)
+               : 0U;
+  };
+  std::wstring text;
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    std::uint32_t code = unitAt(i);
+    const std::uint32_t next = unitAt(i + 2);
+    if (code >= 0xD800 && code < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
+      code = 0x10000 + ((code - 0xD800) << 10) + (next - 0xDC00);
+      i += 2;
+    } else if (code >= 0xD800 && code < 0xE000) {
+      code = kReplacement;
+    }
+    appendWide(text, code);
+  }
+  return text;
+}
+
 }  // namespace varnowick

@@ -17,6 +17,7 @@ class FakeCodec : public TextCodec {
   std::optional<std::string> toAnsi(std::wstring_view text) override;
   std::wstring fromUtf8(std::string_view bytes) override;
   std::string toUtf8(std::wstring_view text) override;
+  std::wstring fromUtf16Le(std::string_view bytes) override;
 
  private:
   CodePage page_;

@@ -9,11 +9,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/picture_header.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_files.h"
 #include "ui/win/back_buffer.h"
 #include "ui/win/icon_bitmap.h"
-#include "ui/win/picture_header.h"
 
 namespace varnowick {
 

@@ -1,4 +1,4 @@
-#include "ui/win/picture_header.h"
+#include "core/picture_header.h"
 
 #include <algorithm>
 #include <cstddef>
