@@ -1,0 +1,104 @@
+// A window, a mouse and monitors for the docking rules: gathers inputs as the
+// main window does and applies effects to plain fields.
+#pragma once
+
+#include <set>
+#include <vector>
+
+#include "sidebar/docking.h"
+#include "tests/fakes/fake_screen.h"
+
+namespace varnowick {
+
+struct DockingWorld {
+  Docking rules;
+  FakeMonitors monitors;
+  FakeCursor cursor{};
+  TwipsRect window{{3000}, {1500}, {3000}, {4500}};
+  DockInputs conditions;  // the flags; the rest is gathered anew
+  std::set<TimerId> running;
+  std::vector<int> opacities;
+  CaptionChange caption = CaptionChange::None;
+  DockChange lastChange = DockChange::None;
+  // As on a real screen: the window can only stand at whole pixels.
+  bool wholePixels = false;
+
+  DockInputs inputs() {
+    DockInputs in = conditions;
+    in.window = window;
+    in.density = monitors.density();
+    in.screen = screenExtents(monitors, window);
+    in.cursor = cursor.at;
+    in.leftButtonDown = cursor.down;
+    const PixelRect px = toPixels(window, in.density);
+    const ProgramWindow main{px.topLeft(), window.size()};
+    in.mouseOnWindow = MouseOnWindow({&main, 1}, cursor.at, in.density);
+    return in;
+  }
+
+  void apply(const DockEffects& effects) {
+    if (effects.opacity) opacities.push_back(*effects.opacity);
+    if (effects.moveTo) placeAt(effects.moveTo->x, effects.moveTo->y);
+    for (const TimerAction& t : effects.timers) {
+      if (t.start)
+        running.insert(t.id);
+      else
+        running.erase(t.id);
+    }
+    if (effects.caption != CaptionChange::None) caption = effects.caption;
+    if (effects.change != DockChange::None) lastChange = effects.change;
+  }
+
+  void placeAt(Twips left, Twips top) {
+    window.left = left;
+    window.top = top;
+    if (!wholePixels) return;
+    const Density d = monitors.density();
+    window.left = d.toTwips(d.toPixels(left));
+    window.top = d.toTwips(d.toPixels(top));
+  }
+
+  void start(bool hidden = false) { apply(rules.start(inputs(), hidden)); }
+  void dockTo(ScreenEdge edge) { apply(rules.dockTo(inputs(), edge)); }
+  void moveMouse(int x, int y) {
+    cursor.at = {{x}, {y}};
+    if (inputs().mouseOnWindow) apply(rules.mouseMoved(inputs()));
+  }
+  void drag(Twips left, Twips top) {
+    placeAt(left, top);
+    apply(rules.movedByUser(inputs()));
+  }
+  void changeMonitors(std::vector<PixelRect> bounds) {
+    monitors.bounds = std::move(bounds);
+    apply(rules.screenChanged(inputs()));
+  }
+
+  bool runs(TimerId id) const { return running.contains(id); }
+  // A tick of a timer that runs; nothing when it has been stopped.
+  void tick(TimerId id) {
+    if (!runs(id)) return;
+    if (id == TimerId::TimerShow) apply(rules.TimerShowTick(inputs()));
+    if (id == TimerId::TimerSlide) apply(rules.TimerSlideTick(inputs()));
+    if (id == TimerId::TimerHide) apply(rules.TimerHideTick(inputs()));
+  }
+  int slide(int atMost = 1000) {
+    int ticks = 0;
+    while (runs(TimerId::TimerSlide) && ticks < atMost) {
+      tick(TimerId::TimerSlide);
+      ++ticks;
+    }
+    return ticks;
+  }
+  bool collapsed() const { return rules.collapseSide() != ScreenEdge::None && !rules.sliding(); }
+};
+
+// A point of the strip that a bar of the world leaves on its edge.
+inline void moveOntoStrip(DockingWorld& w, int dx = 0, int dy = 0) {
+  const PixelRect px = toPixels(w.window, w.monitors.density());
+  const PixelRect whole = w.monitors.virtualScreen();
+  const PixelRect shown = px.intersect(whole);
+  w.moveMouse(shown.left.value + shown.width.value / 2 + dx,
+              shown.top.value + shown.height.value / 2 + dy);
+}
+
+}  // namespace varnowick
