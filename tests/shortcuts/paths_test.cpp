@@ -1,0 +1,58 @@
+#include "shortcuts/paths.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "tests/fakes/fake_system.h"
+
+namespace varnowick {
+namespace {
+
+TEST(Paths, RelativeAndBackAndTheirFolder) {
+  EXPECT_EQ(ResolveRelativePath(L"@:\\x\\y.exe", L"D:\\V"), L"D:\\x\\y.exe");
+  EXPECT_EQ(ResolveRelativePath(L"@", L"D:\\V"), L"D");
+  EXPECT_EQ(ResolveRelativePath(L"", L"D:\\V"), L"");
+  EXPECT_EQ(ResolveRelativePath(L"C:\\a@b", L"D:\\V"), L"C:\\a@b");
+  EXPECT_EQ(ResolveRelativePath(L"@:\\x", L""), L":\\x");
+  EXPECT_EQ(MakeRelativePath(L"C:\\Tools\\x.exe"), L"@:\\Tools\\x.exe");
+  EXPECT_EQ(MakeRelativePath(L""), L"");
+  EXPECT_EQ(FolderOfPath(L"C:\\a\\b\\c.exe"), L"C:\\a\\b\\");
+  EXPECT_EQ(FolderOfPath(L"C:\\a\\"), L"C:\\a\\");
+  EXPECT_EQ(FolderOfPath(L"c.exe"), L"");
+}
+
+TEST(Paths, EffectivePathTriesItsRulesInOrder) {
+  FakeSystem system;
+  system.program = L"D:\\V";
+  clsShortcut s;
+  s.Path = L"@:\\p";
+  EXPECT_EQ(EffectivePath(s, true, system), L"D:\\p");
+  s.Command = true;
+  EXPECT_EQ(EffectivePath(s, true, system), L"C:\\Windows\\System32\\cmd.exe");
+  s.ShortcutType = 1;
+  EXPECT_EQ(EffectivePath(s, true, system), L"D:\\V\\Varnowick Home Page.html");
+  s.Icon = L"@:\\i.ico";
+  EXPECT_EQ(EffectivePath(s, true, system), L"D:\\i.ico");
+  EXPECT_EQ(EffectivePath(s, false, system), L"D:\\V\\Varnowick Home Page.html");
+}
+
+TEST(Paths, OnlyFilesHiddenFrom32BitProgramsGoThroughSysnative) {
+  const std::set<std::wstring> seen{L"C:\\Windows\\System32\\both.exe",
+                                    L"C:\\Windows\\Sysnative\\both.exe",
+                                    L"C:\\Windows\\Sysnative\\sub\\only64.exe"};
+  const auto exists = [&](const std::wstring& p) { return seen.contains(p); };
+  const auto from32 = [&](const std::wstring& p, bool wow64 = true) {
+    return PathAsSeenFrom32Bit(p, wow64, L"C:\\Windows", exists);
+  };
+  const std::wstring hidden = L"c:\\windows\\SYSTEM32\\sub\\only64.exe";
+  EXPECT_EQ(from32(hidden), L"C:\\Windows\\Sysnative\\sub\\only64.exe");
+  for (const wchar_t* same :
+       {L"C:\\Windows\\System32\\both.exe", L"C:\\Windows\\System32\\nowhere.exe",
+        L"C:\\Windows\\System32\\", L"C:\\Windows\\System32x\\sub\\only64.exe", L"only64.exe", L""})
+    EXPECT_EQ(from32(same), same);
+  EXPECT_EQ(from32(hidden, false), hidden);
+}
+
+}  // namespace
+}  // namespace varnowick
