@@ -59,14 +59,6 @@ const wchar_t* tileAsset(const clsContainer& container) {
   return L"container";
 }
 
-ImageRef iconOf(const clsShortcut& shortcut) {
-  if (!shortcut.Icon.empty()) return {ImageRef::Source::IconOf, shortcut.Icon};
-  const bool command =
-      shortcut.Command || shortcut.ShortcutType == static_cast<int>(ShortcutKindCode::Command);
-  if (command || shortcut.Path.empty()) return {ImageRef::Source::Asset, L"command"};
-  return {ImageRef::Source::IconOf, shortcut.Path};
-}
-
 }  // namespace
 
 TwipsRect sane(TwipsRect rect, Size<Twips> least) {
@@ -75,6 +67,13 @@ TwipsRect sane(TwipsRect rect, Size<Twips> least) {
           {number(std::isnan(rect.top.value) ? 0 : rect.top.value, -far, far)},
           {number(rect.width.value, least.width.value, far)},
           {number(rect.height.value, least.height.value, far)}};
+}
+
+ImageRef WorkspaceScene::iconOf(const clsShortcut& shortcut) const {
+  if (iconSource_) return {ImageRef::Source::IconOf, iconSource_(shortcut)};
+  if (!shortcut.Icon.empty()) return {ImageRef::Source::IconOf, shortcut.Icon};
+  if (shortcut.Command || shortcut.Path.empty()) return {ImageRef::Source::Asset, L"terminal"};
+  return {ImageRef::Source::IconOf, shortcut.Path};
 }
 
 float captionPoints(const Settings& settings, const clsShortcut& shortcut) {

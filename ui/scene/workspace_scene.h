@@ -3,6 +3,7 @@
 // windows, files or painting; it reads records and never changes them.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "core/settings.h"
@@ -47,6 +48,11 @@ class WorkspaceScene {
   // Without a measure the room that captions need is estimated.
   WorkspaceScene(const Settings& settings, const Workspace& workspace,
                  TextMeasure* measure = nullptr);
+
+  // Says which file's icon stands for a shortcut; without it the shortcut's own
+  // icon file or path is taken as it stands. Set it before build().
+  using IconSource = std::function<std::wstring(const clsShortcut&)>;
+  void setIconSource(IconSource source) { iconSource_ = std::move(source); }
 
   Scene& scene() { return scene_; }
   const Scene& scene() const { return scene_; }
@@ -109,6 +115,7 @@ class WorkspaceScene {
   Size<Twips> smallSize(const clsShortcut& shortcut, float points);
   Twips textWidth(const std::wstring& text, float points, bool bold);
   Twips iconSize() const;
+  ImageRef iconOf(const clsShortcut& shortcut) const;
   Size<Twips> openSize(const clsContainer& container) const;
   // Where an object is shown, whatever its record says.
   TwipsRect reachable(Panel panel, Point<Twips> at, Size<Twips> size) const;
@@ -116,6 +123,7 @@ class WorkspaceScene {
   const Settings& settings_;
   const Workspace& workspace_;
   TextMeasure* measure_;
+  IconSource iconSource_;
   Scene scene_;
   FrameLayout layout_;
   Size<Twips> panelSize_;

@@ -60,7 +60,11 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                       if (change == DockChange::Expanded) announce(handle(), kEventExpanded);
                       if (change == DockChange::Collapsed) announce(handle(), kEventCollapsed);
                     }}),
-      caption_(kProgramTitle) {}
+      caption_(kProgramTitle) {
+  workspaceScene_.setIconSource([this](const clsShortcut& shortcut) {
+    return EffectivePath(shortcut, true, platform_.system);
+  });
+}
 
 frmMain::~frmMain() { destroy(); }
 
