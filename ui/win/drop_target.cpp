@@ -1,0 +1,215 @@
+#include "ui/win/drop_target.h"
+
+#include <ole2.h>
+#include <shlobj.h>
+
+#include <algorithm>
+
+#include "platform/win32/handles.h"
+
+namespace varnowick {
+namespace {
+
+// Registered names of the formats in which browsers hand over addresses.
+UINT urlFormat() {
+  static const UINT format = RegisterClipboardFormatW(L"UniformResourceLocatorW");
+  return format;
+}
+UINT ansiUrlFormat() {
+  static const UINT format = RegisterClipboardFormatW(L"UniformResourceLocator");
+  return format;
+}
+UINT groupDescriptorFormat() {
+  static const UINT format = RegisterClipboardFormatW(L"FileGroupDescriptorW");
+  return format;
+}
+
+FORMATETC asMemory(UINT format) {
+  return {static_cast<CLIPFORMAT>(format), nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+}
+
+bool offers(IDataObject& data, UINT format) {
+  FORMATETC wanted = asMemory(format);
+  return data.QueryGetData(&wanted) == S_OK;
+}
+
+// One medium of a data object, locked in memory.
+class Medium {
+ public:
+  Medium(IDataObject& data, UINT format) {
+    FORMATETC wanted = asMemory(format);
+    if (FAILED(data.GetData(&wanted, &medium_))) return;
+    owned_ = true;
+    if (medium_.tymed != TYMED_HGLOBAL) return;
+    size_ = GlobalSize(medium_.hGlobal);
+    memory_ = GlobalLock(medium_.hGlobal);
+  }
+  Medium(const Medium&) = delete;
+  Medium& operator=(const Medium&) = delete;
+  ~Medium() {
+    if (memory_ != nullptr) GlobalUnlock(medium_.hGlobal);
+    if (owned_) ReleaseStgMedium(&medium_);
+  }
+  const void* memory() const { return memory_; }
+  HGLOBAL handle() const { return medium_.hGlobal; }
+  std::size_t size() const { return memory_ == nullptr ? 0 : size_; }
+
+  // Up to the first NUL, the end of the memory or the limit.
+  std::wstring wideText(std::size_t limit) const {
+    const auto* begin = static_cast<const wchar_t*>(memory_);
+    const auto* end = begin + std::min(size() / sizeof(wchar_t), limit);
+    return {begin, std::find(begin, end, L'\0')};
+  }
+  std::wstring ansiText(std::size_t limit) const {
+    const auto* begin = static_cast<const char*>(memory_);
+    const auto* end = std::find(begin, begin + std::min(size(), limit), '\0');
+    const int length = static_cast<int>(end - begin);
+    if (length == 0) return {};
+    std::wstring text(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, begin, length, nullptr, 0)), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, begin, length, text.data(), static_cast<int>(text.size()));
+    return text;
+  }
+
+ private:
+  STGMEDIUM medium_{};
+  void* memory_ = nullptr;
+  std::size_t size_ = 0;
+  bool owned_ = false;
+};
+
+void readPaths(IDataObject& data, std::vector<std::wstring>& paths) {
+  const Medium medium(data, CF_HDROP);
+  if (medium.size() < sizeof(DROPFILES)) return;
+  const auto drop = static_cast<HDROP>(medium.handle());
+  const UINT count = std::min<UINT>(DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0),
+                                    static_cast<UINT>(kMostDroppedFiles));
+  for (UINT i = 0; i < count; ++i) {
+    std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1U, L'\0');
+    path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
+    if (!path.empty()) paths.push_back(std::move(path));
+  }
+}
+
+// Browsers describe the link as a file, "Title of the page.url".
+std::wstring titleOfLink(IDataObject& data) {
+  const Medium medium(data, groupDescriptorFormat());
+  if (medium.size() < sizeof(FILEGROUPDESCRIPTORW)) return {};
+  const auto* group = static_cast<const FILEGROUPDESCRIPTORW*>(medium.memory());
+  if (group->cItems == 0) return {};
+  const wchar_t* name = group->fgd[0].cFileName;
+  std::wstring title(name, std::find(name, name + MAX_PATH, L'\0'));
+  if (title.size() > 4 && title[title.size() - 4] == L'.') title.resize(title.size() - 4);
+  return title;
+}
+
+}  // namespace
+
+bool offersDroppable(IDataObject& data) {
+  for (const UINT format : {static_cast<UINT>(CF_HDROP), urlFormat(), ansiUrlFormat(),
+                            static_cast<UINT>(CF_UNICODETEXT), static_cast<UINT>(CF_TEXT)})
+    if (offers(data, format)) return true;
+  return false;
+}
+
+DroppedData readDroppedData(IDataObject& data) {
+  DroppedData result;
+  if (offers(data, CF_HDROP)) readPaths(data, result.paths);
+  if (!result.paths.empty()) return result;
+  if (offers(data, urlFormat()))
+    result.url = Medium(data, urlFormat()).wideText(kMostDroppedText);
+  else if (offers(data, ansiUrlFormat()))
+    result.url = Medium(data, ansiUrlFormat()).ansiText(kMostDroppedText);
+  if (!result.url.empty()) result.urlTitle = titleOfLink(data);
+  if (offers(data, CF_UNICODETEXT))
+    result.text = Medium(data, CF_UNICODETEXT).wideText(kMostDroppedText);
+  else if (offers(data, CF_TEXT))
+    result.text = Medium(data, CF_TEXT).ansiText(kMostDroppedText);
+  return result;
+}
+
+DroppedData readClipboard() {
+  ComPtr<IDataObject> data;
+  if (FAILED(OleGetClipboard(data.put())) || !data) return {};
+  return readDroppedData(*data.get());
+}
+
+class DropTarget::Object final : public IDropTarget {
+ public:
+  explicit Object(DropTarget& owner) : owner_(&owner) {}
+  virtual ~Object() = default;
+  void disconnect() { owner_ = nullptr; }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
+    if (id != IID_IUnknown && id != IID_IDropTarget) {
+      *result = nullptr;
+      return E_NOINTERFACE;
+    }
+    *result = static_cast<IDropTarget*>(this);
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override {
+    return static_cast<ULONG>(InterlockedIncrement(&count_));
+  }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const LONG left = InterlockedDecrement(&count_);
+    if (left == 0) delete this;
+    return static_cast<ULONG>(left);
+  }
+
+  HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL at,
+                                      DWORD* effect) override {
+    acceptable_ = data != nullptr && offersDroppable(*data);
+    if (owner_ != nullptr) owner_->active_ = true;
+    return DragOver(keys, at, effect);
+  }
+  HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL at, DWORD* effect) override {
+    const bool welcome = acceptable_ && owner_ != nullptr && owner_->hooks_.over({at.x, at.y});
+    // A shortcut is a link to what was dropped; some sources offer copying only.
+    *effect &= welcome ? ((*effect & DROPEFFECT_LINK) != 0 ? DROPEFFECT_LINK : DROPEFFECT_COPY)
+                       : DROPEFFECT_NONE;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE DragLeave() override {
+    if (owner_ == nullptr) return S_OK;
+    owner_->active_ = false;
+    owner_->hooks_.leave();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL at, DWORD* effect) override {
+    DragOver(keys, at, effect);
+    if (owner_ == nullptr) return S_OK;
+    owner_->active_ = false;
+    owner_->hooks_.leave();
+    if (*effect == DROPEFFECT_NONE) return S_OK;
+    if (!owner_->hooks_.drop({at.x, at.y}, readDroppedData(*data))) *effect = DROPEFFECT_NONE;
+    return S_OK;
+  }
+
+ private:
+  DropTarget* owner_;
+  LONG count_ = 1;
+  bool acceptable_ = false;
+};
+
+bool DropTarget::attach(HWND window) {
+  object_ = new Object(*this);
+  if (FAILED(RegisterDragDrop(window, object_))) {
+    object_->Release();
+    object_ = nullptr;
+    return false;
+  }
+  window_ = window;
+  return true;
+}
+
+void DropTarget::revoke() {
+  if (object_ == nullptr) return;
+  RevokeDragDrop(window_);
+  object_->disconnect();
+  object_->Release();
+  object_ = nullptr;
+}
+
+}  // namespace varnowick
