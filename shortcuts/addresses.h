@@ -1,0 +1,38 @@
+// Finds what can become a shortcut in a text from outside: web addresses, and a
+// text that is the path of a file. Opens nothing and looks at no disk.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace varnowick {
+
+// The part of a text that is looked at, and the addresses taken from it.
+inline constexpr std::size_t kMaxSearchedText = 5'000'000;
+inline constexpr std::size_t kMaxAddresses = 100;
+
+// The http, https, ftp, mailto and www. addresses of a text in their order, each
+// once and at most `limit`; all are safe outside links. The marks of a sentence
+// around an address are no part of it.
+std::vector<std::wstring> extractUrls(std::wstring_view text, std::size_t limit = kMaxAddresses);
+
+// The address that the whole text is, blanks at its ends apart; www. gets its
+// scheme. Nothing when it is none or no safe one.
+std::optional<std::wstring> wholeAddress(std::wstring_view text);
+
+// True when the text begins with a scheme, whatever scheme that is, and not with
+// the word before a colon of a sentence.
+bool looksLikeAddress(std::wstring_view text);
+
+// The path on a drive that the whole text is, quotes and blanks at its ends
+// apart ("@:\x" is one too). Paths on servers are none: drawing their icon would
+// already sign the user in to a server that a text has named.
+std::optional<std::wstring> wholePath(std::wstring_view text);
+
+// The host without "www." and port; of a mail address the address.
+std::wstring hostOf(std::wstring_view address);
+
+}  // namespace varnowick

@@ -1,0 +1,135 @@
+#include "shortcuts/selection.h"
+
+#include "shortcuts/paths.h"
+
+namespace varnowick {
+namespace {
+
+// Directly or further below, and by no way round through parent folders.
+bool liesIn(std::wstring_view path, std::wstring_view folder) {
+  while (!folder.empty() && folder.back() == L'\\') folder.remove_suffix(1);
+  return !folder.empty() && path.size() > folder.size() + 1 && path[folder.size()] == L'\\' &&
+         sameIgnoringCase(path.substr(0, folder.size()), folder) &&
+         path.find(L"\\..") == std::wstring_view::npos;
+}
+
+bool isFileOfFolderContainer(const Workspace& workspace, const clsShortcut& shortcut) {
+  const clsContainer* container = workspace.containers.find(shortcut.parent.container);
+  return container != nullptr && containerType(*container) == ContainerType::Folder &&
+         liesIn(shortcut.Path, container->CopyPath);
+}
+
+}  // namespace
+
+bool isSelectable(const Workspace& workspace, ObjectId id) {
+  if (const auto* slot = std::get_if<ShortcutSlot>(&id)) {
+    const clsShortcut* shortcut = workspace.shortcuts.find(*slot);
+    return shortcut != nullptr && !shortcut->TagHidden;
+  }
+  if (const auto* slot = std::get_if<ContainerSlot>(&id)) {
+    const clsContainer* container = workspace.containers.find(*slot);
+    return container != nullptr && container->visible && !container->Detached;
+  }
+  return workspace.pictures.contains(std::get<PictureSlot>(id));
+}
+
+std::vector<ShortcutSlot> Selection::shortcuts() const {
+  std::vector<ShortcutSlot> slots;
+  for (const ObjectId& id : objects_)
+    if (const auto* slot = std::get_if<ShortcutSlot>(&id)) slots.push_back(*slot);
+  return slots;
+}
+
+ShortcutSlot Selection::current() const {
+  if (contains(last_)) return last_;
+  const std::vector<ShortcutSlot> slots = shortcuts();
+  return slots.size() == 1 ? slots.front() : ShortcutSlot{};
+}
+
+void Selection::select(ObjectId id) {
+  objects_.insert(id);
+  if (const auto* slot = std::get_if<ShortcutSlot>(&id)) last_ = *slot;
+}
+
+void Selection::unselect(ObjectId id) {
+  objects_.erase(id);
+  beforeBand_.erase(id);
+}
+
+void Selection::selectNone() {
+  objects_.clear();
+  beforeBand_.clear();
+  last_ = {};
+}
+
+void Selection::press(ObjectId id, bool ctrl) {
+  keptForDrag_ = false;
+  if (ctrl) {
+    if (contains(id))
+      unselect(id);
+    else
+      select(id);
+    return;
+  }
+  keptForDrag_ = contains(id);
+  if (!keptForDrag_) objects_.clear();
+  select(id);
+}
+
+void Selection::release(ObjectId id, bool ctrl, bool dragged) {
+  if (keptForDrag_ && !ctrl && !dragged) {
+    objects_.clear();
+    select(id);
+  }
+  keptForDrag_ = false;
+}
+
+void Selection::pressPanel(bool ctrl) {
+  keptForDrag_ = false;
+  if (!ctrl) selectNone();
+  beforeBand_ = objects_;
+}
+
+void Selection::band(const std::vector<ObjectId>& touched) {
+  objects_ = beforeBand_;
+  for (const ObjectId& id : touched) select(id);
+}
+
+void Selection::selectAll(const Workspace& workspace, Panel panel) {
+  workspace.shortcuts.forEach([&](ShortcutSlot slot, const clsShortcut& s) {
+    if (s.parent == panel && !s.TagHidden) objects_.insert(slot);
+  });
+  workspace.pictures.forEach([&](PictureSlot slot, const clsPicture& p) {
+    if (p.parent == panel) objects_.insert(slot);
+  });
+  if (!panel.isMain()) return;
+  workspace.containers.forEach([&](ContainerSlot slot, const clsContainer&) {
+    if (isSelectable(workspace, slot)) objects_.insert(slot);
+  });
+}
+
+void Selection::prune(const Workspace& workspace) {
+  const auto gone = [&](const ObjectId& id) { return !isSelectable(workspace, id); };
+  std::erase_if(objects_, gone);
+  std::erase_if(beforeBand_, gone);
+}
+
+DeletePlan planDelete(const Workspace& workspace, const Selection& selection,
+                      const Settings& settings) {
+  DeletePlan plan;
+  if (settings.locked) return plan;
+  for (const ObjectId& id : selection.objects()) {
+    if (!isSelectable(workspace, id)) continue;
+    if (const auto* picture = std::get_if<PictureSlot>(&id)) plan.pictures.push_back(*picture);
+    const auto* slot = std::get_if<ShortcutSlot>(&id);
+    if (slot == nullptr) continue;
+    plan.shortcuts.push_back(*slot);
+    const clsShortcut& shortcut = workspace.shortcuts[*slot];
+    if (isFileOfFolderContainer(workspace, shortcut)) plan.files.push_back(shortcut.Path);
+  }
+  if (settings.confirmDelete && !plan.empty())
+    plan.question = plan.files.empty() ? kRemoveSelectedQuestion : kDeleteSelectedQuestion;
+  return plan;
+}
+
+}  // namespace varnowick
