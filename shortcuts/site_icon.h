@@ -1,0 +1,36 @@
+// Which picture stands for a web site: reads the addresses of its icons from the
+// page and judges what comes from them. Pages and pictures are hostile. Fetches
+// nothing and decodes nothing.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/text_codec.h"
+
+namespace varnowick {
+
+// The part of a page that is looked at: icons stand at its beginning.
+inline constexpr std::size_t kMaxPageHead = 256 * 1024;
+inline constexpr std::size_t kMaxSiteIcons = 6;
+inline constexpr std::size_t kMaxSiteIconBytes = 512 * 1024;
+
+// The address that a reference of the page leads to; nothing unless that is http
+// or https. A page fetched by https leads to https only.
+std::optional<std::wstring> resolveReference(std::wstring_view pageAddress,
+                                             std::wstring_view reference);
+
+// The addresses to try, best first: those that the page names, of which the
+// smallest that is no smaller than wantedEdge (in pixels) comes first, then
+// "/favicon.ico". Empty when the page's own address is not http or https.
+std::vector<std::wstring> siteIconAddresses(std::string_view page, std::wstring_view pageAddress,
+                                            int wantedEdge, TextCodec& codec);
+
+// True for the bytes of a PNG, GIF, JPEG, BMP or ICO file that claims to be of a
+// size that icons have.
+bool isUsableSiteIcon(std::string_view bytes);
+
+}  // namespace varnowick
