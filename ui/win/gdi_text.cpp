@@ -8,10 +8,11 @@ namespace varnowick {
 namespace {
 
 constexpr std::size_t kMaxFonts = 48;
-// What nobody can see in one rectangle is not handed to GDI, whose time grows
-// with the text.
+// What nobody can see in one rectangle is not handed to GDI: the time it takes to
+// break lines grows with the square of the text.
 constexpr std::size_t kMaxLineChars = 2048;
-constexpr std::size_t kMaxWrappedChars = 32768;
+constexpr std::size_t kMaxMeasuredChars = 4096;
+constexpr std::size_t kMaxDrawnChars = 32768;
 // Names that old headers lack.
 constexpr BYTE kClearTypeQuality = 5;
 constexpr UINT kGetFontSmoothingType = 0x200A;
@@ -29,8 +30,17 @@ bool startsRightToLeft(std::wstring_view text) {
   return false;
 }
 
-std::wstring_view limited(std::wstring_view text, bool wrap) {
-  return text.substr(0, wrap ? kMaxWrappedChars : kMaxLineChars);
+// No more of a wrapped text than fits into the rectangle with the narrowest of
+// letters.
+std::wstring_view visiblePart(std::wstring_view text, const TextStyle& style, const PixelRect& rect,
+                              Density density) {
+  if (!style.wrap) return text.substr(0, kMaxLineChars);
+  const double lineHeight =
+      std::clamp(static_cast<double>(style.points), 1.0, 400.0) * std::max(1, density.dpi) / 72.0;
+  const double lines = rect.height.value / lineHeight + 2;
+  const double chars = lines * (rect.width.value / 2.0 + 2);
+  return text.substr(
+      0, static_cast<std::size_t>(std::min(static_cast<double>(kMaxDrawnChars), chars)));
 }
 
 UINT formatOf(std::wstring_view text, const TextStyle& style) {
@@ -176,7 +186,7 @@ Size<Pixels> measureGdiText(HDC dc, GdiFonts& fonts, Density density, std::wstri
                             const TextStyle& style, Pixels maxWidth) {
   TextStyle upright = style;
   upright.rotation = 0;
-  const std::wstring_view seen = limited(text, style.wrap);
+  const std::wstring_view seen = text.substr(0, style.wrap ? kMaxMeasuredChars : kMaxLineChars);
   const SelectionGuard font(dc, fonts.get(upright, density));
   if (seen.empty()) {
     TEXTMETRICW metrics{};
@@ -199,7 +209,7 @@ void drawGdiText(HDC dc, GdiFonts& fonts, Density density, const PixelRect& rect
     drawRotated(dc, fonts, density, rect, text, style);
   } else {
     const SelectionGuard font(dc, fonts.get(style, density));
-    drawUpright(dc, rect, limited(text, style.wrap), style);
+    drawUpright(dc, rect, visiblePart(text, style, rect, density), style);
   }
   RestoreDC(dc, saved);
 }

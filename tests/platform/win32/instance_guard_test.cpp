@@ -1,0 +1,59 @@
+#include "platform/win32/instance_guard.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/platform/win32/temp_folder.h"
+
+namespace varnowick {
+namespace {
+
+TEST(InstanceGuard, SpellingsOfAFolderAreOneFolder) {
+  const TempFolder folder;
+  const std::wstring name = instanceName(folder.path());
+  std::wstring upper = folder.path();
+  CharUpperBuffW(upper.data(), static_cast<DWORD>(upper.size()));
+  wchar_t shortForm[MAX_PATH + 1] = {};
+  GetShortPathNameW(folder.path().c_str(), shortForm, MAX_PATH);
+  for (const std::wstring& spelling :
+       {upper, folder.path() + L"\\", folder / L"x\\..", folder / L".", std::wstring(shortForm)}) {
+    EXPECT_EQ(instanceName(spelling), name);
+  }
+  EXPECT_NE(instanceName(folder / L"x"), name);
+  EXPECT_EQ(name.find_first_of(L"\\/"), std::wstring::npos);
+
+  // The data folder is made after the first guard: its name must stay the same.
+  const std::wstring later = folder / L"Made Later Than The Guard";
+  const std::wstring before = instanceName(later);
+  CreateDirectoryW(later.c_str(), nullptr);
+  EXPECT_EQ(instanceName(later), before);
+}
+
+TEST(InstanceGuard, OneAtATimeForEachFolder) {
+  const TempFolder folder;
+  {
+    const InstanceGuard first(folder.path());
+    EXPECT_TRUE(first.first());
+    EXPECT_FALSE(InstanceGuard(folder.path()).first());
+    EXPECT_TRUE(InstanceGuard(folder / L"other").first());
+  }
+  EXPECT_TRUE(InstanceGuard(folder.path()).first()) << "after the first one has ended";
+}
+
+TEST(InstanceGuard, FindsTheWindowOfItsOwnFolder) {
+  const TempFolder folder;
+  const InstanceGuard first(folder.path());
+  const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                      nullptr, nullptr);
+  ASSERT_NE(window, nullptr);
+  EXPECT_FALSE(InstanceGuard(folder.path()).bringFirstForward(0)) << "not announced yet";
+  first.announceWindow(window);
+  EXPECT_FALSE(InstanceGuard(folder / L"other").bringFirstForward(0));
+  EXPECT_TRUE(InstanceGuard(folder.path()).bringFirstForward(0));
+  MSG message{};
+  EXPECT_TRUE(PeekMessageW(&message, window, InstanceGuard::message(), InstanceGuard::message(),
+                           PM_REMOVE));
+  DestroyWindow(window);
+}
+
+}  // namespace
+}  // namespace varnowick

@@ -1,0 +1,130 @@
+#include "ui/win/image_store.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/win32/win32_files.h"
+#include "tests/platform/win32/temp_folder.h"
+#include "tests/ui/win/picture_bytes.h"
+
+namespace varnowick {
+namespace {
+
+using Source = ImageRef::Source;
+constexpr UINT kMessage = WM_APP + 7;
+
+class ImageStoreTest : public testing::Test {
+ protected:
+  ImageStoreTest()
+      : window_(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr,
+                                nullptr)) {
+    Win32Files files;
+    EXPECT_TRUE(files.write(folder_ / L"lock-16.png", pngBytes(16, 16, 0xFFFF0000)));
+    EXPECT_TRUE(files.write(folder_ / L"lock-32.png", pngBytes(32, 32, 0xFF0000FF)));
+    EXPECT_TRUE(files.write(folder_ / L"document-32.png", pngBytes(32, 32, 0xFF00FF00)));
+    EXPECT_TRUE(files.write(folder_ / L"wall.bmp", bmpBytes(20, 10, 0x112233)));
+  }
+  ~ImageStoreTest() override { DestroyWindow(window_); }
+
+  // Runs the message loop until nothing is under way.
+  static void settle(ImageStore& store, HWND window) {
+    const UINT_PTR watchdog = SetTimer(nullptr, 0, 20000, nullptr);
+    MSG message{};
+    while (!store.idle() && GetMessageW(&message, nullptr, 0, 0) > 0) {
+      if (message.hwnd == window && message.message == kMessage) store.deliver();
+      ASSERT_FALSE(message.hwnd == nullptr && message.message == WM_TIMER) << "no answer";
+    }
+    KillTimer(nullptr, watchdog);
+  }
+  static std::uint32_t colour(const Bitmap* bitmap) {
+    return bitmap == nullptr || bitmap->empty() ? 0 : bitmap->pixels[bitmap->pixels.size() / 2];
+  }
+
+  const TempFolder folder_;
+  HWND window_;
+};
+
+TEST_F(ImageStoreTest, GivesWhatIsThereAndAsksForTheRestOnce) {
+  ImageStore store(folder_.path());
+  const ImageRef lock{Source::Asset, L"lock"};
+  const ImageRef wall{Source::PictureFile, folder_ / L"wall.bmp"};
+  EXPECT_EQ(store.find(lock, {16_px, 16_px}), nullptr);
+  EXPECT_EQ(store.find(lock, {16_px, 16_px}), nullptr);
+  EXPECT_EQ(store.find(lock, {24_px, 24_px}), nullptr);
+  EXPECT_EQ(store.find(wall, {40_px, 20_px}), nullptr);
+  EXPECT_FALSE(store.idle()) << "nothing is loaded before the window is shown";
+  store.start(window_, kMessage);
+  settle(store, window_);
+  EXPECT_EQ(colour(store.find(lock, {16_px, 16_px})), 0xFFFF0000U);
+  EXPECT_EQ(colour(store.find(lock, {24_px, 24_px})), 0xFF0000FFU) << "the next larger, scaled";
+  const Bitmap* picture = store.find(wall, {40_px, 20_px});
+  ASSERT_NE(picture, nullptr);
+  EXPECT_EQ(picture->width, 40);
+  EXPECT_EQ(colour(picture), 0xFF112233U);
+  // Another size of a picture needs no disk.
+  EXPECT_EQ(colour(store.find(wall, {7_px, 9_px})), 0xFF112233U);
+  EXPECT_TRUE(store.idle());
+}
+
+TEST_F(ImageStoreTest, MissingTargetsKeepTheirPlaceholder) {
+  ImageStore store(folder_.path());
+  store.preload(L"document", {32_px, 32_px});
+  store.start(window_, kMessage);
+  const ImageRef targets[] = {
+      {Source::IconOf, L"Q:\\no such drive\\program.exe0"},
+      {Source::IconOf, L"\\\\no-such-host-anywhere\\share\\a.txt0"},
+      {Source::IconOf, std::wstring(5000, L'x') + L".txt0"},
+      {Source::IconOf, L"C:\\a|b<c>?.txt0"},
+  };
+  for (const ImageRef& target : targets) {
+    EXPECT_EQ(colour(store.find(target, {32_px, 32_px})), 0xFF00FF00U);
+  }
+  settle(store, window_);
+  for (const ImageRef& target : targets) {
+    EXPECT_NE(store.find(target, {32_px, 32_px}), nullptr);
+  }
+  EXPECT_TRUE(store.idle()) << "failures are not asked for again";
+  EXPECT_EQ(store.find({Source::PictureFile, L"Q:\\none.png"}, {500_px, 500_px}), nullptr);
+  EXPECT_EQ(store.find({}, {16_px, 16_px}), nullptr);
+  EXPECT_EQ(store.find({Source::Asset, L"..\\lock"}, {16_px, 16_px}), nullptr);
+}
+
+TEST_F(ImageStoreTest, ForgottenPicturesAreReadAgain) {
+  ImageStore store(folder_.path());
+  store.start(window_, kMessage);
+  const ImageRef wall{Source::PictureFile, folder_ / L"wall.bmp"};
+  store.find(wall, {8_px, 8_px});
+  settle(store, window_);
+  ASSERT_TRUE(Win32Files().write(folder_ / L"wall.bmp", bmpBytes(4, 4, 0xABCDEF)));
+  EXPECT_EQ(colour(store.find(wall, {8_px, 8_px})), 0xFF112233U);
+  store.forget(wall);
+  store.find(wall, {8_px, 8_px});
+  store.forget(wall);  // while it is on its way
+  store.find(wall, {8_px, 8_px});
+  settle(store, window_);
+  EXPECT_EQ(colour(store.find(wall, {8_px, 8_px})), 0xFFABCDEFU);
+}
+
+TEST_F(ImageStoreTest, EndsWithWorkUnderWay) {
+  for (int round = 0; round < 20; ++round) {
+    ImageStore store(folder_.path());
+    if (round % 2 == 0) store.start(window_, kMessage);
+    for (int i = 0; i < 20; ++i) {
+      store.find({Source::IconOf, folder_ / (std::to_wstring(i) + L".txt")}, {32_px, 32_px});
+    }
+  }
+}
+
+TEST(PlaceholderAsset, FollowsTheNameAlone) {
+  const struct {
+    const wchar_t* name;
+    const wchar_t* asset;
+  } rows[] = {{L"http://example.org", L"globe"}, {L"C:\\a\\b.txt", L"document"},
+              {L"C:\\a.b\\c", L"folder"},        {L"C:\\", L"folder"},
+              {L"\\\\host\\share", L"folder"},   {L"a.exe", L"document"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(placeholderAsset({Source::IconOf, row.name}), row.asset) << row.name;
+  }
+}
+
+}  // namespace
+}  // namespace varnowick
