@@ -356,12 +356,16 @@ FrameLayout frmMain::frameLayout() const {
 }
 
 void frmMain::rebuildScene() {
+  laidOut_ = true;
   workspaceScene_.build(frameLayout());
   view_.invalidate();
   announce(handle(), kEventSceneChanged);
 }
 
 void frmMain::relayout() {
+  // Placing the window sets off one layout after the other, and each measures
+  // every caption; until it is shown only the last one counts.
+  if (!laidOut_) return;
   workspaceScene_.setFrame(frameLayout());
   view_.invalidate();
 }

@@ -104,6 +104,7 @@ class frmMain final : public Window, private LaunchHost {
   std::wstring progress_;
   bool launchSuppressed_ = false;
   bool saveFailureTold_ = false;  // until a save succeeds again
+  bool laidOut_ = false;  // the scene has been built
   bool trackingLeave_ = false;
   bool ended_ = false;
   // A drag of the bar by its caption, in screen pixels.

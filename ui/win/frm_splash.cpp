@@ -6,7 +6,7 @@
 namespace varnowick {
 namespace {
 
-constexpr int kWidth = 360;   // pixels at 96 dots per inch
+constexpr int kWidth = 360;  // pixels at 96 dots per inch
 constexpr int kHeight = 120;
 constexpr DWORD kDelay = 200;  // ms
 
@@ -17,7 +17,8 @@ int scaled(int pixels) {
   return MulDiv(pixels, dpi, 96);
 }
 
-void drawLine(HDC dc, const std::wstring& text, RECT rect, int height, int weight, COLORREF colour) {
+void drawLine(HDC dc, const std::wstring& text, RECT rect, int height, int weight,
+              COLORREF colour) {
   const HFONT font = CreateFontW(-height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                                  OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                                  DEFAULT_PITCH | FF_SWISS, L"MS Shell Dlg 2");
@@ -30,8 +31,7 @@ void drawLine(HDC dc, const std::wstring& text, RECT rect, int height, int weigh
 
 }  // namespace
 
-bool frmSplash::open() {
-  openedAt_ = GetTickCount();
+bool frmSplash::makeWindow() {
   const int width = scaled(kWidth);
   const int height = scaled(kHeight);
   const int left = (GetSystemMetrics(SM_CXSCREEN) - width) / 2;
@@ -47,6 +47,7 @@ bool frmSplash::open() {
 void frmSplash::progress(const std::wstring& text) {
   text_ = text;
   if (GetTickCount() - openedAt_ < kDelay) return;
+  if (handle() == nullptr && !makeWindow()) return;
   ShowWindow(handle(), SW_SHOWNA);
   InvalidateRect(handle(), nullptr, FALSE);
   UpdateWindow(handle());
@@ -78,9 +79,9 @@ void frmSplash::paint(HDC dc) {
   DeleteObject(border);
   const int iconSize = scaled(48);
   const int margin = scaled(24);
-  const auto icon = static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr),
-                                                  MAKEINTRESOURCEW(IDI_VARNOWICK), IMAGE_ICON,
-                                                  iconSize, iconSize, 0));
+  const auto icon =
+      static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_VARNOWICK),
+                                    IMAGE_ICON, iconSize, iconSize, 0));
   if (icon != nullptr) {
     DrawIconEx(dc, margin, margin, icon, iconSize, iconSize, 0, nullptr, DI_NORMAL);
     DestroyIcon(icon);

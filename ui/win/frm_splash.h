@@ -10,10 +10,10 @@ namespace varnowick {
 
 class frmSplash : public Window {
  public:
-  // Creates the window hidden, in the middle of the primary monitor.
-  bool open();
-  // Shows the text. The window appears at the first call later than 200 ms
-  // after open().
+  // Begins to count the time. No window is made yet: most starts need none.
+  void open() { openedAt_ = GetTickCount(); }
+  // Shows the text. The window appears in the middle of the primary monitor at
+  // the first call later than 200 ms after open().
   void progress(const std::wstring& text);
   void close() { destroy(); }
 
@@ -21,6 +21,7 @@ class frmSplash : public Window {
   LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  bool makeWindow();
   void paint(HDC dc);
   std::wstring text_;
   DWORD openedAt_ = 0;
