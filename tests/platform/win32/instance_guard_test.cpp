@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/platform/win32/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 namespace varnowick {
 namespace {

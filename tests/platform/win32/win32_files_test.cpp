@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "platform/win32/handles.h"
-#include "tests/platform/win32/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 namespace varnowick {
 namespace {

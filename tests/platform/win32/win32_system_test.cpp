@@ -6,7 +6,7 @@
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_screen.h"
 #include "platform/win32/win32_shell.h"
-#include "tests/platform/win32/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 namespace varnowick {
 namespace {

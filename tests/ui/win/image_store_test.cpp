@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/win32/win32_files.h"
-#include "tests/platform/win32/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "tests/ui/win/picture_bytes.h"
 
 namespace varnowick {

@@ -4,7 +4,7 @@
 
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_files.h"
-#include "tests/platform/win32/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "tests/ui/win/picture_bytes.h"
 #include "ui/win/icon_bitmap.h"
 
