@@ -1,10 +1,21 @@
 // The typical event from start to end, and the same at every edge.
+#include <algorithm>
+
 #include "tests/e2e/program_test.h"
 
 namespace varnowick::e2e {
 namespace {
 
 using MainEvent = ProgramTest;
+using TwoMonitors = ProgramTest;
+
+int opacityOf(HWND window) {
+  COLORREF key = 0;
+  BYTE alpha = 0;
+  DWORD flags = 0;
+  if (!GetLayeredWindowAttributes(window, &key, &alpha, &flags)) failWithLastError(L"the opacity");
+  return (flags & LWA_ALPHA) != 0 ? alpha : 255;
+}
 
 TEST_F(MainEvent, RestingExpandsAClickLaunchesAndLeavingCollapses) {
   const std::wstring probe = folder().addLaunchProbe();
@@ -76,8 +87,63 @@ TEST_F(MainEvent, EveryEdgeHasItsOwnExpandedPlaceAndLeavesFortyTwips) {
     EXPECT_EQ(bar.rect(), windowAt(edge.outLeft, edge.outTop, 3000, 3000));
     bar.leave();
     EXPECT_EQ(bar.rect(), collapsed);
+    EXPECT_EQ(opacityOf(bar.window()), 255) << "the fade is for the slide alone";
     closeProgram();
   }
+}
+
+TEST_F(MainEvent, AScreenReaderFindsAndOpensWhatTheMouseDoes) {
+  const std::wstring probe = folder().addLaunchProbe();
+  folder().write(L"Varnowick.ini",
+                 SettingsFile().add({.caption = L"Loose", .path = probe}).bytes());
+  folder().write(
+      L"Containers\\0.con",
+      containerFile({.name = L"Tools", .y = 1800, .shortcuts = {{.caption = L"Inside"}}}));
+  Bar bar = startBar();
+  bar.expand();
+  const AccessibleWindow seen = bar.accessible();
+  const RECT window = bar.rect();
+  for (const wchar_t* name : {L"Loose", L"Inside", L"Tools"}) {
+    SCOPED_TRACE(toUtf8(name));
+    const AccessibleItem item = seen.waitFor(name);
+    RECT common{};
+    EXPECT_TRUE(item.shown());
+    EXPECT_TRUE(IntersectRect(&common, &item.rect, &window)) << item.rect;
+    EXPECT_NE(item.role, 0);
+  }
+  const AccessibleItem loose = seen.waitFor(L"Loose");
+  EXPECT_EQ(seen.defaultAction(loose), L"Open");
+  seen.doDefaultAction(loose);
+  waitForLaunch(probe);
+}
+
+BOOL CALLBACK addMonitor(HMONITOR, HDC, RECT* rect, LPARAM into) {
+  reinterpret_cast<std::vector<RECT>*>(into)->push_back(*rect);
+  return TRUE;
+}
+
+RECT monitorFarthestRight() {
+  std::vector<RECT> all;
+  EnumDisplayMonitors(nullptr, nullptr, &addMonitor, reinterpret_cast<LPARAM>(&all));
+  return *std::max_element(all.begin(), all.end(),
+                           [](const RECT& a, const RECT& b) { return a.right < b.right; });
+}
+
+TEST_F(TwoMonitors, TheRightEdgeIsThatOfTheBarsOwnMonitor) {
+  if (GetSystemMetrics(SM_CMONITORS) < 2) GTEST_SKIP() << "this machine has one monitor";
+  const RECT monitor = monitorFarthestRight();
+  const double right = toTwips(monitor.right);
+  const double top = toTwips(monitor.top) + 3000;
+  folder().write(L"Varnowick.ini",
+                 SettingsFile()
+                     .window(static_cast<int>(right) - 2800, static_cast<int>(top), 3000, 3000)
+                     .set("[Hidden]", "0")
+                     .bytes());
+  Bar bar = startBar();
+  bar.leave();
+  EXPECT_EQ(bar.rect(), windowAt(right - 40, top, 3000, 3000));
+  bar.expand();
+  EXPECT_EQ(bar.rect(), windowAt(right - 2800, top, 3000, 3000));
 }
 
 }  // namespace

@@ -67,40 +67,74 @@ TEST_F(MainSaving, TheSessionEndingIsACleanExit) {
   startBar();  // throws when a question comes
 }
 
+TEST_F(MainSaving, ASessionThatGoesOnAfterAllChangesNothing) {
+  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  const Bar bar = startBar();
+  const DataFiles before = folder().state();
+  SendMessageW(bar.window(), WM_QUERYENDSESSION, 0, 0);
+  SendMessageW(bar.window(), WM_ENDSESSION, FALSE, 0);
+  EXPECT_TRUE(program().running());
+  EXPECT_EQ(folder().state(), before);
+}
+
 enum class Obstacle { AnotherProgramHoldsIt, AFolderStandsInItsPlace };
 
-class MainFailedSave : public ProgramTest, public testing::WithParamInterface<Obstacle> {};
-
-TEST_P(MainFailedSave, SaysWhichFileAndWhyAndNeverThatItWasSaved) {
-  const std::wstring file = folder().file(L"Varnowick.ini");
-  if (GetParam() == Obstacle::AnotherProgramHoldsIt) {
+class MainFailedSave : public ProgramTest, public testing::WithParamInterface<Obstacle> {
+ protected:
+  std::wstring file() { return folder().file(L"Varnowick.ini"); }
+  Bar startWithObstacle() {
+    if (GetParam() == Obstacle::AFolderStandsInItsPlace) {
+      Bar bar = startBar();
+      CreateDirectoryW(file().c_str(), nullptr);
+      return bar;
+    }
     folder().write(L"Varnowick.ini", SettingsFile().bytes());
+    Bar bar = startBar();
+    holder_.reset(CreateFileW(file().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    return bar;
   }
-  Bar bar = startBar();
-  FileHandle holder;
-  if (GetParam() == Obstacle::AnotherProgramHoldsIt) {
-    holder.reset(CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-  } else {
-    CreateDirectoryW(file.c_str(), nullptr);
+  void removeObstacle() {
+    holder_.reset();
+    RemoveDirectoryW(file().c_str());
   }
+  // Waits for a message that says which file and why, and not that all is well.
+  DialogWindow failure() {
+    const DialogWindow told = waitForDialog(program().process(), L"");
+    const std::wstring text = told.text();
+    EXPECT_NE(text.find(file()), std::wstring::npos) << toUtf8(text);
+    EXPECT_EQ(text.find(L"Workspace Saved"), std::wstring::npos);
+    EXPECT_GT(text.size(), file().size() + 10) << "no reason: " << toUtf8(text);
+    return told;
+  }
+
+ private:
+  FileHandle holder_;
+};
+
+TEST_P(MainFailedSave, SaysWhichFileAndWhyAndSavesOnceItCan) {
+  Bar bar = startWithObstacle();
   bar.focus();
   keyboard::press(VK_F8);
-  const DialogWindow told = waitForDialog(program().process(), L"");
-  const std::wstring text = told.text();
-  EXPECT_NE(text.find(file), std::wstring::npos) << toUtf8(text);
-  EXPECT_EQ(text.find(L"Workspace Saved"), std::wstring::npos);
-  EXPECT_GT(text.size(), file.size() + 10) << "no reason: " << toUtf8(text);
-  told.press(told.buttons().at(0));
-
-  // Once the obstacle has gone, the same key saves.
-  holder.reset();
-  RemoveDirectoryW(file.c_str());
+  failure().press(IDOK);
+  removeObstacle();
   bar.focus();
   keyboard::press(VK_F8);
   const DialogWindow saved = waitForDialog(program().process(), kTitle);
   EXPECT_EQ(saved.text(), L"Workspace Saved");
   saved.press(IDOK);
-  EXPECT_TRUE(folder().exists(L"Varnowick.ini"));
+  EXPECT_EQ(folder().read(L"Varnowick.ini").substr(0, 5), "106\r\n");
+}
+
+TEST_P(MainFailedSave, AtTheEndLeavesTheChoiceToTheUser) {
+  const Bar bar = startWithObstacle();
+  PostMessageW(bar.window(), WM_CLOSE, 0, 0);
+  const DialogWindow first = failure();
+  EXPECT_EQ(first.buttons(), (std::vector<int>{IDYES, IDNO}));
+  first.press(IDNO);
+  EXPECT_TRUE(program().running());
+  PostMessageW(bar.window(), WM_CLOSE, 0, 0);
+  failure().press(IDYES);
+  EXPECT_EQ(program().waitForExit(), 0U);
 }
 
 INSTANTIATE_TEST_SUITE_P(Obstacles, MainFailedSave,
