@@ -44,6 +44,9 @@ KeyDecision decideKey(int keyCode, int modifiers, const KeyState& state);
 class MatchPosition {
  public:
   void reset() { next_ = 0; }
+  // The match that the next step shows; a number out of the list counts as past
+  // its end.
+  void moveTo(int match) { next_ = match; }
   // The match at the position, then one further; past the last match it begins
   // anew.
   int showNext(int matches);
