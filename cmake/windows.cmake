@@ -87,7 +87,7 @@ if(WIN32_SOURCES)
 endif()
 
 # The program, with what it needs beside it.
-file(GLOB RESOURCE_FILES CONFIGURE_DEPENDS app/*.manifest app/*.ico app/*.h app/restarter/*.manifest
+file(GLOB RESOURCE_FILES CONFIGURE_DEPENDS app/*.manifest app/*.ico ui/win/resource.h app/restarter/*.manifest
   assets/*.ico assets/dist/*.ico assets/dist/icons/*.ico)
 file(GLOB APP_SOURCES CONFIGURE_DEPENDS app/*.cpp app/*.rc)
 if(APP_SOURCES)

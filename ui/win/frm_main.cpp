@@ -2,7 +2,7 @@
 
 #include <windowsx.h>
 
-#include "app/resource.h"
+#include "ui/win/resource.h"
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
 #include "ui/win/system_look.h"

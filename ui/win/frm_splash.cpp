@@ -1,6 +1,6 @@
 #include "ui/win/frm_splash.h"
 
-#include "app/resource.h"
+#include "ui/win/resource.h"
 #include "platform/msg_box.h"
 
 namespace varnowick {

@@ -4,7 +4,7 @@
 
 #include <cwchar>
 
-#include "app/resource.h"
+#include "ui/win/resource.h"
 
 namespace varnowick {
 namespace {

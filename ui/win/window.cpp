@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "app/resource.h"
+#include "ui/win/resource.h"
 
 namespace varnowick {
 
