@@ -157,6 +157,10 @@ void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Pale
     case ControlKind::DockStrip:
       if (p.showDockStrip) canvas_.fill(rect, p.dockStrip);
       return;
+    case ControlKind::RubberBand:
+    case ControlKind::DropMark:
+      return canvas_.frame(rect, px(3), p.accent);
+    case ControlKind::DragLayer:
     case ControlKind::None:
       return;
   }

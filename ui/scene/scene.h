@@ -50,7 +50,10 @@ enum class ControlKind : unsigned char {
   LstRSS,
   lblRSSLastUpdate,
   ProgressText,
-  ScrollThumb
+  ScrollThumb,
+  DragLayer,  // above everything: what is being dragged
+  RubberBand,
+  DropMark  // around the panel that would take the drop
 };
 #pragma GCC diagnostic pop
 

@@ -1,0 +1,56 @@
+// What a press of the left button becomes: a click, a rubber band, or a drag of
+// the bar or of objects. Knows nodes by id and points of the screen; moves nothing.
+#pragma once
+
+#include <optional>
+
+#include "core/units.h"
+#include "ui/scene/scene.h"
+
+namespace varnowick {
+
+enum class GestureKind { None, Click, MoveBar, MoveObjects, RubberBand };
+enum class GesturePhase { Begin, Update, End, Cancel };
+
+struct GestureEvent {
+  GestureKind kind = GestureKind::None;
+  GesturePhase phase = GesturePhase::End;
+  NodeId node;  // the node that was pressed
+  Point<Pixels> start;
+  Point<Pixels> now;
+  bool ctrl = false;  // held at the press
+  bool operator==(const GestureEvent&) const = default;
+};
+
+class Gestures {
+ public:
+  // A pointer that leaves the start by less than this, in both directions, has
+  // not begun to drag.
+  void setThreshold(Size<Pixels> threshold) { threshold_ = threshold; }
+
+  // While locked nothing can be dragged; a click stays a click wherever it ends.
+  void press(NodeId node, Point<Pixels> screen, bool ctrl, bool locked);
+  // Begin at the step that leaves the threshold, Update after it.
+  std::optional<GestureEvent> move(Point<Pixels> screen);
+  // End of a drag, or a click.
+  std::optional<GestureEvent> release(Point<Pixels> screen);
+  // The capture was lost or Esc pressed: an event when a drag was under way.
+  std::optional<GestureEvent> cancel();
+
+  bool dragging() const { return dragging_; }
+  bool pressed() const { return pressed_; }
+
+ private:
+  GestureEvent event(GesturePhase phase, Point<Pixels> now) const;
+  static GestureKind dragOf(ControlKind kind);
+
+  Size<Pixels> threshold_{{4}, {4}};
+  GestureKind kind_ = GestureKind::None;
+  NodeId node_;
+  Point<Pixels> start_;
+  bool ctrl_ = false;
+  bool pressed_ = false;
+  bool dragging_ = false;
+};
+
+}  // namespace varnowick

@@ -1,0 +1,258 @@
+#include "ui/scene/workspace_editor.h"
+
+#include <algorithm>
+
+#include "ui/scene/metrics.h"
+
+namespace varnowick {
+namespace {
+
+constexpr NodeId kDragLayer{ControlKind::DragLayer, 0};
+constexpr NodeId kRubberBand{ControlKind::RubberBand, 0};
+constexpr NodeId kDropMark{ControlKind::DropMark, 0};
+
+template <class... Visitors>
+struct Overloaded : Visitors... {
+  using Visitors::operator()...;
+};
+
+std::optional<ObjectId> objectOf(NodeId node) {
+  if (const ShortcutSlot slot = shortcutOf(node); !slot.none()) return slot;
+  if (const PictureSlot slot = pictureOf(node); !slot.none()) return slot;
+  return std::nullopt;
+}
+
+}  // namespace
+
+PanelMeasures WorkspaceEditor::measures() const {
+  PanelMeasures m;
+  m.grid = kGrid;
+  m.panelSize = [this](Panel panel) { return scene_.panelSize(panel); };
+  m.panelOrigin = [this](Panel panel) {
+    const Point<Twips> zero = scene_.toPanel(panel, {});
+    return Point<Twips>{-zero.x, -zero.y};
+  };
+  m.shortcutSize = [this](const clsShortcut& s) { return scene_.shortcutCell(isSmall(s)); };
+  return m;
+}
+
+NodeId WorkspaceEditor::nodeOf(ObjectId id) const {
+  return std::visit(Overloaded{[](ShortcutSlot s) { return shortcutNode(s); },
+                               [](PictureSlot s) { return pictureNode(s); },
+                               [](ContainerSlot s) { return containerNode(s); }},
+                    id);
+}
+
+void WorkspaceEditor::refresh(const std::vector<ObjectId>& objects) {
+  for (const ObjectId id : objects)
+    std::visit(Overloaded{[this](ShortcutSlot s) { scene_.updateShortcut(s); },
+                          [this](PictureSlot s) { scene_.updatePicture(s); },
+                          [this](ContainerSlot s) { scene_.updateContainer(s); }},
+               id);
+  scene_.scrollTo(scene_.layout().scroll);
+  showSelection();
+}
+
+void WorkspaceEditor::showSelection() {
+  for (const NodeId id : shownSelected_)
+    if (Node* node = scene_.scene().find(id)) node->selected = false;
+  shownSelected_.clear();
+  for (const ObjectId id : selection_.objects()) {
+    shownSelected_.push_back(nodeOf(id));
+    if (Node* node = scene_.scene().find(shownSelected_.back())) node->selected = true;
+  }
+}
+
+void WorkspaceEditor::sceneRebuilt() {
+  selection_.prune(document_.workspace);
+  showSelection();
+}
+
+void WorkspaceEditor::pressed(NodeId node, bool ctrl) {
+  if (const auto object = objectOf(node)) {
+    selection_.press(*object, ctrl);
+  } else if (node.kind == ControlKind::picBack || node.kind == ControlKind::ContainerFrame) {
+    selection_.pressPanel(ctrl);
+    bandPanel_ = {containerOf(node)};
+  } else {
+    return;
+  }
+  showSelection();
+}
+
+void WorkspaceEditor::released(NodeId node, bool ctrl, bool dragged) {
+  if (const auto object = objectOf(node)) selection_.release(*object, ctrl, dragged);
+  showSelection();
+}
+
+void WorkspaceEditor::beginDrag() {
+  dragged_.clear();
+  Scene& scene = scene_.scene();
+  Node& layer = scene.create(kDragLayer, scene.root());
+  layer.hitTarget = false;
+  layer.rect = {{}, {}, scene_.layout().window.width, scene_.layout().window.height};
+  scene.raise(kDragLayer);
+  for (const ObjectId id : selection_.objects()) {
+    const NodeId node = nodeOf(id);
+    if (std::holds_alternative<ContainerSlot>(id) || !scene.shown(node)) continue;
+    const TwipsRect at = scene.windowRect(node);
+    Node& dragged = scene.create(node, kDragLayer);
+    dragged.rect = at;
+    dragged_.push_back({id, at});
+  }
+}
+
+void WorkspaceEditor::drag(Point<Twips> distance, Point<Twips> pointer) {
+  for (const Dragged& dragged : dragged_)
+    if (Node* node = scene_.scene().find(nodeOf(dragged.id)))
+      node->rect = dragged.start.translated(distance.x, distance.y);
+  markDrop(pointer);
+}
+
+template <class Question>
+auto WorkspaceEditor::beneathDrag(Question&& question) {
+  Node* layer = scene_.scene().find(kDragLayer);
+  if (layer != nullptr) layer->visible = false;
+  const auto answer = question();
+  if (layer != nullptr) layer->visible = true;
+  return answer;
+}
+
+ShortcutSlot WorkspaceEditor::openWithTarget(Point<Twips> pointer) {
+  if (dragged_.size() != 1 || !std::holds_alternative<ShortcutSlot>(dragged_.front().id)) return {};
+  const ShortcutSlot target =
+      beneathDrag([&] { return shortcutOf(scene_.scene().hitTest(pointer)); });
+  return document_.workspace.shortcuts.contains(target) ? target : ShortcutSlot{};
+}
+
+Moved WorkspaceEditor::drop(Point<Twips> distance, Point<Twips> pointer) {
+  const Panel target = beneathDrag([&] { return scene_.panelAt(pointer); });
+  endDrag();
+  Moved moved = moveSelection(document_.workspace, document_.settings, measures(),
+                              {selection_, distance, &target}, undo_);
+  refresh(moved.objects);
+  return moved;
+}
+
+void WorkspaceEditor::cancelDrag() { endDrag(); }
+
+// Puts what was dragged back under its panel, where its record says.
+void WorkspaceEditor::endDrag() {
+  unmarkDrop();
+  std::vector<ObjectId> back;
+  for (const Dragged& dragged : dragged_) back.push_back(dragged.id);
+  dragged_.clear();
+  refresh(back);
+  scene_.scene().remove(kDragLayer);
+}
+
+void WorkspaceEditor::band(Point<Twips> from, Point<Twips> to) {
+  const TwipsRect rect{{std::min(from.x, to.x)},
+                       {std::min(from.y, to.y)},
+                       {std::abs(to.x.value - from.x.value)},
+                       {std::abs(to.y.value - from.y.value)}};
+  Scene& scene = scene_.scene();
+  Node& band = scene.create(kRubberBand, scene.root());
+  band.hitTarget = false;
+  band.rect = rect;
+  scene.raise(kRubberBand);
+  std::vector<ObjectId> touched;
+  const auto test = [&](ObjectId id, Panel parent) {
+    if (parent == bandPanel_ && scene.shown(nodeOf(id)) &&
+        !scene.seenRect(nodeOf(id)).intersect(rect).empty())
+      touched.push_back(id);
+  };
+  document_.workspace.shortcuts.forEach(
+      [&](ShortcutSlot slot, const clsShortcut& s) { test(slot, s.parent); });
+  document_.workspace.pictures.forEach(
+      [&](PictureSlot slot, const clsPicture& p) { test(slot, p.parent); });
+  selection_.band(touched);
+  showSelection();
+}
+
+void WorkspaceEditor::endBand() { scene_.scene().remove(kRubberBand); }
+
+void WorkspaceEditor::selectAll() {
+  // Where the user works: the panel of what is selected, else the main panel.
+  const clsShortcut* current = document_.workspace.shortcuts.find(selection_.current());
+  selection_.selectAll(document_.workspace, current == nullptr ? picBack : current->parent);
+  showSelection();
+}
+
+void WorkspaceEditor::selectNone() {
+  selection_.selectNone();
+  showSelection();
+}
+
+void WorkspaceEditor::selectOnly(ShortcutSlot slot) {
+  selection_.selectNone();
+  selection_.select(slot);
+  showSelection();
+}
+
+Moved WorkspaceEditor::sortByName(Panel panel) {
+  Moved moved =
+      varnowick::sortByName(document_.workspace, document_.settings, measures(), panel, undo_);
+  refresh(moved.objects);
+  return moved;
+}
+
+Moved WorkspaceEditor::align() {
+  Moved moved =
+      alignSelection(document_.workspace, document_.settings, measures(), selection_, undo_);
+  refresh(moved.objects);
+  return moved;
+}
+
+bool WorkspaceEditor::undo() {
+  if (document_.settings.locked) return false;
+  const std::vector<ObjectId> back = undo_.undo(document_.workspace);
+  refresh(back);
+  return !back.empty();
+}
+
+DeletePlan WorkspaceEditor::planDelete() const {
+  return varnowick::planDelete(document_.workspace, selection_, document_.settings);
+}
+
+void WorkspaceEditor::carryOut(const DeletePlan& plan) {
+  applyDelete(document_.workspace, plan, selection_, undo_);
+  std::vector<ObjectId> gone(plan.shortcuts.begin(), plan.shortcuts.end());
+  gone.insert(gone.end(), plan.pictures.begin(), plan.pictures.end());
+  refresh(gone);
+}
+
+Added WorkspaceEditor::add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at) {
+  Panel panel = picBack;
+  Point<Twips> from{kPad, kPad + scene_.layout().scroll};
+  if (at != nullptr) {
+    panel = scene_.panelAt(*at);
+    from = scene_.toPanel(panel, *at);
+  }
+  const PanelMeasures m = measures();
+  Added added =
+      addShortcuts(document_.workspace, document_.settings, std::move(shortcuts), panel, from,
+                   [&](Panel on, const clsShortcut& s, Point<Twips> start) {
+                     return freePlaceFrom(document_.workspace, m, on, m.shortcutSize(s), start);
+                   });
+  selection_.selectNone();
+  for (const ShortcutSlot slot : added.slots) selection_.select(slot);
+  refresh({added.slots.begin(), added.slots.end()});
+  return added;
+}
+
+void WorkspaceEditor::markDrop(Point<Twips> pointer) {
+  const Panel panel = beneathDrag([&] { return scene_.panelAt(pointer); });
+  Scene& scene = scene_.scene();
+  Node& mark = scene.create(kDropMark, scene.root());
+  mark.hitTarget = false;
+  mark.rect = scene.seenRect(panel.isMain() ? NodeId{ControlKind::picBack, 0}
+                                            : containerNode(panel.container));
+  scene.raise(kDropMark);
+}
+
+void WorkspaceEditor::unmarkDrop() { scene_.scene().remove(kDropMark); }
+
+void WorkspaceEditor::shortcutChanged(ShortcutSlot slot) { refresh({slot}); }
+
+}  // namespace varnowick

@@ -1,0 +1,89 @@
+// Editing the workspace on its scene: selecting, dragging between panels, rubber
+// band, deleting, sorting, undo, adding what was dropped. Works on the document
+// and the scene; it saves nothing, asks nothing and knows no window.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/document.h"
+#include "shortcuts/arrange.h"
+#include "shortcuts/dropped.h"
+#include "shortcuts/selection.h"
+#include "ui/scene/workspace_scene.h"
+
+namespace varnowick {
+
+class WorkspaceEditor {
+ public:
+  // Both are borrowed and must outlive the editor.
+  WorkspaceEditor(Document& document, WorkspaceScene& scene) : document_(document), scene_(scene) {}
+
+  const Selection& selection() const { return selection_; }
+  bool canUndo() const { return !undo_.empty(); }
+
+  // A press on a node and the release on the same one.
+  void pressed(NodeId node, bool ctrl);
+  void released(NodeId node, bool ctrl, bool dragged);
+
+  // Dragging the selected objects: they follow by the distance from the start,
+  // above everything else. The drop moves the records to the panel under the
+  // point; a refusal is a message for the user.
+  void beginDrag();
+  void drag(Point<Twips> distance, Point<Twips> pointer);
+  Moved drop(Point<Twips> distance, Point<Twips> pointer);
+  void cancelDrag();
+  // The shortcut of the same panel under the pointer that is not being dragged,
+  // while one shortcut alone is: dropping it there opens it with that one.
+  ShortcutSlot openWithTarget(Point<Twips> pointer);
+
+  // The rubber band between two points of the window, on the panel pressed.
+  void band(Point<Twips> from, Point<Twips> to);
+  void endBand();
+
+  void selectAll();
+  void selectNone();
+  void selectOnly(ShortcutSlot slot);
+  Moved sortByName(Panel panel);
+  Moved align();
+  // True when something was put back.
+  bool undo();
+  DeletePlan planDelete() const;
+  void carryOut(const DeletePlan& plan);
+
+  // Adds new shortcuts at a point of the window, or without one at the start of
+  // the main panel as it is scrolled. They end up selected.
+  Added add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at);
+  // Marks the panel at the point as the one that would take a drop.
+  void markDrop(Point<Twips> pointer);
+  void unmarkDrop();
+
+  // After a shortcut's record was changed in place.
+  void shortcutChanged(ShortcutSlot slot);
+  // After the scene has been built anew.
+  void sceneRebuilt();
+
+ private:
+  PanelMeasures measures() const;
+  NodeId nodeOf(ObjectId id) const;
+  void refresh(const std::vector<ObjectId>& objects);
+  void showSelection();
+  void endDrag();
+  // Runs the question with what is being dragged out of the way.
+  template <class Question>
+  auto beneathDrag(Question&& question);
+
+  Document& document_;
+  WorkspaceScene& scene_;
+  Selection selection_;
+  MoveUndo undo_;
+  std::vector<NodeId> shownSelected_;
+  struct Dragged {
+    ObjectId id;
+    TwipsRect start;  // of the window
+  };
+  std::vector<Dragged> dragged_;
+  Panel bandPanel_;
+};
+
+}  // namespace varnowick
