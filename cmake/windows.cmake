@@ -10,7 +10,7 @@ add_link_options(-static -Wl,--gc-sections)
 if(VARNOWICK_CHECKED)
   # The sanitizer libraries do not exist for this target; traps and library
   # assertions do. DWARF 4 is what Wine's backtraces can read.
-  set(CMAKE_CXX_FLAGS_RELEASE "-O1 -gdwarf-4")
+  set(CMAKE_CXX_FLAGS_RELEASE "-O1 -g1 -gdwarf-4")
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error
                       -fstack-protector-strong)
