@@ -13,6 +13,9 @@ namespace {
 
 constexpr const wchar_t* kNewJournalSuffix = L".new";
 
+constexpr std::uint64_t kMostBytesToReserveFor = 16U << 20U;
+constexpr std::uint64_t kBytesOfAShortcut = 270;  // about what one takes in a file
+
 SaveResult failed(const std::wstring& file, const FileStatus& status) {
   return {SaveResult::Outcome::Failed, file, status.reason};
 }
@@ -152,6 +155,12 @@ void DesktopStore::readFromDisk(const std::wstring& mainPath, Loading& loading) 
                      loading.report);
   else if (mainFile.status.kind != FileStatus::Kind::NotFound)
     loading.report.add(mainPath, 0, L"The file cannot be read. " + mainFile.status.reason);
+
+  std::uint64_t bytes = 0;
+  for (const FileInfo& info : files_.list(containersFolder(), L".con")) bytes += info.size;
+  // A guess that saves moving everything about as the table grows.
+  loading.document.workspace.shortcuts.reserve(
+      static_cast<std::size_t>(std::min(bytes, kMostBytesToReserveFor) / kBytesOfAShortcut));
 
   ownContainerFiles_ = 0;
   for (;; ++ownContainerFiles_) {

@@ -9,7 +9,6 @@
 namespace varnowick {
 namespace {
 
-constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
 constexpr std::uint64_t kHighs = 0x8080808080808080ULL;
 // Longer than any number that is written; keeps hostile digits from costing time.
 constexpr std::size_t kLongestNumber = 64;
@@ -18,21 +17,6 @@ std::uint64_t loadWord(const char* p) {
   std::uint64_t word;
   std::memcpy(&word, p, sizeof word);
   return word;
-}
-
-// Marks bytes equal to the repeated byte; exact for the lowest marked byte.
-constexpr std::uint64_t matches(std::uint64_t word, std::uint64_t repeated) {
-  const std::uint64_t x = word ^ repeated;
-  return (x - kOnes) & ~x & kHighs;
-}
-
-const char* findLineEnd(const char* p, const char* end) {
-  for (; end - p >= 8; p += 8) {
-    const std::uint64_t word = loadWord(p);
-    if ((matches(word, kOnes * '\r') | matches(word, kOnes * '\n')) != 0) break;
-  }
-  while (p != end && *p != '\r' && *p != '\n') ++p;
-  return p;
 }
 
 // The length of the valid UTF-8 sequence at p, or 0.
@@ -87,27 +71,6 @@ std::optional<Float> parseDecimal(std::string_view value) {
   return number;
 }
 
-// The usual case: a few digits with or without a minus sign.
-bool parseShortInteger(std::string_view value, int& number) {
-  const bool negative = !value.empty() && value.front() == '-';
-  if (negative) value.remove_prefix(1);
-  if (value.empty() || value.size() > 9) return false;
-  int sum = 0;
-  for (const char c : value) {
-    if (c < '0' || c > '9') return false;
-    sum = sum * 10 + (c - '0');
-  }
-  number = negative ? -sum : sum;
-  return true;
-}
-
-template <class Char>
-std::basic_string_view<Char> trimmed(std::basic_string_view<Char> text) {
-  while (!text.empty() && text.front() == Char{' '}) text.remove_prefix(1);
-  while (!text.empty() && text.back() == Char{' '}) text.remove_suffix(1);
-  return text;
-}
-
 bool isAscii(std::wstring_view text) {
   std::uint32_t all = 0;
   for (const wchar_t c : text) all |= static_cast<std::uint32_t>(c);
@@ -143,9 +106,6 @@ Encoding detectEncoding(std::string_view bytes) {
   return isValidUtf8(bytes) ? Encoding::Utf8 : Encoding::Ansi;
 }
 
-std::string_view trimBlanks(std::string_view text) { return trimmed(text); }
-std::wstring_view trimBlanks(std::wstring_view text) { return trimmed(text); }
-
 std::wstring widen(std::string_view ascii) { return {ascii.begin(), ascii.end()}; }
 
 std::optional<bool> parseFlag(std::string_view value) {
@@ -180,26 +140,6 @@ LineReader::LineReader(std::string_view bytes, TextCodec& codec)
       end_(bytes.data() + bytes.size()),
       encoding_(detectEncoding(bytes)) {
   if (encoding_ == Encoding::Utf8 && bytes.starts_with("\xEF\xBB\xBF")) at_ += 3;
-}
-
-bool LineReader::next(std::string_view& line) {
-  if (at_ == end_) return false;
-  const char* const lineEnd = findLineEnd(at_, end_);
-  line = {at_, static_cast<std::size_t>(lineEnd - at_)};
-  at_ = lineEnd;
-  if (at_ != end_ && *at_++ == '\r' && at_ != end_ && *at_ == '\n') ++at_;
-  ++lineNumber_;
-  return true;
-}
-
-bool LineReader::nextIs(std::string_view expected) {
-  const std::size_t size = expected.size();
-  if (static_cast<std::size_t>(end_ - at_) < size + 2 || at_[size] != '\r' ||
-      at_[size + 1] != '\n' || std::memcmp(at_, expected.data(), size) != 0)
-    return false;
-  at_ += size + 2;
-  ++lineNumber_;
-  return true;
 }
 
 bool LineReader::decode(std::string_view bytes, std::wstring& text) const {
@@ -245,7 +185,7 @@ void LineWriter::text(std::wstring_view value) {
   if (std::any_of(value.begin(), value.end(), isLineBreak)) {
     std::wstring oneLine(value);
     std::replace_if(oneLine.begin(), oneLine.end(), isLineBreak, L' ');
-    encode(trimBlanks(oneLine));
+    encode(trimBlanks(std::wstring_view(oneLine)));
   } else {
     encode(trimBlanks(value));
   }

@@ -3,8 +3,10 @@
 // Knows nothing of keys and records, and touches no file itself.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,8 +26,12 @@ bool isValidUtf8(std::string_view bytes);
 Encoding detectEncoding(std::string_view bytes);
 
 // Without the blanks at both ends.
-std::string_view trimBlanks(std::string_view text);
-std::wstring_view trimBlanks(std::wstring_view text);
+template <class Char>
+std::basic_string_view<Char> trimBlanks(std::basic_string_view<Char> text) {
+  while (!text.empty() && text.front() == Char{' '}) text.remove_prefix(1);
+  while (!text.empty() && text.back() == Char{' '}) text.remove_suffix(1);
+  return text;
+}
 // For messages and names that are known to be ASCII.
 std::wstring widen(std::string_view ascii);
 
@@ -38,6 +44,20 @@ std::optional<bool> parseFlag(std::string_view value);
 std::optional<int> parseInteger(std::string_view value);
 std::optional<float> parseSingle(std::string_view value);  // within +-kMaxTwips
 
+// The usual case: up to 9 digits with or without a minus sign.
+inline bool parseShortInteger(std::string_view value, int& number) {
+  const bool negative = !value.empty() && value.front() == '-';
+  if (negative) value.remove_prefix(1);
+  if (value.empty() || value.size() > 9) return false;
+  int sum = 0;
+  for (const char c : value) {
+    if (c < '0' || c > '9') return false;
+    sum = sum * 10 + (c - '0');
+  }
+  number = negative ? -sum : sum;
+  return true;
+}
+
 // Splits bytes into lines ended by CR LF, a lone LF or a lone CR. In every ANSI
 // code page of the platform these bytes stand for nothing else.
 class LineReader {
@@ -47,10 +67,26 @@ class LineReader {
   LineReader(std::string_view bytes, TextCodec& codec);
 
   // False at the end. The line is given without its end and is not trimmed.
-  bool next(std::string_view& line);
+  bool next(std::string_view& line) {
+    if (at_ == end_) return false;
+    const char* const lineEnd = findLineEnd(at_, end_);
+    line = {at_, static_cast<std::size_t>(lineEnd - at_)};
+    at_ = lineEnd;
+    if (at_ != end_ && *at_++ == '\r' && at_ != end_ && *at_ == '\n') ++at_;
+    ++lineNumber_;
+    return true;
+  }
   // Consumes the next line if it is exactly this, ended by CR LF: the usual case
   // of a key that is expected next, told without looking for the line's end.
-  bool nextIs(std::string_view expected);
+  bool nextIs(std::string_view expected) {
+    const std::size_t size = expected.size();
+    if (static_cast<std::size_t>(end_ - at_) < size + 2 || at_[size] != '\r' ||
+        at_[size + 1] != '\n' || std::memcmp(at_, expected.data(), size) != 0)
+      return false;
+    at_ += size + 2;
+    ++lineNumber_;
+    return true;
+  }
   bool atEnd() const { return at_ == end_; }
   // The number of the line read last, from 1; 0 before the first.
   std::size_t lineNumber() const { return lineNumber_; }
@@ -67,6 +103,24 @@ class LineReader {
   bool decode(std::string_view bytes, std::wstring& text) const;
 
  private:
+  // Eight bytes at a time: the lowest marked byte is the first line break.
+  static const char* findLineEnd(const char* p, const char* end) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
+    const auto matches = [](std::uint64_t word, char c) {
+      const std::uint64_t x = word ^ (kOnes * static_cast<unsigned char>(c));
+      return (x - kOnes) & ~x & (kOnes << 7);
+    };
+    static_assert(std::endian::native == std::endian::little);
+    for (; end - p >= 8; p += 8) {
+      std::uint64_t word;
+      std::memcpy(&word, p, sizeof word);
+      if (const std::uint64_t found = matches(word, '\r') | matches(word, '\n'); found != 0)
+        return p + std::countr_zero(found) / 8;
+    }
+    while (p != end && *p != '\r' && *p != '\n') ++p;
+    return p;
+  }
+
   TextCodec& codec_;
   const char* at_;
   const char* end_;

@@ -1,6 +1,7 @@
 #include "core/object_records.h"
 
 #include <array>
+#include <utility>
 
 namespace varnowick {
 namespace {
@@ -31,6 +32,29 @@ constexpr std::array<Field<clsShortcut>, 15> kShortcutFields{{
     constantField<clsShortcut>("[EXCLUSIVE]", "0"),
     field<&clsShortcut::TagStart>("[TAGSTART]"),
 }};
+
+// The fields stand by position, so a line that is not the expected key is only
+// worth a remark: what follows it is the value all the same.
+template <std::size_t Row>
+bool readRow(FileReading& in, clsShortcut& shortcut) {
+  constexpr const Field<clsShortcut>& row = kShortcutFields[Row];
+  if (!in.lines.nextIs(row.key)) {
+    std::string_view line;
+    if (!in.lines.next(line)) return false;
+    if (trimBlanks(line) != row.key) in.problem(L"Expected " + widen(row.key) + L" here.");
+  }
+  return readField(row, shortcut, in);
+}
+
+// Walks the table at compile time, because shortcuts are nearly all there is in
+// a large desktop. Gives the number of rows read.
+template <std::size_t... Row>
+std::size_t readRows(FileReading& in, std::size_t rows, clsShortcut& shortcut,
+                     std::index_sequence<Row...>) {
+  std::size_t read = 0;
+  static_cast<void>(((Row < rows && readRow<Row>(in, shortcut) && (++read, true)) && ...));
+  return read;
+}
 
 }  // namespace
 
@@ -77,28 +101,22 @@ void readPicture(FileReading& in, Panel panel, Workspace& workspace) {
 
 void readShortcut(FileReading& in, std::size_t rows, Panel panel, Workspace& workspace,
                   std::size_t& count) {
-  // The fields stand by position, so a line that is not the expected key is only
-  // worth a remark: what follows it is the value all the same.
-  clsShortcut shortcut;
+  // Filled where it will lie, which spares moving its texts about.
+  const ShortcutSlot slot = workspace.shortcuts.add({});
+  clsShortcut& shortcut = workspace.shortcuts[slot];
   shortcut.parent = panel;
-  std::size_t read = 0;
-  for (; read < rows; ++read) {
-    const Field<clsShortcut>& row = kShortcutFields[read];
-    if (!in.lines.nextIs(row.key)) {
-      std::string_view line;
-      if (!in.lines.next(line)) break;
-      if (trimBlanks(line) != row.key) in.problem(L"Expected " + widen(row.key) + L" here.");
-    }
-    if (!readField(row, shortcut, in)) break;
-  }
+  const std::size_t read =
+      readRows(in, rows, shortcut, std::make_index_sequence<kShortcutFields.size()>());
   if (read < rows) in.problem(L"A shortcut is not complete.");
-  if (read == 0) return;
+  if (read == 0) return workspace.shortcuts.remove(slot);
   if (shortcut.Icon == L"TEMP") shortcut.Icon.clear();
 
   const std::size_t limit = panel.isMain() ? kMaxShortcutsOnMainPanel : kMaxShortcutsInContainer;
-  if (count >= limit) return in.problem(L"There are more shortcuts than one panel can hold.");
+  if (count >= limit) {
+    in.problem(L"There are more shortcuts than one panel can hold.");
+    return workspace.shortcuts.remove(slot);
+  }
   ++count;
-  workspace.shortcuts.add(std::move(shortcut));
 }
 
 void writePicture(const clsPicture& picture, RecordPlace place, LineWriter& out) {
