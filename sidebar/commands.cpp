@@ -17,7 +17,6 @@ constexpr int kDeleteKey = 46;
 #define VARNOWICK_COMMAND(id) Command::id, L## #id
 
 constexpr bool kBuilt = true;
-constexpr bool kLater = false;
 
 constexpr auto kAlways = Enabled::Always;
 constexpr auto kSelected = Enabled::ShortcutSelected;
@@ -35,23 +34,30 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuNewNote), L"&Note", ctrl('N')},
     CommandRow{VARNOWICK_COMMAND(mnuNewCommand), L"&System command", ctrl('O')},
 
-    CommandRow{VARNOWICK_COMMAND(mnuPaste), L"Pas&te", ctrl('V')},
-    CommandRow{VARNOWICK_COMMAND(mnuSelectAll), L"&Select all", ctrl('A')},
-    CommandRow{VARNOWICK_COMMAND(mnuUnselectAll), L"&Unselect all", ctrl('U')},
-    CommandRow{VARNOWICK_COMMAND(mnuUndo), L"Und&o move", ctrl('Z'), Enabled::CanUndo},
-    CommandRow{VARNOWICK_COMMAND(mnuDeleteSelected), L"&Delete", Key{kDeleteKey, 0}, kSelected},
+    CommandRow{VARNOWICK_COMMAND(mnuPaste), L"Pas&te", ctrl('V'), kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuSelectAll), L"&Select all", ctrl('A'), kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuUnselectAll), L"&Unselect all", ctrl('U'), kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuUndo), L"Und&o move", ctrl('Z'), Enabled::CanUndo, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuDeleteSelected), L"&Delete", Key{kDeleteKey, 0}, kSelected,
+               kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuAlign), L"Align to &grid", kNoKey, kAlways, kBuilt,
+               &CommandState::align},
+    CommandRow{VARNOWICK_COMMAND(mnuSortByName), L"Sort by &name", kNoKey, kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuLock), L"Lock editing", ctrl('L'), kAlways, kBuilt,
                &CommandState::locked},
 
     CommandRow{VARNOWICK_COMMAND(mnuShortcutProperties), L"&Properties", function(2), kSelected,
                kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuStartSelected), L"Sta&rt selected", kNoKey, kSelected},
+    CommandRow{VARNOWICK_COMMAND(mnuStartSelected), L"Sta&rt selected", kNoKey, kSelected, kBuilt},
     // The window puts startAllCaption in place of the caption.
-    CommandRow{VARNOWICK_COMMAND(mnuStartAll), L"&Start all", kNoKey},
+    CommandRow{VARNOWICK_COMMAND(mnuStartAll), L"&Start all", kNoKey, kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuStartAllWTag), L"&Tag start", kNoKey},
-    CommandRow{VARNOWICK_COMMAND(mnuOpenFileLocation), L"Open file &location", kNoKey, kSelected},
-    CommandRow{VARNOWICK_COMMAND(mnuUseRelativePath), L"&Use a relative path", kNoKey, kSelected},
-    CommandRow{VARNOWICK_COMMAND(mnuRefreshShortcuts), L"Refresh &icons", function(5, kShift)},
+    CommandRow{VARNOWICK_COMMAND(mnuOpenFileLocation), L"Open file &location", kNoKey, kSelected,
+               kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuUseRelativePath), L"&Use a relative path", kNoKey, kSelected,
+               kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuRefreshShortcuts), L"Refresh &icons", function(5, kShift),
+               kAlways, kBuilt},
 
     CommandRow{VARNOWICK_COMMAND(mnuShrinkAll), L"S&hrink/Expand All", function(1, kCtrl)},
     CommandRow{VARNOWICK_COMMAND(mnuFoldAll), L"&Fold/Unfold All", function(2, kCtrl)},
@@ -71,7 +77,7 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuDockNow), L"&Collapse now (Esc)", kNoKey, kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuSuspendSlideOut), L"Suspend auto-collapse", kNoKey, kAlways,
                kBuilt, &CommandState::suspended},
-    CommandRow{VARNOWICK_COMMAND(mnuTranslucent), L"&Transparency", function(9), kAlways, kLater,
+    CommandRow{VARNOWICK_COMMAND(mnuTranslucent), L"&Transparency", function(9), kAlways, kBuilt,
                &CommandState::translucent},
 
     CommandRow{VARNOWICK_COMMAND(mnuProgramAppearance), L"&Appearance", function(4)},
@@ -136,6 +142,10 @@ constexpr std::array kMainMenu{
     separator(1),
     item(1, Command::mnuSelectAll),
     item(1, Command::mnuUnselectAll),
+    separator(1),
+    item(1, Command::mnuAlign),
+    item(1, Command::mnuSortByName),
+    item(1, Command::mnuRefreshShortcuts),
     head(0, L"&Containers"),
     item(1, Command::mnuFoldAll),
     item(1, Command::mnuShrinkAll),
@@ -177,6 +187,13 @@ constexpr std::array kShortcutMenu{
     item(0, Command::mnuShortcutProperties),
 };
 
+// Submenus of tags stand below it; the window adds them.
+constexpr std::array kContainerMenu{
+    item(0, Command::mnuStartAll),
+    item(0, Command::mnuSortByName),
+    item(0, Command::mnuPaste),
+};
+
 // The rows below a head, in their own right: the menus of buttons.
 constexpr std::span<const MenuRow> below(std::wstring_view caption) {
   std::size_t from = 0;
@@ -200,7 +217,8 @@ consteval bool captionsAreUnique(std::span<const MenuRow> rows) {
         return false;
   return true;
 }
-static_assert(captionsAreUnique(kMainMenu) && captionsAreUnique(kShortcutMenu));
+static_assert(captionsAreUnique(kMainMenu) && captionsAreUnique(kShortcutMenu) &&
+              captionsAreUnique(kContainerMenu));
 static_assert(!below(L"&Add").empty() && !below(L"Se&ttings").empty());
 
 bool isShown(std::span<const MenuRow> rows, std::size_t at) {
@@ -256,6 +274,8 @@ std::span<const MenuRow> menuRows(MenuId menu) {
       return below(L"Se&ttings");
     case MenuId::Shortcut:
       return kShortcutMenu;
+    case MenuId::Container:
+      return kContainerMenu;
     default:
       return kMainMenu;
   }

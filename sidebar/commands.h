@@ -28,6 +28,8 @@ enum class Command : int {
   mnuUnselectAll,
   mnuUndo,
   mnuDeleteSelected,
+  mnuAlign,
+  mnuSortByName,
   mnuLock,
   // Shortcuts
   mnuShortcutProperties,
@@ -84,6 +86,7 @@ struct CommandState {
   bool locked = false;
   bool suspended = false;  // auto-collapse
   bool translucent = false;
+  bool align = false;
   bool shortcutSelected = false;
   bool canUndo = false;
 };
@@ -110,7 +113,7 @@ bool isEnabled(Command command, const CommandState& state);
 std::wstring keyText(Key key);
 
 // Settings and Add are the menus of the buttons at the bottom of the bar.
-enum class MenuId { Main, Add, Settings, Shortcut };
+enum class MenuId { Main, Add, Settings, Shortcut, Container };
 
 struct MenuRow {
   int depth = 0;  // a deeper row belongs to the nearest shallower one above it

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "ui/scene/scene.h"
 
@@ -66,6 +67,35 @@ bool InputState::focusNext(bool backwards) {
   const auto at = std::find(stops.begin(), stops.end(), focused());
   if (at == stops.end() || std::next(at) == stops.end()) return focus(stops.front());
   return focus(*std::next(at));
+}
+
+bool InputState::focusTowards(Point<int> direction) {
+  const NodeId from = focused();
+  if (from.none()) return focusNext(false);
+  const auto middle = [&](NodeId id) {
+    const TwipsRect r = scene_->windowRect(id);
+    return Point<float>{r.left.value + r.width.value / 2, r.top.value + r.height.value / 2};
+  };
+  const Point<float> start = middle(from);
+  NodeId best;
+  float bestCost = 0;
+  for (const NodeId id : scene_->visibleNodes()) {
+    const Node& node = *scene_->find(id);
+    if (id == from || !node.focusable || !node.enabled) continue;
+    const Point<float> at = middle(id);
+    const float dx = at.x - start.x;
+    const float dy = at.y - start.y;
+    const float along = dx * static_cast<float>(direction.x) + dy * static_cast<float>(direction.y);
+    const float aside = std::abs(direction.x != 0 ? dy : dx);
+    // What lies more aside than ahead belongs to another direction.
+    if (along <= 0 || aside > along * 2) continue;
+    const float cost = along + aside * 2;
+    if (best.none() || cost < bestCost) {
+      best = id;
+      bestCost = cost;
+    }
+  }
+  return !best.none() && focus(best);
 }
 
 }  // namespace varnowick

@@ -176,6 +176,9 @@ class InputState {
   bool focus(NodeId id);
   // Steps through focusable nodes in painting order, wrapping round.
   bool focusNext(bool backwards);
+  // To the nearest focusable node in a direction, such as {1, 0} for right. With
+  // nothing in focus yet, to the first one. Stays where there is none.
+  bool focusTowards(Point<int> direction);
 
  private:
   NodeId resolve(NodeId id) const { return scene_->shown(id) ? id : NodeId{}; }

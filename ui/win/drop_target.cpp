@@ -78,16 +78,22 @@ class Medium {
   bool owned_ = false;
 };
 
-void readPaths(IDataObject& data, std::vector<std::wstring>& paths) {
+void readPaths(IDataObject& data, std::vector<DroppedPath>& paths) {
   const Medium medium(data, CF_HDROP);
   if (medium.size() < sizeof(DROPFILES)) return;
   const auto drop = static_cast<HDROP>(medium.handle());
   const UINT count = std::min<UINT>(DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0),
-                                    static_cast<UINT>(kMostDroppedFiles));
+                                    static_cast<UINT>(kMaxDroppedPaths));
   for (UINT i = 0; i < count; ++i) {
     std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1U, L'\0');
     path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
-    if (!path.empty()) paths.push_back(std::move(path));
+    if (path.empty()) continue;
+    WIN32_FILE_ATTRIBUTE_DATA about{};
+    GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &about);
+    const std::uint64_t size =
+        (static_cast<std::uint64_t>(about.nFileSizeHigh) << 32) | about.nFileSizeLow;
+    paths.push_back(
+        {std::move(path), (about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0, size});
   }
 }
 
@@ -112,15 +118,15 @@ bool offersDroppable(IDataObject& data) {
   return false;
 }
 
-DroppedData readDroppedData(IDataObject& data) {
-  DroppedData result;
+Dropped readDropped(IDataObject& data) {
+  Dropped result;
   if (offers(data, CF_HDROP)) readPaths(data, result.paths);
   if (!result.paths.empty()) return result;
   if (offers(data, urlFormat()))
-    result.url = Medium(data, urlFormat()).wideText(kMostDroppedText);
+    result.address = Medium(data, urlFormat()).wideText(kMostDroppedText);
   else if (offers(data, ansiUrlFormat()))
-    result.url = Medium(data, ansiUrlFormat()).ansiText(kMostDroppedText);
-  if (!result.url.empty()) result.urlTitle = titleOfLink(data);
+    result.address = Medium(data, ansiUrlFormat()).ansiText(kMostDroppedText);
+  if (!result.address.empty()) result.title = titleOfLink(data);
   if (offers(data, CF_UNICODETEXT))
     result.text = Medium(data, CF_UNICODETEXT).wideText(kMostDroppedText);
   else if (offers(data, CF_TEXT))
@@ -128,10 +134,10 @@ DroppedData readDroppedData(IDataObject& data) {
   return result;
 }
 
-DroppedData readClipboard() {
+Dropped readClipboard() {
   ComPtr<IDataObject> data;
-  if (FAILED(OleGetClipboard(data.put())) || !data) return {};
-  return readDroppedData(*data.get());
+  if (FAILED(OleGetClipboard(data.put())) || !data) return Dropped{};
+  return readDropped(*data.get());
 }
 
 class DropTarget::Object final : public IDropTarget {
@@ -183,7 +189,7 @@ class DropTarget::Object final : public IDropTarget {
     owner_->active_ = false;
     owner_->hooks_.leave();
     if (*effect == DROPEFFECT_NONE) return S_OK;
-    if (!owner_->hooks_.drop({at.x, at.y}, readDroppedData(*data))) *effect = DROPEFFECT_NONE;
+    if (!owner_->hooks_.drop({at.x, at.y}, readDropped(*data))) *effect = DROPEFFECT_NONE;
     return S_OK;
   }
 

@@ -10,30 +10,25 @@
 #include <string>
 #include <vector>
 
+#include "shortcuts/dropped.h"
+
 namespace varnowick {
 
-struct DroppedData {
-  std::vector<std::wstring> paths;  // files and folders
-  std::wstring url;                 // an address, with its title when there is one
-  std::wstring urlTitle;
-  std::wstring text;  // cut at kMostDroppedText characters
-  bool empty() const { return paths.empty() && url.empty() && text.empty(); }
-};
+// Characters; a longer text is cut.
 inline constexpr std::size_t kMostDroppedText = 5'000'000;
-inline constexpr std::size_t kMostDroppedFiles = 1000;
 
-// Whether the object offers anything that readDroppedData takes.
+// Whether the object offers anything that readDropped takes.
 bool offersDroppable(IDataObject& data);
-DroppedData readDroppedData(IDataObject& data);
-// Empty when the clipboard holds nothing of use.
-DroppedData readClipboard();
+Dropped readDropped(IDataObject& data);
+// With nothing in it when the clipboard holds nothing of use.
+Dropped readClipboard();
 
 class DropTarget {
  public:
   struct Hooks {
     // Both answer whether a drop at that point of the screen is welcome.
     std::function<bool(POINT screen)> over;
-    std::function<bool(POINT screen, const DroppedData& data)> drop;
+    std::function<bool(POINT screen, const Dropped& data)> drop;
     std::function<void()> leave;
   };
   explicit DropTarget(Hooks hooks) : hooks_(std::move(hooks)) {}

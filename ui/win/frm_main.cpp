@@ -2,19 +2,15 @@
 
 #include <windowsx.h>
 
-#include "ui/win/resource.h"
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
+#include "ui/win/resource.h"
 #include "ui/win/system_look.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick {
 namespace {
 
-// The image store's results are waiting.
-constexpr UINT kMsgImages = WM_APP + 1;
-// A default action was asked for through accessibility.
-constexpr UINT kMsgAction = WM_APP + 2;
 constexpr int kResizeGrip = 5;  // pixels at 96 dots per inch
 constexpr Size<Twips> kLeastWindow{{2400}, {1800}};
 
@@ -40,6 +36,14 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
       measure_(platform.monitors.density()),
       workspaceScene_(document_.settings, document_.workspace, &measure_),
       view_(workspaceScene_.scene(), images_, fonts_),
+      editor_(document_, workspaceScene_),
+      dropTarget_({.over = [this](POINT at) { return dropIsWelcome(at); },
+                   .drop = [this](POINT at, const Dropped& data) { return acceptDrop(at, data); },
+                   .leave =
+                       [this] {
+                         editor_.unmarkDrop();
+                         view_.invalidate();
+                       }}),
       accessibleItems_(workspaceScene_.scene(), view_.input(), kProgramTitle,
                        [this](NodeId node) {
                          return PostMessageW(handle(), kMsgAction, static_cast<WPARAM>(node.kind),
@@ -47,7 +51,10 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                        }),
       accessible_(accessibleItems_),
       docking_(platform, document_.settings,
-               {.keepOpen = [this] { return modal_.active() || dragging_; },
+               {.keepOpen =
+                    [this] {
+                      return modal_.active() || gestures_.dragging() || dropTarget_.dragActive();
+                    },
                 .prepareCollapse = {},
                 .captionChanged =
                     [this](bool suspended) {
@@ -82,6 +89,8 @@ bool frmMain::open() {
   view_.attach(handle(), platform_.monitors.density());
   docking_.attach(handle());
   accessibleItems_.attach(handle());
+  dropTarget_.attach(handle());
+  gestures_.setThreshold({{GetSystemMetrics(SM_CXDRAG)}, {GetSystemMetrics(SM_CYDRAG)}});
   return true;
 }
 
@@ -143,14 +152,17 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       view_.mouseLeft();
       return 0;
     case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK:
+      doubleClicked_ = false;
       onLeftDown(pointOf(lParam));
+      return 0;
+    case WM_LBUTTONDBLCLK:
+      onDoubleClick(pointOf(lParam));
       return 0;
     case WM_LBUTTONUP:
       onLeftUp(pointOf(lParam));
       return 0;
     case WM_CAPTURECHANGED:
-      dragging_ = false;
+      if (const auto event = gestures_.cancel()) onGesture(*event);
       view_.captureLost();
       return 0;
     case WM_MOUSEWHEEL: {
@@ -199,6 +211,10 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       if (message == kMsgAction) {
         if (!modal_.active()) clicked({static_cast<ControlKind>(wParam), static_cast<int>(lParam)});
+        return 0;
+      }
+      if (message == kMsgDropped) {
+        takePendingDrops();
         return 0;
       }
       if (message == kMsgImages) {
@@ -255,19 +271,8 @@ void frmMain::onMouseMove(POINT client) {
     TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, handle(), 0};
     trackingLeave_ = TrackMouseEvent(&track) != FALSE;
   }
-  if (dragging_) {
-    POINT now{};
-    GetCursorPos(&now);
-    const int dx = now.x - dragStart_.x;
-    const int dy = now.y - dragStart_.y;
-    if (!dragMoved_ && std::abs(dx) < GetSystemMetrics(SM_CXDRAG) &&
-        std::abs(dy) < GetSystemMetrics(SM_CYDRAG))
-      return;
-    dragMoved_ = true;
-    SetWindowPos(handle(), nullptr, dragOrigin_.x + dx, dragOrigin_.y + dy, 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    return;
-  }
+  if (const auto event = gestures_.move(platform_.cursor.position())) return onGesture(*event);
+  if (gestures_.dragging()) return;
   docking_.apply(docking_.rules().mouseMoved(docking_.inputs()));
   view_.mouseMoved(client);
 }
@@ -276,28 +281,34 @@ void frmMain::onLeftDown(POINT client) {
   SetFocus(handle());
   const NodeId node = view_.mousePressed(client);
   SetCapture(handle());
-  const bool bar = node.kind == ControlKind::TitleBar || node.kind == ControlKind::lblCaption;
-  if (!bar || document_.settings.locked) return;
-  RECT r{};
-  GetWindowRect(handle(), &r);
-  GetCursorPos(&dragStart_);
-  dragOrigin_ = {r.left, r.top};
-  dragMoved_ = false;
-  dragging_ = true;
+  const bool ctrl = GetKeyState(VK_CONTROL) < 0;
+  editor_.pressed(node, ctrl);
+  if (!shortcutOf(node).none()) view_.focus(node);
+  gestures_.press(node, platform_.cursor.position(), ctrl, document_.settings.locked);
+  view_.invalidate();
+}
+
+// The second press of a double click: it starts a shortcut where the user wants
+// double clicks, and on containers it must not start what has just moved there.
+void frmMain::onDoubleClick(POINT client) {
+  doubleClicked_ = true;
+  onLeftDown(client);
+  if (!containerOf(view_.input().pressed()).none()) {
+    clickGuard_.SetDblClickDelay();
+    docking_.startTimer(TimerId::TimerDblClickLabelDelay);
+  }
 }
 
 void frmMain::onLeftUp(POINT client) {
-  const bool moved = dragging_ && dragMoved_;
-  dragging_ = false;
+  const auto event = gestures_.release(platform_.cursor.position());
   const NodeId node = view_.mouseReleased(client);
   ReleaseCapture();
-  if (moved) {
-    docking_.apply(docking_.rules().movedByUser(docking_.inputs()));
-    relayout();
-    workspaceChanged();
-    return;
-  }
-  if (!node.none() && !clickGuard_.blocked()) clicked(node);
+  if (!event) return;
+  const bool click = event->kind == GestureKind::Click;
+  editor_.released(event->node, event->ctrl, !click);
+  view_.invalidate();
+  onGesture(*event);
+  if (click && !event->ctrl && !node.none() && !clickGuard_.blocked()) clicked(node);
 }
 
 void frmMain::onContextMenu(POINT screen) {
@@ -316,15 +327,43 @@ void frmMain::onContextMenu(POINT screen) {
   }
   const ShortcutSlot shortcut = shortcutOf(node);
   const bool onShortcut = document_.workspace.shortcuts.contains(shortcut);
-  if (onShortcut) view_.focus(shortcutNode(shortcut));
-  showMenu(onShortcut ? MenuId::Shortcut : MenuId::Main, screen);
+  if (onShortcut) {
+    // The menu is about the selection, which the object under the mouse joins.
+    if (!editor_.selection().contains(shortcut)) editor_.selectOnly(shortcut);
+    view_.focus(shortcutNode(shortcut));
+    view_.invalidate();
+    return showMenu(MenuId::Shortcut, screen);
+  }
+  menuContainer_ = containerOf(node);
+  showMenu(menuContainer_.none() ? MenuId::Main : MenuId::Container, screen);
+}
+
+// By Tab without a direction. What has the focus is in sight, and selected if it
+// is a shortcut, so that keys can act on it.
+void frmMain::moveFocus(Point<int> direction, bool backwards) {
+  if (direction == Point<int>{})
+    view_.focusNext(backwards);
+  else
+    view_.focusTowards(direction);
+  const NodeId focused = view_.input().focused();
+  if (const ShortcutSlot slot = shortcutOf(focused); !slot.none()) editor_.selectOnly(slot);
+  workspaceScene_.scrollToShow(focused);
+  view_.invalidate();
+  announce(handle(), EVENT_OBJECT_FOCUS, accessibleItems_.childOf(focused));
 }
 
 void frmMain::onKeyDown(int key) {
   const auto down = [](int code) { return GetKeyState(code) < 0; };
   const int modifiers =
       (down(VK_SHIFT) ? kShift : 0) + (down(VK_CONTROL) ? kCtrl : 0) + (down(VK_MENU) ? kAlt : 0);
-  if (key == VK_TAB && (modifiers & ~kShift) == 0) return view_.focusNext(modifiers == kShift);
+  if (key == VK_ESCAPE && gestures_.dragging()) {
+    ReleaseCapture();
+    return;
+  }
+  const Point<int> direction{(key == VK_RIGHT ? 1 : 0) - (key == VK_LEFT ? 1 : 0),
+                             (key == VK_DOWN ? 1 : 0) - (key == VK_UP ? 1 : 0)};
+  if (modifiers == 0 && direction != Point<int>{}) return moveFocus(direction);
+  if (key == VK_TAB && (modifiers & ~kShift) == 0) return moveFocus({}, modifiers == kShift);
   if (key == VK_RETURN && modifiers == 0) {
     if (const NodeId focused = view_.input().focused(); !focused.none()) clicked(focused);
     return;
@@ -358,6 +397,7 @@ FrameLayout frmMain::frameLayout() const {
 void frmMain::rebuildScene() {
   laidOut_ = true;
   workspaceScene_.build(frameLayout());
+  editor_.sceneRebuilt();
   view_.invalidate();
   announce(handle(), kEventSceneChanged);
 }
@@ -377,6 +417,7 @@ void frmMain::applyPalette() {
 }
 
 void frmMain::onDestroy() {
+  dropTarget_.revoke();
   accessible_.disconnect();
   PostQuitMessage(0);
 }

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-#include <memory>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,18 +15,28 @@
 #include "shortcuts/launch.h"
 #include "sidebar/commands.h"
 #include "sidebar/keys.h"
+#include "ui/scene/gestures.h"
+#include "ui/scene/workspace_editor.h"
 #include "ui/scene/workspace_scene.h"
 #include "ui/win/docking_driver.h"
+#include "ui/win/drop_target.h"
 #include "ui/win/gdi_text.h"
 #include "ui/win/image_store.h"
 #include "ui/win/modal.h"
+#include "ui/win/popup_menu.h"
 #include "ui/win/scene_accessible.h"
 #include "ui/win/scene_view.h"
+#include "ui/win/win_events.h"
 #include "ui/win/window.h"
 
 namespace varnowick {
 
 inline constexpr const wchar_t* kMainWindowClass = L"VarnowickMain";
+
+// The main window's own messages.
+inline constexpr UINT kMsgImages = WM_APP + 1;   // the image store has results
+inline constexpr UINT kMsgAction = WM_APP + 2;   // a default action, see SceneAccessible
+inline constexpr UINT kMsgDropped = WM_APP + 3;  // a drop waits to be taken in
 
 class frmMain final : public Window, private LaunchHost {
  public:
@@ -50,8 +60,10 @@ class frmMain final : public Window, private LaunchHost {
   void onMouseMove(POINT client);
   void onLeftDown(POINT client);
   void onLeftUp(POINT client);
+  void onDoubleClick(POINT client);
   void onContextMenu(POINT screen);
   void onKeyDown(int key);
+  void moveFocus(Point<int> direction, bool backwards = false);
   void onDestroy();
   LRESULT onHitTest(POINT screen) const;
 
@@ -61,15 +73,34 @@ class frmMain final : public Window, private LaunchHost {
   void relayout();
   void applyPalette();
 
+  // Editing (frm_main_editing.cpp)
+  Point<Twips> toScene(Point<Pixels> screen) const;
+  void onGesture(const GestureEvent& event);
+  void moveBar(const GestureEvent& event);
+  void moveObjects(const GestureEvent& event);
+  void openWith(ShortcutSlot dragged, ShortcutSlot target);
+  void finishMove(const Moved& moved);
+  void takeDropped(const Dropped& dropped, const Point<Twips>* at);
+  void addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips>* at,
+                    std::wstring refusal);
+  bool dropIsWelcome(POINT screen);
+  bool acceptDrop(POINT screen, const Dropped& dropped);
+  void takePendingDrops();
+  void deleteSelected();
+  void setTagFilter(ContainerSlot slot, const std::wstring& tag);
+
   // Actions (frm_main_actions.cpp)
   void run(Command command);
   CommandState commandState() const;
   void clicked(NodeId node);
   void launch(ShortcutSlot slot);
-  // The shortcut that a command is about: the focused one.
+  void startSelected();
+  void startMany(const std::function<void(StartMany&)>& start);
+  // The shortcut that a command is about: the selected one, else the focused one.
   ShortcutSlot currentShortcut() const;
   void editShortcut(ShortcutSlot slot, const std::wstring& error);
   void showMenu(MenuId menu, POINT screen);
+  void addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const;
   SaveResult save(bool recovery);
   void saveWorkspace();
   // Almost every change of the workspace ends here.
@@ -77,6 +108,7 @@ class frmMain final : public Window, private LaunchHost {
   void restartWithoutRecentChanges();
   void loadDefaultSettings();
   void setLocked(bool locked);
+  void toggleTranslucency();
   void exitProgram();
   void endSession();
 
@@ -96,6 +128,9 @@ class frmMain final : public Window, private LaunchHost {
   GdiTextMeasure measure_;
   WorkspaceScene workspaceScene_;
   SceneView view_;
+  WorkspaceEditor editor_;
+  Gestures gestures_;
+  DropTarget dropTarget_;
   SceneAccessible accessibleItems_;
   AccessibleServer accessible_;
   DockingDriver docking_;
@@ -104,14 +139,17 @@ class frmMain final : public Window, private LaunchHost {
   std::wstring progress_;
   bool launchSuppressed_ = false;
   bool saveFailureTold_ = false;  // until a save succeeds again
-  bool laidOut_ = false;  // the scene has been built
+  bool laidOut_ = false;          // the scene has been built
   bool trackingLeave_ = false;
   bool ended_ = false;
-  // A drag of the bar by its caption, in screen pixels.
-  bool dragging_ = false;
-  bool dragMoved_ = false;
-  POINT dragStart_{};
-  POINT dragOrigin_{};
+  bool doubleClicked_ = false;
+  POINT barOrigin_{};            // of the window when a drag of it began
+  ContainerSlot menuContainer_;  // that the open menu is about
+  struct PendingDrop {
+    Dropped data;
+    Point<Twips> at;  // of the window
+  };
+  std::vector<PendingDrop> pendingDrops_;
 };
 
 }  // namespace varnowick

@@ -8,6 +8,7 @@
 #include "platform/sound.h"
 #include "platform/win32/handles.h"
 #include "shortcuts/paths.h"
+#include "shortcuts/tags.h"
 #include "ui/win/frm_main.h"
 #include "ui/win/frm_shortcut_properties.h"
 #include "ui/win/popup_menu.h"
@@ -41,13 +42,33 @@ bool startRestarter(const std::wstring& path) {
   return true;
 }
 
+class SystemForeground final : public ForegroundWindow {
+ public:
+  std::uintptr_t current() override {
+    return reinterpret_cast<std::uintptr_t>(GetForegroundWindow());
+  }
+  void set(std::uintptr_t window) override { SetForegroundWindow(reinterpret_cast<HWND>(window)); }
+};
+
+// Commands of menu rows that the tables do not have: tags, by their place in the
+// list of the container's tags.
+constexpr int kStartTag = 10'000;
+constexpr int kShowTag = 20'000;
+constexpr std::size_t kMostTagRows = 60;
+
+// A tag may hold what menus take for a mnemonic or a key.
+std::wstring menuText(const std::wstring& text) {
+  std::wstring result;
+  for (const wchar_t c : text) result += c == L'&' ? L"&&" : std::wstring(1, c == L'\t' ? L' ' : c);
+  return result;
+}
+
 // Whether this is a 32-bit program on 64-bit Windows, which sees another System32.
 bool runsUnderWow64() {
   using IsWow64ProcessFunction = BOOL(WINAPI*)(HANDLE, PBOOL);
   // Windows XP SP2 and later.
-  static const auto isWow64Process =
-      reinterpret_cast<IsWow64ProcessFunction>(reinterpret_cast<void*>(
-          GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "IsWow64Process")));
+  static const auto isWow64Process = reinterpret_cast<IsWow64ProcessFunction>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "IsWow64Process")));
   BOOL wow64 = FALSE;
   return isWow64Process != nullptr && isWow64Process(GetCurrentProcess(), &wow64) && wow64;
 }
@@ -61,6 +82,7 @@ void frmMain::clicked(NodeId node) {
   switch (node.kind) {
     case ControlKind::lblShortcut:
     case ControlKind::picShortcut:
+      if (document_.settings.doubleClick && !doubleClicked_) return;
       return launch(shortcutOf(node));
     case ControlKind::PicLockToolbar:
     case ControlKind::PicUnlockToolbar:
@@ -84,6 +106,47 @@ void frmMain::run(Command command) {
   switch (command) {
     case Command::mnuShortcutProperties:
       return editShortcut(currentShortcut(), L"");
+    case Command::mnuPaste:
+      return takeDropped(readClipboard(), nullptr);
+    case Command::mnuSelectAll:
+      editor_.selectAll();
+      return view_.invalidate();
+    case Command::mnuUnselectAll:
+      editor_.selectNone();
+      return view_.invalidate();
+    case Command::mnuUndo:
+      if (!editor_.undo()) return;
+      view_.invalidate();
+      return workspaceChanged();
+    case Command::mnuDeleteSelected:
+      return deleteSelected();
+    case Command::mnuAlign:
+      document_.settings.align = !document_.settings.align;
+      return workspaceChanged();
+    case Command::mnuSortByName:
+      return finishMove(editor_.sortByName({menuContainer_}));
+    case Command::mnuStartSelected:
+      return startSelected();
+    case Command::mnuStartAll:
+      return startMany([this](StartMany& start) {
+        StartAll(start, menuContainer_, document_.settings.confirmStartAllShortcuts);
+      });
+    case Command::mnuOpenFileLocation: {
+      const clsShortcut* shortcut = document_.workspace.shortcuts.find(currentShortcut());
+      if (shortcut != nullptr && !OpenFileLocation(platform_, *this, *shortcut, true))
+        editShortcut(currentShortcut(), L"");
+      return;
+    }
+    case Command::mnuUseRelativePath: {
+      const std::vector<ShortcutSlot> selected = editor_.selection().shortcuts();
+      if (UseRelativePath(platform_, document_.workspace, selected)) workspaceChanged();
+      return;
+    }
+    case Command::mnuRefreshShortcuts:
+      images_.clear();
+      return view_.invalidate();
+    case Command::mnuTranslucent:
+      return toggleTranslucency();
     case Command::mnuDockLeft:
       return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Left));
     case Command::mnuDockRight:
@@ -125,6 +188,32 @@ void frmMain::launch(ShortcutSlot slot) {
     announce(handle(), kEventLaunched);
 }
 
+// Each in turn; a dialog of one does not keep the others from starting.
+void frmMain::startSelected() {
+  for (const ShortcutSlot slot : editor_.selection().shortcuts()) launch(slot);
+}
+
+void frmMain::startMany(const std::function<void(StartMany&)>& start) {
+  SystemForeground foreground;
+  StartMany many{
+      platform_,
+      *this,
+      *this,
+      foreground,
+      document_.workspace,
+      [this](ShortcutSlot slot, const std::wstring& error) { editShortcut(slot, error); }};
+  launchSuppressed_ = false;
+  start(many);
+  announce(handle(), kEventLaunched);
+}
+
+void frmMain::toggleTranslucency() {
+  document_.settings.translucent = !document_.settings.translucent;
+  SetLayeredWindowAttributes(handle(), 0, static_cast<BYTE>(docking_.inputs().shownOpacity),
+                             LWA_ALPHA);
+  workspaceChanged();
+}
+
 void frmMain::editShortcut(ShortcutSlot slot, const std::wstring& error) {
   clsShortcut* shortcut = document_.workspace.shortcuts.find(slot);
   if (shortcut == nullptr) return;
@@ -136,8 +225,10 @@ void frmMain::editShortcut(ShortcutSlot slot, const std::wstring& error) {
   shortcut = document_.workspace.shortcuts.find(slot);
   if (shortcut == nullptr) return;
   *shortcut = std::move(edited);
-  workspaceScene_.updateShortcut(slot);
+  applyTagFilter(document_.workspace, shortcut->parent);
+  editor_.shortcutChanged(slot);
   view_.invalidate();
+  announce(handle(), kEventSceneChanged);
   workspaceChanged();
 }
 
@@ -234,20 +325,53 @@ CommandState frmMain::commandState() const {
   state.locked = document_.settings.locked;
   state.suspended = docking_.rules().suspended();
   state.translucent = document_.settings.translucent;
+  state.align = document_.settings.align;
   state.shortcutSelected = !currentShortcut().none();
+  state.canUndo = editor_.canUndo() && !document_.settings.locked;
   return state;
 }
 
 ShortcutSlot frmMain::currentShortcut() const {
+  if (const ShortcutSlot selected = editor_.selection().current(); !selected.none())
+    return selected;
   const ShortcutSlot slot = shortcutOf(view_.input().focused());
   return document_.workspace.shortcuts.contains(slot) ? slot : ShortcutSlot{};
 }
 
+void frmMain::addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const {
+  const clsContainer* container = document_.workspace.containers.find(menuContainer_);
+  if (container == nullptr || !document_.settings.showTags) return;
+  tags = allTags(document_.workspace, Panel{menuContainer_});
+  if (tags.size() > kMostTagRows) tags.resize(kMostTagRows);
+  if (tags.empty()) return;
+  items.push_back({});
+  items.push_back({.depth = 0, .caption = commandRow(Command::mnuStartAllWTag).caption});
+  for (std::size_t i = 0; i < tags.size(); ++i)
+    items.push_back(
+        {.depth = 1, .command = kStartTag + static_cast<int>(i), .caption = menuText(tags[i])});
+  items.push_back({.depth = 0, .caption = L"S&how tag"});
+  items.push_back({.depth = 1,
+                   .command = kShowTag,
+                   .caption = L"&All",
+                   .checked = container->ShowingTag.empty()});
+  for (std::size_t i = 0; i < tags.size(); ++i)
+    items.push_back({.depth = 1,
+                     .command = kShowTag + 1 + static_cast<int>(i),
+                     .caption = menuText(tags[i]),
+                     .checked = sameIgnoringCase(container->ShowingTag, tags[i])});
+}
+
 void frmMain::showMenu(MenuId menu, POINT screen) {
+  if (menu != MenuId::Container) menuContainer_ = {};
   std::vector<MenuItem> items;
-  for (const ShownMenuRow& row : shownMenu(menu, commandState()))
+  std::vector<std::wstring> tags;
+  for (const ShownMenuRow& row : shownMenu(menu, commandState())) {
     items.push_back(
         {row.depth, static_cast<int>(row.command), row.caption, row.key, row.checked, row.enabled});
+    if (row.command == Command::mnuStartAll)
+      items.back().caption = startAllCaption(document_.workspace, menuContainer_);
+  }
+  if (menu == MenuId::Container) addTagMenus(items, tags);
   if (items.empty()) return;
   int chosen = 0;
   {
@@ -256,7 +380,16 @@ void frmMain::showMenu(MenuId menu, POINT screen) {
     chosen = showPopupMenu(handle(), items, screen);
     announce(handle(), kEventMenuClosed);
   }
-  if (chosen != 0) run(static_cast<Command>(chosen));
+  if (chosen > kShowTag)
+    setTagFilter(menuContainer_, tags[static_cast<std::size_t>(chosen - kShowTag - 1)]);
+  else if (chosen == kShowTag)
+    setTagFilter(menuContainer_, L"");
+  else if (chosen >= kStartTag)
+    startMany([&](StartMany& start) {
+      StartByTag(start, tags[static_cast<std::size_t>(chosen - kStartTag)]);
+    });
+  else if (chosen != 0)
+    run(static_cast<Command>(chosen));
 }
 
 }  // namespace varnowick

@@ -1,7 +1,7 @@
 #include "ui/win/frm_splash.h"
 
-#include "ui/win/resource.h"
 #include "platform/msg_box.h"
+#include "ui/win/resource.h"
 
 namespace varnowick {
 namespace {

@@ -10,10 +10,10 @@
 namespace varnowick {
 
 struct MenuItem {
-  int depth = 0;         // 0: the menu itself; a deeper row belongs to the row above it
-  int command = 0;       // 0: a separator, or the head of a submenu
-  std::wstring caption;  // "&" marks the mnemonic; empty: a separator
-  std::wstring key;      // shown at the right, such as "F8"
+  int depth = 0;           // 0: the menu itself; a deeper row belongs to the row above it
+  int command = 0;         // 0: a separator, or the head of a submenu
+  std::wstring caption{};  // "&" marks the mnemonic; empty: a separator
+  std::wstring key{};      // shown at the right, such as "F8"
   bool checked = false;
   bool enabled = true;
 };

@@ -100,6 +100,10 @@ void SceneView::focusNext(bool backwards) {
   repainting([&] { return input_.focusNext(backwards); });
 }
 
+void SceneView::focusTowards(Point<int> direction) {
+  repainting([&] { return input_.focusTowards(direction); });
+}
+
 void SceneView::focus(NodeId node) {
   repainting([&] { return input_.focus(node); });
 }

@@ -44,6 +44,7 @@ class SceneView {
   NodeId mouseReleased(POINT client);
   void captureLost();
   void focusNext(bool backwards);
+  void focusTowards(Point<int> direction);
   void focus(NodeId node);
 
  private:
