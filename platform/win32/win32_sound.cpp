@@ -1,13 +1,12 @@
 #include "platform/win32/win32_sound.h"
 
-#include <windows.h>
-// These rely on it.
-#include <mmsystem.h>
+#include "platform/win32/multimedia.h"
 
 namespace varnowick {
 
 void Win32Sound::play(const std::wstring& bareFileName) {
-  sndPlaySoundW(bareFileName.c_str(), SND_ASYNC | SND_NODEFAULT);
+  const auto sndPlaySound = Multimedia::get().sndPlaySound;
+  if (sndPlaySound != nullptr) sndPlaySound(bareFileName.c_str(), SND_ASYNC | SND_NODEFAULT);
 }
 
 }  // namespace varnowick

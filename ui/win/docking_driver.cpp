@@ -1,10 +1,9 @@
 #include "ui/win/docking_driver.h"
 
-#include <mmsystem.h>
-
 #include <vector>
 
 #include "platform/screen.h"
+#include "platform/win32/multimedia.h"
 
 namespace varnowick {
 namespace {
@@ -25,6 +24,15 @@ bool systemAnimates() {
   return !SystemParametersInfoW(SPI_GETCLIENTAREAANIMATION, 0, &on, 0) || on;
 }
 
+bool beginFineTimer() {
+  const auto begin = Multimedia::get().timeBeginPeriod;
+  return begin != nullptr && begin(kFineTimer) == TIMERR_NOERROR;
+}
+
+void endFineTimer() {
+  if (const auto end = Multimedia::get().timeEndPeriod; end != nullptr) end(kFineTimer);
+}
+
 BOOL CALLBACK addProgramWindow(HWND window, LPARAM list) {
   if (!IsWindowVisible(window)) return TRUE;
   RECT rect{};
@@ -38,7 +46,7 @@ BOOL CALLBACK addProgramWindow(HWND window, LPARAM list) {
 }  // namespace
 
 DockingDriver::~DockingDriver() {
-  if (fineTimer_) timeEndPeriod(kFineTimer);
+  if (fineTimer_) endFineTimer();
 }
 
 Density DockingDriver::density() const { return platform_.monitors.density(); }
@@ -130,15 +138,14 @@ void DockingDriver::noteWindowRect() {
 }
 
 void DockingDriver::startTimer(TimerId id) {
-  if (id == TimerId::TimerSlide && !fineTimer_)
-    fineTimer_ = timeBeginPeriod(kFineTimer) == TIMERR_NOERROR;
+  if (id == TimerId::TimerSlide && !fineTimer_) fineTimer_ = beginFineTimer();
   SetTimer(window_, systemTimer(id), static_cast<UINT>(timerRow(id).interval), nullptr);
 }
 
 void DockingDriver::stopTimer(TimerId id) {
   KillTimer(window_, systemTimer(id));
   if (id == TimerId::TimerSlide && fineTimer_) {
-    timeEndPeriod(kFineTimer);
+    endFineTimer();
     fineTimer_ = false;
   }
 }
