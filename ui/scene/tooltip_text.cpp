@@ -1,6 +1,6 @@
 #include "ui/scene/tooltip_text.h"
 
-#include "sidebar/commands.h"
+#include "ui/scene/toolbar_scene.h"
 #include "ui/scene/workspace_scene.h"
 
 namespace varnowick {
@@ -53,23 +53,6 @@ TooltipText ofShortcut(const clsShortcut& s, const Settings& settings) {
       addLine(lines, L"Tags: " + shortened(tags, kLongestLine));
   }
   return compose(caption, lines);
-}
-
-// The command behind a button, for its key; None where it has none or is a menu.
-Command commandOf(ControlKind kind) {
-  switch (kind) {
-    case ControlKind::PicShrinkExpandAllToolbar:
-      return Command::mnuShrinkAll;
-    case ControlKind::PicFoldUnfoldAllToolbar:
-      return Command::mnuFoldAll;
-    case ControlKind::PicRSSToolbar:
-      return Command::mnuRSSRefreshAll;
-    case ControlKind::PicLockToolbar:
-    case ControlKind::PicUnlockToolbar:
-      return Command::mnuLock;
-    default:
-      return Command::None;
-  }
 }
 
 std::wstring ofButton(ControlKind kind) {
@@ -156,7 +139,7 @@ TooltipText tooltipText(NodeId node, const Scene& scene, const Settings& setting
                         : TooltipText{{}, shortened(oneLine(p->Path), kLongestLine)};
   }
   if (const std::wstring action = ofButton(node.kind); !action.empty()) {
-    const Command command = commandOf(node.kind);
+    const Command command = toolbarCommand(node.kind);
     const std::wstring key =
         command == Command::None ? std::wstring() : keyText(commandRow(command).key);
     return {{}, key.empty() ? action : action + L" (" + key + L")"};

@@ -1,0 +1,74 @@
+// The floating toolbar: a small window beside the expanded bar with its toolbar
+// buttons, easy to hit with a mouse that comes from the middle of the screen. It
+// never takes the focus; the bar's own buttons are there for the keyboard.
+//
+// Wiring: frmMain holds a frmToolbar made with its image store, fonts and
+// callbacks, and calls attach(handle()) in open(), setPalette in applyPalette,
+// invalidate() where images_.deliver() is true, hide() in prepareCollapse and
+// while the bar is dragged, and update(...) in relayout and in the docking's
+// `changed` hook, with
+//   .on = settings.floatingToolbar && the bar is visible, expanded at an edge
+//         (rules().expanded()) or floating, and not full screen elsewhere;
+//   .bar = the window's rectangle; .edge = rules().expandedEdge();
+//   .work = the work area of the bar's monitor; .locked = settings.locked.
+// `clicked` runs the command, `menu` shows the main menu at a point of the screen.
+// It is a top-level window of the thread, so MouseOnWindow sees it already.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+
+#include "ui/scene/toolbar_scene.h"
+#include "ui/win/balloon_tooltip.h"
+#include "ui/win/scene_accessible.h"
+#include "ui/win/scene_view.h"
+#include "ui/win/window.h"
+
+namespace varnowick {
+
+class frmToolbar final : public Window {
+ public:
+  struct Callbacks {
+    std::function<void(Command)> clicked;
+    std::function<void(POINT screen)> menu;
+  };
+  struct State {
+    bool on = false;
+    PixelRect bar;  // on the screen
+    ScreenEdge edge = ScreenEdge::None;
+    PixelRect work;  // of the bar's monitor
+    bool locked = false;
+    bool buttonImages = false;
+    Density density;
+  };
+  // Images and fonts are borrowed and must outlive the toolbar.
+  frmToolbar(ImageStore& images, GdiFonts& fonts, Callbacks callbacks);
+  ~frmToolbar() override;
+
+  // Creates the window, hidden, above the one that owns it.
+  bool attach(HWND owner);
+  void setPalette(const Palette& palette) { view_.setPalette(palette); }
+  // Shows, moves or hides it as the state says.
+  void update(const State& state);
+  void hide();
+  bool shown() const;
+  void invalidate() { view_.invalidate(); }
+  const Scene& scene() const { return scene_; }
+  const SceneView& view() const { return view_; }
+
+ protected:
+  LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void clicked(NodeId node);
+
+  Callbacks callbacks_;
+  Scene scene_;
+  SceneView view_;
+  SceneAccessible items_;
+  AccessibleServer accessible_;
+  BalloonTooltip tooltip_;
+};
+
+}  // namespace varnowick
