@@ -100,9 +100,9 @@ void BalloonTooltip::show() {
     return;
   }
   TTTOOLINFOW tool = toolOf(handle());
+  // Not as the control's own title, for which not every system makes room.
+  if (!content.text.title.empty()) text = content.text.title + L"\r\n" + text;
   tool.lpszText = text.data();
-  const std::wstring& title = content.text.title;
-  SendMessageW(tooltip_, TTM_SETTITLEW, 0, reinterpret_cast<LPARAM>(title.c_str()));
   SendMessageW(tooltip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
   // The stem points to the middle of what is wide, and from below.
   const PixelRect& r = content.screen;

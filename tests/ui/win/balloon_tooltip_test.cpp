@@ -50,7 +50,7 @@ TEST_F(BalloonTooltipTest, IsShownWhereTheMouseRestsAndGoesWithIt) {
   EXPECT_EQ(GetWindow(tooltip_.window(), GW_OWNER), window_);
   RECT r{};
   GetWindowRect(tooltip_.window(), &r);
-  EXPECT_GT(r.bottom - r.top, 40) << "a title and two lines";
+  EXPECT_GT(r.bottom - r.top, 40) << "three lines";
 
   tooltip_.hover(kNode);
   EXPECT_TRUE(tooltip_.shown()) << "the mouse has not moved";
