@@ -166,7 +166,7 @@ TEST(SettingsFile, EveryPrefixLoads) {
     const Read read(std::string_view(whole).substr(0, size));
     const std::string again = render(read.document);
     if (size > whole.find("[Align]")) {
-      EXPECT_EQ(read.document.settings.window.left.value, -60);
+      EXPECT_EQ(read.document.settings.window.left.value, -60.0F);
     }
     if (size > whole.find("[LinkType]")) {
       EXPECT_EQ(read.document.workspace.shortcuts[ShortcutSlot{0}].FullCaption, L"Editor");
