@@ -70,6 +70,8 @@ std::vector<std::wstring> extractUrls(std::wstring_view text, std::size_t limit)
   std::vector<std::wstring> found;
   std::set<std::wstring> seen;
   for (std::size_t at = 0; at < text.size() && found.size() < limit; ++at) {
+    // The second letters of kStarts: nearly all of a long text ends here.
+    if (at + 1 == text.size() || std::wstring_view(L"tTaAwW").find(text[at + 1]) > 5) continue;
     if (at > 0 && isWordPart(text[at - 1])) continue;
     const bool begins = std::any_of(kStarts.begin(), kStarts.end(), [&](std::wstring_view start) {
       return startsWith(text.substr(at), start);

@@ -25,10 +25,10 @@ struct DroppedPath {
 // The forms in which one drop or paste offers itself. Of several the first that
 // holds something is taken: paths, the address, the text.
 struct Dropped {
-  std::vector<DroppedPath> paths;
-  std::wstring address;
-  std::wstring title;  // of the address; may be empty
-  std::wstring text;
+  std::vector<DroppedPath> paths = {};
+  std::wstring address = {};
+  std::wstring title = {};  // of the address; may be empty
+  std::wstring text = {};
 };
 
 // What reading a drop needs from outside.

@@ -1,0 +1,197 @@
+#include "shortcuts/arrange.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "shortcuts/natural_order.h"
+
+namespace varnowick {
+namespace {
+
+constexpr Size<Twips> kCell{{1320}, {1080}};
+
+class ArrangeTest : public testing::Test {
+ protected:
+  Workspace workspace;
+  Settings settings;
+  Selection selection;
+  MoveUndo undo;
+  ContainerSlot box = addContainer({{1200}, {2400}, {3000}, {2000}});
+  PanelMeasures measures{{120},
+                         [this](Panel panel) {
+                           return panel.isMain()
+                                      ? Size<Twips>{{4700}, {11000}}
+                                      : workspace.containers[panel.container].savedRect.size();
+                         },
+                         [this](Panel panel) {
+                           return panel.isMain()
+                                      ? Point<Twips>{}
+                                      : workspace.containers[panel.container].rect.topLeft();
+                         },
+                         [](const clsShortcut&) { return kCell; }};
+
+  ContainerSlot addContainer(TwipsRect rect) {
+    clsContainer container;
+    container.rect = container.savedRect = rect;
+    return workspace.containers.add(container);
+  }
+  ShortcutSlot add(Panel parent, float x, float y, const wchar_t* caption = L"") {
+    clsShortcut shortcut;
+    shortcut.parent = parent;
+    shortcut.position = {{x}, {y}};
+    shortcut.FullCaption = caption;
+    return workspace.shortcuts.add(shortcut);
+  }
+  Moved move(float dx, float dy, const Panel* target = nullptr) {
+    return moveSelection(workspace, settings, measures, {selection, {{dx}, {dy}}, target}, undo);
+  }
+  void expectAt(ShortcutSlot slot, Panel parent, float x, float y) {
+    EXPECT_EQ(workspace.shortcuts[slot].parent, parent);
+    EXPECT_EQ(workspace.shortcuts[slot].position.x.value, x);
+    EXPECT_EQ(workspace.shortcuts[slot].position.y.value, y);
+  }
+};
+
+TEST_F(ArrangeTest, MovesKeepToGridAndPanel) {
+  const ShortcutSlot a = add(picBack, 120, 120);
+  selection.select(a);
+  const struct {
+    bool align;
+    float dx, dy, x, y;
+  } cases[] = {{true, 65, 170, 240, 240},
+               {false, 65, 170, 185, 290},
+               {true, -9000, -9000, 0, 0},
+               {true, 9000, 0, 3360, 120},
+               {false, 9000, 0, 3380, 120},
+               {true, 0, 1e9F, 120, 150000},
+               {true, std::numeric_limits<float>::quiet_NaN(), 0, 0, 120}};
+  for (const auto& c : cases) {
+    workspace.shortcuts[a].position = {{120}, {120}};
+    settings.align = c.align;
+    move(c.dx, c.dy);
+    expectAt(a, picBack, c.x, c.y);
+  }
+}
+
+TEST_F(ArrangeTest, GoesOverToAContainerWhereItIsShown) {
+  const ShortcutSlot a = add(picBack, 1320, 240);
+  const ShortcutSlot b = add({box}, 120, 480);
+  selection.select(a);
+  selection.select(b);
+  const Panel target{box};
+  EXPECT_EQ(move(240, 2880, &target).objects.size(), 2U);
+  expectAt(a, target, 360, 720);
+  expectAt(b, target, 360, 840);  // the end of the body, on the grid
+  EXPECT_EQ(undo.undo(workspace).size(), 2U);
+  expectAt(a, picBack, 1320, 240);
+  expectAt(b, target, 120, 480);
+  EXPECT_TRUE(undo.undo(workspace).empty());
+}
+
+TEST_F(ArrangeTest, AContainerTakesItsContentAndItsSavedPlaceAlong) {
+  const ShortcutSlot inside = add({box}, 120, 480);
+  workspace.containers[box].savedRect.left = Twips{600};  // expands to the left of its tile
+  selection.select(box);
+  selection.select(inside);
+  const Panel main = picBack;
+  EXPECT_EQ(move(120, 240, &main).objects, std::vector<ObjectId>{box});
+  expectAt(inside, {box}, 120, 480);
+  EXPECT_EQ(workspace.containers[box].rect.topLeft(), (Point<Twips>{{1320}, {2640}}));
+  EXPECT_EQ(workspace.containers[box].savedRect.topLeft(), (Point<Twips>{{720}, {2640}}));
+  undo.undo(workspace);
+  EXPECT_EQ(workspace.containers[box].rect.topLeft(), (Point<Twips>{{1200}, {2400}}));
+  EXPECT_EQ(workspace.containers[box].savedRect.topLeft(), (Point<Twips>{{600}, {2400}}));
+}
+
+TEST_F(ArrangeTest, RefusalsMoveNothing) {
+  for (int i = 0; i < 249; ++i) add({box}, 120, 480);
+  selection.select(add(picBack, 120, 120));
+  selection.select(add(picBack, 1560, 120));
+  const Panel target{box};
+  const Moved refused = move(0, 0, &target);
+  EXPECT_STREQ(refused.refusal, kContainerFullMessage);
+  EXPECT_TRUE(refused.objects.empty());
+  EXPECT_EQ(workspace.shortcutsOn(target), 249U);
+
+  settings.locked = true;
+  EXPECT_STREQ(move(500, 500).refusal, kLockedMessage);
+  EXPECT_STREQ(sortByName(workspace, settings, measures, picBack, undo).refusal, kLockedMessage);
+  EXPECT_STREQ(alignSelection(workspace, settings, measures, selection, undo).refusal,
+               kLockedMessage);
+  EXPECT_TRUE(undo.empty());
+}
+
+TEST_F(ArrangeTest, UndoLeavesAloneWhatIsGone) {
+  const ShortcutSlot a = add(picBack, 120, 120), b = add({box}, 120, 480),
+                     c = add(picBack, 1560, 120);
+  for (const ShortcutSlot slot : {a, b, c}) selection.select(slot);
+  const Panel main = picBack;
+  move(0, 3000, &main);
+  applyDelete(workspace, {{a}, {}, {}, nullptr}, selection, undo);
+  const ShortcutSlot reused = add(picBack, 2400, 9000);
+  ASSERT_EQ(reused, a);
+  workspace.removeContainer(box);
+  EXPECT_EQ(undo.undo(workspace), std::vector<ObjectId>{c});
+  expectAt(reused, picBack, 2400, 9000);
+  EXPECT_EQ(workspace.shortcuts[b].parent, picBack);
+  EXPECT_FALSE(selection.contains(a));
+
+  // A press that moves nothing keeps the move before it undoable.
+  move(120, 0);
+  move(0, 0);
+  EXPECT_FALSE(undo.undo(workspace).empty());
+}
+
+TEST_F(ArrangeTest, SortsByNameAroundWhatLiesThere) {
+  workspace.pictures.add({L"", picBack, {{120}, {120}, {2000}, {600}}});
+  const ShortcutSlot x10 = add(picBack, 0, 0, L"x10"), x9 = add(picBack, 0, 0, L"X9"),
+                     a = add(picBack, 500, 900, L"a"), b = add(picBack, 7, 8, L"B");
+  EXPECT_EQ(sortByName(workspace, settings, measures, picBack, undo).objects.size(), 4U);
+  expectAt(a, picBack, 2160, 120);  // beside the picture
+  expectAt(b, picBack, 120, 1200);  // the next row
+  expectAt(x9, picBack, 1440, 1200);
+  expectAt(x10, picBack, 2760, 1200);
+  undo.undo(workspace);
+  expectAt(a, picBack, 500, 900);
+
+  // What finds no room goes on below.
+  for (int i = 0; i < 6; ++i) add({box}, 0, 0, L"n");
+  sortByName(workspace, settings, measures, {box}, undo);
+  std::vector<TwipsRect> cells;
+  workspace.shortcuts.forEach([&](ShortcutSlot, const clsShortcut& s) {
+    if (s.parent.isMain()) return;
+    const TwipsRect cell{s.position.x, s.position.y, kCell.width, kCell.height};
+    for (const TwipsRect& other : cells) EXPECT_TRUE(cell.intersect(other).empty());
+    cells.push_back(cell);
+    EXPECT_GE(cell.top, kTitleStripHeight);
+  });
+}
+
+TEST_F(ArrangeTest, FreePlacesBeginWhereSomethingIsDropped) {
+  const auto at = [&](Panel panel, float x, float y) {
+    return freePlaceFrom(workspace, measures, panel, kCell, {{x}, {y}});
+  };
+  EXPECT_EQ(at(picBack, 1250, 500), (Point<Twips>{{1200}, {480}}));
+  add(picBack, 1200, 480);
+  EXPECT_EQ(at(picBack, 1250, 500), (Point<Twips>{{2520}, {480}}));
+  // Not under the container, which is in the way from 2400 to 4400.
+  EXPECT_EQ(at(picBack, 1250, 2500), (Point<Twips>{{120}, {4440}}));
+  EXPECT_EQ(at({box}, 0, 0), (Point<Twips>{{0}, {360}}));
+  add({box}, 120, 480);
+  add({box}, 1440, 480);
+  EXPECT_EQ(at({box}, 600, 600), (Point<Twips>{{600}, {600}}));  // no room at all
+}
+
+TEST(NaturalOrderTest, IsTheOrderOfPeople) {
+  const wchar_t* ordered[] = {L"",   L"1",    L"2 b", L"10", L"A",     L"a1",
+                              L"A2", L"a10b", L"a11", L"b",  L"\x00E9"};
+  for (std::size_t i = 0; i < std::size(ordered); ++i)
+    for (std::size_t j = 0; j < std::size(ordered); ++j)
+      EXPECT_EQ(naturalLess(ordered[i], ordered[j]), i < j) << i << " " << j;
+  EXPECT_FALSE(naturalLess(L"a01", L"A1"));
+  EXPECT_FALSE(naturalLess(L"A1", L"a01"));
+}
+
+}  // namespace
+}  // namespace varnowick

@@ -1,0 +1,119 @@
+#include "shortcuts/selection.h"
+
+#include <gtest/gtest.h>
+
+namespace varnowick {
+namespace {
+
+class SelectionTest : public testing::Test {
+ protected:
+  Workspace workspace;
+  Settings settings;
+  Selection selection;
+  ContainerSlot box = workspace.containers.add({});
+  ShortcutSlot a = addShortcut(picBack), b = addShortcut(picBack), inside = addShortcut({box});
+  PictureSlot picture = workspace.pictures.add({});
+
+  ShortcutSlot addShortcut(Panel parent) {
+    clsShortcut shortcut;
+    shortcut.parent = parent;
+    return workspace.shortcuts.add(shortcut);
+  }
+  void expectSelected(const std::set<ObjectId>& expected) {
+    EXPECT_EQ(selection.objects(), expected);
+  }
+};
+
+TEST_F(SelectionTest, PressesSelectAndKeepForADrag) {
+  selection.press(a, false);
+  expectSelected({a});
+  selection.press(b, true);
+  selection.release(b, true, false);
+  expectSelected({a, b});
+  selection.press(a, false);
+  expectSelected({a, b});
+  selection.release(a, false, true);
+  expectSelected({a, b});
+  selection.press(a, false);
+  selection.release(a, false, false);
+  expectSelected({a});
+  selection.press(a, true);
+  selection.release(a, true, false);
+  expectSelected({});
+  selection.press(a, false);
+  selection.press(picture, false);
+  expectSelected({picture});
+}
+
+TEST_F(SelectionTest, TheBandAddsAndGivesBack) {
+  selection.select(a);
+  selection.pressPanel(true);
+  selection.band({b, picture});
+  expectSelected({a, b, picture});
+  selection.band({b});
+  expectSelected({a, b});
+  selection.pressPanel(false);
+  expectSelected({});
+  selection.band({b});
+  selection.band({});
+  expectSelected({});
+}
+
+TEST_F(SelectionTest, AllIsWhatCanBeSeenOnThePanel) {
+  workspace.shortcuts[b].TagHidden = true;
+  selection.selectAll(workspace, picBack);
+  expectSelected({a, picture, box});
+  workspace.containers[box].Detached = true;
+  selection.prune(workspace);
+  expectSelected({a, picture});
+  selection.selectNone();
+  selection.selectAll(workspace, {box});
+  expectSelected({inside});
+}
+
+TEST_F(SelectionTest, TheCurrentShortcutIsTheLastOrTheOnlyOne) {
+  EXPECT_TRUE(selection.current().none());
+  selection.select(a);
+  selection.select(b);
+  EXPECT_EQ(selection.current(), b);
+  selection.press(b, true);
+  EXPECT_EQ(selection.current(), a);
+  selection.select(inside);
+  selection.unselect(inside);
+  selection.select(picture);
+  EXPECT_EQ(selection.current(), a);
+}
+
+TEST_F(SelectionTest, DeletingAsksForWhatIsAtStake) {
+  EXPECT_TRUE(planDelete(workspace, selection, settings).empty());
+  selection.select(a);
+  selection.select(picture);
+  selection.select(box);
+  DeletePlan plan = planDelete(workspace, selection, settings);
+  EXPECT_EQ(plan.shortcuts, std::vector{a});
+  EXPECT_EQ(plan.pictures, std::vector{picture});
+  EXPECT_TRUE(plan.files.empty());
+  EXPECT_STREQ(plan.question, kRemoveSelectedQuestion);
+
+  workspace.containers[box].CopyPath = L"C:\\Data\\";
+  const struct {
+    const wchar_t* path;
+    bool deleted;
+  } cases[] = {{L"c:\\data\\x.txt", true},      {L"C:\\Data\\sub\\y", true},
+               {L"C:\\Database\\x.txt", false}, {L"C:\\Data\\..\\Windows\\x", false},
+               {L"C:\\Data\\", false},          {L"http://a.org", false}};
+  selection.select(inside);
+  for (const auto& c : cases) {
+    workspace.shortcuts[inside].Path = c.path;
+    plan = planDelete(workspace, selection, settings);
+    EXPECT_EQ(plan.files.size(), c.deleted ? 1U : 0U) << c.path;
+    EXPECT_STREQ(plan.question, c.deleted ? kDeleteSelectedQuestion : kRemoveSelectedQuestion);
+  }
+  settings.confirmDelete = false;
+  EXPECT_EQ(planDelete(workspace, selection, settings).question, nullptr);
+  settings.locked = true;
+  EXPECT_TRUE(planDelete(workspace, selection, settings).empty());
+}
+
+}  // namespace
+}  // namespace varnowick

@@ -1,0 +1,75 @@
+// Builds .lnk files byte by byte, healthy or not.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace varnowick {
+
+inline std::string little(std::uint32_t value, int bytes) {
+  std::string out;
+  for (int i = 0; i < bytes; ++i) out.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
+  return out;
+}
+
+inline std::string wideBytes(std::u16string_view text) {
+  std::string out;
+  for (const char16_t c : text) out += little(c, 2);
+  return out;
+}
+
+struct ShellLinkBytes {
+  static constexpr std::uint32_t kItemList = 1, kInfo = 2, kName = 4, kRelative = 8, kFolder = 0x10,
+                                 kArguments = 0x20, kIcon = 0x40, kUnicode = 0x80;
+  std::uint32_t flags = 0;
+  std::uint32_t attributes = 0x20;
+  std::uint32_t iconIndex = 0;
+  std::string rest;  // everything behind the header
+
+  std::string bytes() const {
+    return little(0x4C, 4) + std::string("\x01\x14\x02\0\0\0\0\0\xC0\0\0\0\0\0\0\x46", 16) +
+           little(flags, 4) + little(attributes, 4) + std::string(28, '\0') + little(iconIndex, 4) +
+           std::string(16, '\0') + rest;
+  }
+
+  // With a local path in the ANSI code page, cut into base and rest.
+  static std::string localInfo(const std::string& base, const std::string& suffix) {
+    const auto suffixAt = static_cast<std::uint32_t>(0x1C + base.size() + 1);
+    const auto size = static_cast<std::uint32_t>(suffixAt + suffix.size() + 1);
+    return little(size, 4) + little(0x1C, 4) + little(1, 4) + little(0, 4) + little(0x1C, 4) +
+           little(0, 4) + little(suffixAt, 4) + base + '\0' + suffix + '\0';
+  }
+  // With wide texts beside ANSI ones that lost characters.
+  static std::string wideInfo(std::u16string_view base) {
+    const std::string wide = wideBytes(base) + std::string(2, '\0');
+    const auto wideAt = static_cast<std::uint32_t>(0x24 + 2);
+    const auto size = static_cast<std::uint32_t>(wideAt + wide.size() + 2);
+    return little(size, 4) + little(0x24, 4) + little(1, 4) + little(0, 4) + little(0x24, 4) +
+           little(0, 4) + little(0x25, 4) + little(wideAt, 4) + little(size - 2, 4) +
+           std::string(2, '\0') + wide + std::string(2, '\0');
+  }
+  static std::string networkInfo(const std::string& share, const std::string& suffix) {
+    const std::string name = share + '\0';
+    const auto linkSize = static_cast<std::uint32_t>(0x14 + name.size());
+    const auto suffixAt = 0x1C + linkSize;
+    const auto size = static_cast<std::uint32_t>(suffixAt + suffix.size() + 1);
+    return little(size, 4) + little(0x1C, 4) + little(2, 4) + little(0, 4) + little(0, 4) +
+           little(0x1C, 4) + little(suffixAt, 4) + little(linkSize, 4) + little(0, 4) +
+           little(0x14, 4) + little(0, 4) + little(0, 4) + name + suffix + '\0';
+  }
+  static std::string wideText(std::u16string_view text) {
+    return little(static_cast<std::uint32_t>(text.size()), 2) + wideBytes(text);
+  }
+  static std::string ansiText(const std::string& text) {
+    return little(static_cast<std::uint32_t>(text.size()), 2) + text;
+  }
+  static std::string environmentBlock(std::uint32_t signature, std::u16string_view path) {
+    std::string block =
+        little(0x314, 4) + little(signature, 4) + std::string(260, '\0') + wideBytes(path);
+    block.resize(0x314);
+    return block;
+  }
+};
+
+}  // namespace varnowick

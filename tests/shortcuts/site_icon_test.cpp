@@ -1,0 +1,101 @@
+#include "shortcuts/site_icon.h"
+
+#include <gtest/gtest.h>
+
+#include "shortcuts/html_tags.h"
+#include "tests/fakes/fake_codec.h"
+
+namespace varnowick {
+namespace {
+
+using Addresses = std::vector<std::wstring>;
+
+TEST(SiteIconTest, ResolvesReferences) {
+  const wchar_t* page = L"http://a.org:8080/b/c.html?q=/x#f";
+  const struct {
+    const wchar_t *reference, *address;
+  } cases[] = {{L"i.ico", L"http://a.org:8080/b/i.ico"},
+               {L"/i.ico?v=1#x", L"http://a.org:8080/i.ico?v=1"},
+               {L"//cdn.org/i.ico", L"http://cdn.org/i.ico"},
+               {L"https://b.org", L"https://b.org"},
+               {L"../../../i.ico", L"http://a.org:8080/i.ico"},
+               {L"./x/../i/./j.ico", L"http://a.org:8080/b/i/j.ico"},
+               {L"?q", L"http://a.org:8080/b/c.html?q"},
+               {L"i?u=http://x", L"http://a.org:8080/b/i?u=http://x"}};
+  for (const auto& c : cases) EXPECT_EQ(resolveReference(page, c.reference), c.address);
+  for (const wchar_t* reference :
+       {L"", L"data:image/png;base64,AAAA", L"javascript:x", L"file:///c:/x", L"ftp://a/i.ico",
+        L"http://u:p@b.org/i", L"a b.ico", L"\\\\srv\\i"})
+    EXPECT_FALSE(resolveReference(page, reference)) << reference;
+  EXPECT_FALSE(resolveReference(L"https://a.org/", L"http://a.org/i.ico"));
+  EXPECT_FALSE(resolveReference(L"ftp://a.org/", L"i.ico"));
+  EXPECT_EQ(resolveReference(L"https://a.org", L"i.ico"), L"https://a.org/i.ico");
+}
+
+TEST(SiteIconTest, NamesTheBestIconsFirst) {
+  FakeCodec codec;
+  const struct {
+    std::string page;
+    Addresses addresses;
+  } cases[] = {
+      {"", {L"http://a.org/favicon.ico"}},
+      {"<LINK HREF='/s.png' REL=\"Shortcut ICON\"><link rel=stylesheet href=x.css>",
+       {L"http://a.org/s.png", L"http://a.org/favicon.ico"}},
+      {"<link rel=icon href=16.png sizes=16x16><link rel=icon href=64.png sizes=64X64>"
+       "<link rel=icon href=any.png><link rel=icon href=48.png sizes='16x16 48x48'>"
+       "<link rel=apple-touch-icon href=t.png sizes=32x32>"
+       "<link rel=icon type=image/svg+xml href=v.svg>",
+       {L"http://a.org/48.png", L"http://a.org/64.png", L"http://a.org/any.png",
+        L"http://a.org/16.png", L"http://a.org/t.png", L"http://a.org/favicon.ico"}},
+      {"<base href='//b.org/d/'><link rel=icon href='i?a=1&amp;b=2'/>",
+       {L"http://b.org/d/i?a=1&b=2", L"http://a.org/favicon.ico"}},
+      {"<!-- <link rel=icon href=c.png> --><script>'<link rel=icon href=s.png>'</script>"
+       "<title><link rel=icon href=t.png></title><body><link rel=icon href=b.png>",
+       {L"http://a.org/favicon.ico"}},
+      {"<link rel=icon href=javascript:x><link rel=icon><link href=x><link rel=icon href='cut",
+       {L"http://a.org/favicon.ico"}},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(siteIconAddresses(c.page, L"http://a.org/", 32, codec), c.addresses) << c.page;
+  EXPECT_TRUE(siteIconAddresses("", L"file:///c:/x.html", 32, codec).empty());
+}
+
+// Pages that are built to be slow or to fill memory are read like any other.
+TEST(SiteIconTest, HostilePagesEndSoon) {
+  FakeCodec codec;
+  for (const char* part : {"<", "<a ", "<a b=", "<a b='", "<!--", "<script>", "</script", "=\"'",
+                           "<link rel=icon href=/x >", "<link rel='icon icon icon ' "}) {
+    std::string page;
+    while (page.size() < 2 * kMaxPageHead) page += part;
+    EXPECT_LE(siteIconAddresses(page, L"http://a.org/", 32, codec).size(), kMaxSiteIcons) << part;
+  }
+}
+
+TEST(HtmlTagsTest, ReadsAttributesInAllTheirForms) {
+  HtmlTagReader reader("x < 3 <A b c=1 D = \"<e>\" f='g>h'/></a><i=x>");
+  HtmlTag tag;
+  ASSERT_TRUE(reader.next(tag));
+  EXPECT_EQ(tag.name, "a");
+  EXPECT_EQ(tag.value("c"), "1");
+  EXPECT_EQ(tag.value("d"), "<e>");
+  EXPECT_EQ(tag.value("f"), "g>h");
+  EXPECT_EQ(tag.value("b"), "");
+  ASSERT_TRUE(reader.next(tag));
+  EXPECT_EQ(tag.name, "/a");
+  ASSERT_TRUE(reader.next(tag));
+  EXPECT_FALSE(reader.next(tag));
+}
+
+TEST(SiteIconTest, TakesPicturesOfTheSizeOfIcons) {
+  std::string gif = "GIF89a\x20";
+  gif += std::string("\0\x20\0", 3) + std::string(20, '\0');
+  EXPECT_TRUE(isUsableSiteIcon(gif));
+  gif[7] = '\x7F';
+  EXPECT_FALSE(isUsableSiteIcon(gif));
+  gif[7] = '\0';
+  EXPECT_FALSE(isUsableSiteIcon(gif + std::string(kMaxSiteIconBytes, '\0')));
+  EXPECT_FALSE(isUsableSiteIcon("<html><body>404</body></html>"));
+}
+
+}  // namespace
+}  // namespace varnowick
