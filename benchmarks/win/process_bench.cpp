@@ -277,14 +277,15 @@ class Bench {
 
   void starts() {
     compareStarts("first paint, 12 x 10 shortcuts", bare_, "a bare window", kStartAim);
-    compareStarts("  the same", bare_ + L" libraries", "a bare window with COM and the same DLLs",
-                  std::nullopt);
+    compareStarts("the same start", bare_ + L" libraries",
+                  "a bare window with COM and the same DLLs", std::nullopt);
   }
 
   void largeStarts() {
     folder_.writeAll(workspace(kLarge, false));
     compareStarts("first paint, 40 x 250 shortcuts", bare_, "a bare window", std::nullopt);
-    compareStarts("  the same", bare_ + L" libraries " + quoted(folder_.path() + L"\\Containers"),
+    compareStarts("the same start",
+                  bare_ + L" libraries " + quoted(folder_.path() + L"\\Containers"),
                   "a bare window with the DLLs that reads the files", std::nullopt);
   }
 
@@ -323,7 +324,9 @@ class Bench {
     letTimePass(static_cast<DWORD>(idleSeconds_) * 1000);
     const double passed = now() - began;
     const double share = 100 * (processorTime(program.process(), host) - ours) / passed;
-    const double bareShare = 100 * (processorTime(bare.process(), bareHost) - peers) / passed;
+    // A thread that has ended takes its time along.
+    const double bareShare =
+        100 * std::max(0.0, processorTime(bare.process(), bareHost) - peers) / passed;
     print({"processor, collapsed and idle, " + text("%.0f s", passed / 1000),
            text("%.3f %%", share), text("0.1 %% limit (a bare window: %.3f %%)", bareShare),
            share / kIdleAim, "under 0.1 %", share < kIdleAim});
@@ -350,6 +353,11 @@ class Bench {
       row.ok = ratio <= *aim;
     }
     print(row);
+    // What else a machine does can only add to a time.
+    const double least = quantile(ours, 0);
+    const double leastPeer = quantile(peers, 0);
+    print({"  the fastest of " + std::to_string(starts_), text("%.1f ms", least),
+           text("%.1f ms", leastPeer), least / leastPeer});
   }
 
   void removeContainersFrom(int first) const {
@@ -407,7 +415,7 @@ int wmain(int count, wchar_t** arguments) {
   };
   try {
     varnowick::e2e::seeRealPixels();
-    varnowick::e2e::Bench bench(std::max(argument(1, 15), 1), argument(2, 30));
+    varnowick::e2e::Bench bench(std::max(argument(1, 21), 1), argument(2, 30));
     bench.starts();
     bench.largeStarts();
     bench.held();
