@@ -1,7 +1,8 @@
 #include "ui/win/dialog.h"
 
-#include <cstring>
 #include <exception>
+
+#include "ui/win/system_look.h"
 
 namespace varnowick {
 namespace {
@@ -36,20 +37,36 @@ struct ControlForm {
 
 ControlForm formOf(DialogControl control) {
   constexpr WORD kButton = 0x80, kEdit = 0x81, kStatic = 0x82, kCombo = 0x85;
+  // A group ends where the next control begins one, so all but the radio buttons
+  // that follow the first begin one.
+  constexpr DWORD kGroup = WS_GROUP;
+  constexpr DWORD kStop = WS_GROUP | WS_TABSTOP;
   switch (control) {
     case DialogControl::Label:
+      return {kStatic, SS_LEFT | kGroup, 0};
+    case DialogControl::Text:
     case DialogControl::ErrorLabel:
-      return {kStatic, SS_LEFT | SS_NOPREFIX, 0};
+      return {kStatic, SS_LEFT | SS_NOPREFIX | kGroup, 0};
+    case DialogControl::Swatch:
+      return {kStatic, SS_CENTER | SS_CENTERIMAGE | SS_NOPREFIX | SS_SUNKEN | kGroup, 0};
+    case DialogControl::Icon:
+      return {kStatic, SS_ICON | SS_REALSIZEIMAGE | kGroup, 0};
     case DialogControl::Edit:
-      return {kEdit, ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE};
+      return {kEdit, ES_AUTOHSCROLL | kStop, WS_EX_CLIENTEDGE};
+    case DialogControl::ReadOnlyEdit:
+      return {kEdit, ES_AUTOHSCROLL | ES_READONLY | kStop, WS_EX_CLIENTEDGE};
     case DialogControl::CheckBox:
-      return {kButton, BS_AUTOCHECKBOX | WS_TABSTOP, 0};
+      return {kButton, BS_AUTOCHECKBOX | kStop, 0};
+    case DialogControl::FirstRadioButton:
+      return {kButton, BS_AUTORADIOBUTTON | kStop, 0};
+    case DialogControl::RadioButton:
+      return {kButton, BS_AUTORADIOBUTTON, 0};
     case DialogControl::Button:
-      return {kButton, BS_PUSHBUTTON | WS_TABSTOP, 0};
+      return {kButton, BS_PUSHBUTTON | kStop, 0};
     case DialogControl::DefaultButton:
-      return {kButton, BS_DEFPUSHBUTTON | WS_TABSTOP, 0};
+      return {kButton, BS_DEFPUSHBUTTON | kStop, 0};
     case DialogControl::ComboBox:
-      return {kCombo, CBS_DROPDOWN | CBS_AUTOHSCROLL | WS_VSCROLL | WS_TABSTOP, 0};
+      return {kCombo, CBS_DROPDOWN | CBS_AUTOHSCROLL | WS_VSCROLL | kStop, 0};
   }
   return {kStatic, 0, 0};
 }
@@ -64,6 +81,7 @@ std::wstring windowText(HWND window) {
 }
 
 INT_PTR Dialog::showModal(HWND owner) {
+  ready_ = false;
   TemplateWriter t;
   t.word(1);  // version and signature of the extended form
   t.word(0xFFFF);
@@ -119,41 +137,73 @@ INT_PTR CALLBACK Dialog::procedure(HWND handle, UINT message, WPARAM wParam, LPA
 INT_PTR Dialog::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_INITDIALOG:
+      // Otherwise an edit takes no more than some 30 000 characters.
+      for (const DialogRow& row : rows_)
+        if (row.control == DialogControl::Edit) SendMessageW(item(row.id), EM_SETLIMITTEXT, 0, 0);
       initialise();
+      ready_ = true;
       return TRUE;
-    case WM_CTLCOLORSTATIC: {
-      const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
-      for (const DialogRow& row : rows_) {
-        if (row.id != id || row.control != DialogControl::ErrorLabel) continue;
-        const auto dc = reinterpret_cast<HDC>(wParam);
-        SetTextColor(dc, RGB(192, 32, 32));
-        SetBkColor(dc, GetSysColor(COLOR_BTNFACE));
-        return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_BTNFACE));
-      }
-      return FALSE;
-    }
-    case WM_COMMAND: {
-      const int id = LOWORD(wParam);
-      const int notification = HIWORD(wParam);
-      if (notification == BN_CLICKED && (lParam == 0 || id == IDCANCEL || id == IDOK)) {
-        command(id);
-        return TRUE;
-      }
-      for (const DialogRow& row : rows_) {
-        if (row.id != id) continue;
-        const bool button =
-            row.control == DialogControl::Button || row.control == DialogControl::DefaultButton;
-        if (button && notification == BN_CLICKED)
-          command(id);
-        else
-          changed(id);
-        return TRUE;
-      }
-      return FALSE;
-    }
+    case WM_CTLCOLORSTATIC:
+      return reinterpret_cast<INT_PTR>(backgroundOf(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)),
+                                                    reinterpret_cast<HDC>(wParam)));
+    case WM_COMMAND:
+      notified(LOWORD(wParam), HIWORD(wParam));
+      return TRUE;
     default:
       return FALSE;
   }
+}
+
+const DialogRow* Dialog::rowOf(int id) const {
+  for (const DialogRow& row : rows_)
+    if (row.id == id) return &row;
+  return nullptr;
+}
+
+HBRUSH Dialog::backgroundOf(int id, HDC dc) {
+  const DialogRow* row = rowOf(id);
+  if (row == nullptr) return nullptr;
+  if (row->control != DialogControl::ErrorLabel) return background(id, dc);
+  if (systemIsHighContrast()) return nullptr;
+  SetTextColor(dc, RGB(192, 32, 32));
+  SetBkColor(dc, GetSysColor(COLOR_BTNFACE));
+  return GetSysColorBrush(COLOR_BTNFACE);
+}
+
+void Dialog::notified(int id, int notification) {
+  // Esc, Enter and the close box send these two whether or not there is a button.
+  if ((id == IDOK || id == IDCANCEL) && notification == BN_CLICKED) return command(id);
+  const DialogRow* row = rowOf(id);
+  if (row == nullptr || !ready_) return;
+  switch (row->control) {
+    case DialogControl::Button:
+    case DialogControl::DefaultButton:
+      if (notification == BN_CLICKED) command(id);
+      return;
+    case DialogControl::CheckBox:
+    case DialogControl::FirstRadioButton:
+    case DialogControl::RadioButton:
+      if (notification == BN_CLICKED) changed(id);
+      return;
+    case DialogControl::Edit:
+      if (notification == EN_CHANGE) changed(id);
+      return;
+    case DialogControl::ComboBox:
+      if (notification == CBN_EDITCHANGE || notification == CBN_SELCHANGE) changed(id);
+      return;
+    default:
+      return;
+  }
+}
+
+void Dialog::focus(int id) {
+  SendMessageW(handle_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(item(id)), TRUE);
+}
+
+void Dialog::complain(int label, const std::wstring& message, int field) {
+  setText(label, message);
+  NotifyWinEvent(EVENT_SYSTEM_ALERT, item(label), OBJID_CLIENT, CHILDID_SELF);
+  focus(field);
 }
 
 std::wstring Dialog::text(int id) const { return windowText(item(id)); }

@@ -10,7 +10,21 @@
 
 namespace varnowick {
 
-enum class DialogControl { Label, Edit, CheckBox, Button, DefaultButton, ComboBox, ErrorLabel };
+enum class DialogControl {
+  Label,       // fixed words; & marks the key that leads to the control after it
+  Text,        // words from outside, shown as they are
+  ErrorLabel,  // the same in red
+  Swatch,      // a framed field that shows a colour
+  Icon,
+  Edit,
+  ReadOnlyEdit,
+  CheckBox,
+  FirstRadioButton,  // begins a group of which one is chosen
+  RadioButton,
+  Button,
+  DefaultButton,
+  ComboBox
+};
 
 struct DialogRow {
   DialogControl control;
@@ -34,8 +48,12 @@ class Dialog {
   virtual void initialise() {}
   // A button was pressed; IDCANCEL also stands for Esc and the close box.
   virtual void command(int id) { end(id); }
-  // An edit, combo or check box changed.
+  // The user changed the text of an edit or combo box, or what a check box or
+  // radio button says.
   virtual void changed(int /*id*/) {}
+  // The brush behind a Text, Swatch or Label; its colours may be set on dc. nullptr:
+  // as the system has it.
+  virtual HBRUSH background(int /*id*/, HDC /*dc*/) { return nullptr; }
 
   void end(int result) { EndDialog(handle_, result); }
   HWND handle() const { return handle_; }
@@ -44,15 +62,25 @@ class Dialog {
   void setText(int id, const std::wstring& text);
   bool checked(int id) const;
   void setChecked(int id, bool on);
+  void enable(int id, bool on) { EnableWindow(item(id), on); }
+  // Moves the focus as the Tab key does; the text of an edit gets selected.
+  void focus(int id);
+  // Says what is wrong with a field in an error label, and leads there.
+  void complain(int label, const std::wstring& message, int field);
 
  private:
   static INT_PTR CALLBACK procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR handleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  const DialogRow* rowOf(int id) const;
+  HBRUSH backgroundOf(int id, HDC dc);
+  void notified(int id, int notification);
+
   std::wstring title_;
   short width_;
   short height_;
   std::vector<DialogRow> rows_;
   HWND handle_ = nullptr;
+  bool ready_ = false;  // what initialise() fills in is no change of the user's
 };
 
 // The text of any window, whatever its length.
