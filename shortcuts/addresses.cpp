@@ -71,7 +71,8 @@ std::vector<std::wstring> extractUrls(std::wstring_view text, std::size_t limit)
   std::set<std::wstring> seen;
   for (std::size_t at = 0; at < text.size() && found.size() < limit; ++at) {
     // The second letters of kStarts: nearly all of a long text ends here.
-    if (at + 1 == text.size() || std::wstring_view(L"tTaAwW").find(text[at + 1]) > 5) continue;
+    constexpr std::wstring_view kSecond = L"tTaAwW";
+    if (at + 1 == text.size() || kSecond.find(text[at + 1]) == kSecond.npos) continue;
     if (at > 0 && isWordPart(text[at - 1])) continue;
     const bool begins = std::any_of(kStarts.begin(), kStarts.end(), [&](std::wstring_view start) {
       return startsWith(text.substr(at), start);

@@ -84,5 +84,12 @@ TEST(Win32TextCodec, Utf8RoundTripsAndMarksWhatIsInvalid) {
   EXPECT_EQ(codec.toUtf8(std::wstring{0xDE00, 0xD83D}), "\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
+TEST(Win32TextCodec, ReadsUtf16Bytes) {
+  Win32TextCodec codec;
+  using namespace std::literals;
+  EXPECT_EQ(codec.fromUtf16Le("a\0\xAC\x20\x3D\xD8\x00\xDE"sv), L"a\u20ac\U0001F600");
+  EXPECT_EQ(codec.fromUtf16Le("\x3D\xD8z\0\x00\xDE\x00\xDE!"sv), L"\ufffdz\ufffd\ufffd");
+}
+
 }  // namespace
 }  // namespace varnowick
