@@ -24,15 +24,16 @@ constexpr auto kSelected = Enabled::ShortcutSelected;
 constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuNewFolderLink), L"Fo&lder container", ctrl('K')},
     CommandRow{VARNOWICK_COMMAND(mnuAddRSS), L"R&SS News Feed", ctrl('E')},
-    CommandRow{VARNOWICK_COMMAND(mnuAddLink), L"&Web URL", ctrl('W')},
-    CommandRow{VARNOWICK_COMMAND(mnuAddFileLink), L"&File shortcut", ctrl('F')},
-    CommandRow{VARNOWICK_COMMAND(mnuAddFolderLink), L"&Directory shortcut", ctrl('D')},
+    CommandRow{VARNOWICK_COMMAND(mnuAddLink), L"&Web URL", ctrl('W'), kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuAddFileLink), L"&File shortcut", ctrl('F'), kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuAddFolderLink), L"&Directory shortcut", ctrl('D'), kAlways,
+               kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAddPicture), L"&Picture", ctrl('P')},
     CommandRow{VARNOWICK_COMMAND(mnuAddReminder), L"&Reminder", ctrl('R')},
     // Ctrl+C deliberately begins a container; it does not copy.
     CommandRow{VARNOWICK_COMMAND(mnuNew), L"&Container", ctrl('C')},
     CommandRow{VARNOWICK_COMMAND(mnuNewNote), L"&Note", ctrl('N')},
-    CommandRow{VARNOWICK_COMMAND(mnuNewCommand), L"&System command", ctrl('O')},
+    CommandRow{VARNOWICK_COMMAND(mnuNewCommand), L"&System command", ctrl('O'), kAlways, kBuilt},
 
     CommandRow{VARNOWICK_COMMAND(mnuPaste), L"Pas&te", ctrl('V'), kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuSelectAll), L"&Select all", ctrl('A'), kAlways, kBuilt},

@@ -4,6 +4,7 @@
 
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
+#include "shortcuts/tags.h"
 #include "ui/win/resource.h"
 #include "ui/win/system_look.h"
 #include "ui/win/win_events.h"
@@ -53,9 +54,10 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
       docking_(platform, document_.settings,
                {.keepOpen =
                     [this] {
-                      return modal_.active() || gestures_.dragging() || dropTarget_.dragActive();
+                      return modal_.active() || gestures_.dragging() || dropTarget_.dragActive() ||
+                             extras_.jump().hasFocus();
                     },
-                .prepareCollapse = {},
+                .prepareCollapse = [this] { extras_.hidePopups(); },
                 .captionChanged =
                     [this](bool suspended) {
                       caption_ = suspended ? kSuspendedCaption : kProgramTitle;
@@ -67,6 +69,19 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                       if (change == DockChange::Expanded) announce(handle(), kEventExpanded);
                       if (change == DockChange::Collapsed) announce(handle(), kEventCollapsed);
                     }}),
+      extras_({platform_, document_, workspaceScene_, view_, images_, fonts_, measure_, docking_},
+              {.run = [this](Command command) { run(command); },
+               .menu = [this](MenuId menu, POINT at) { showMenu(menu, at); },
+               .start = [this](ShortcutSlot slot) { launch(slot); },
+               .showShortcut = [this](ShortcutSlot slot) { showShortcut(slot); },
+               .key = [this](const KeyDecision& decision) { apply(decision); },
+               .open = [this] { bringForward(); },
+               .toggle =
+                   [this] {
+                     docking_.apply(docking_.rules().toggle(docking_.inputs()));
+                     if (docking_.rules().collapseSide() == ScreenEdge::None)
+                       forceForeground(handle());
+                   }}),
       caption_(kProgramTitle) {
   workspaceScene_.setIconSource([this](const clsShortcut& shortcut) {
     return EffectivePath(shortcut, true, platform_.system);
@@ -90,6 +105,7 @@ bool frmMain::open() {
   docking_.attach(handle());
   accessibleItems_.attach(handle());
   dropTarget_.attach(handle());
+  extras_.attach(handle());
   gestures_.setThreshold({{GetSystemMetrics(SM_CXDRAG)}, {GetSystemMetrics(SM_CYDRAG)}});
   return true;
 }
@@ -100,6 +116,7 @@ void frmMain::load(const Progress& progress) {
     progress(text);
   });
   progress_.clear();
+  applyTagFilters(document_.workspace);
 }
 
 void frmMain::show() {
@@ -113,6 +130,7 @@ void frmMain::show() {
   UpdateWindow(handle());
   announce(handle(), kEventLoaded);
   images_.start(handle(), kMsgImages);
+  extras_.applySettings();
 }
 
 LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -150,6 +168,7 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSELEAVE:
       trackingLeave_ = false;
       view_.mouseLeft();
+      extras_.hideTooltip();
       return 0;
     case WM_LBUTTONDOWN:
       doubleClicked_ = false;
@@ -218,12 +237,14 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
       }
       if (message == kMsgImages) {
-        if (images_.deliver()) view_.invalidate();
+        if (images_.deliver()) {
+          view_.invalidate();
+          extras_.imagesDelivered();
+        }
         return 0;
       }
       if (message == InstanceGuard::message()) {
-        docking_.apply(docking_.rules().open(docking_.inputs()));
-        forceForeground(handle());
+        bringForward();
         return 0;
       }
       break;
@@ -275,9 +296,11 @@ void frmMain::onMouseMove(POINT client) {
   if (gestures_.dragging()) return;
   docking_.apply(docking_.rules().mouseMoved(docking_.inputs()));
   view_.mouseMoved(client);
+  extras_.hover(view_.input().hovered());
 }
 
 void frmMain::onLeftDown(POINT client) {
+  extras_.hideTooltip();
   SetFocus(handle());
   const NodeId node = view_.mousePressed(client);
   SetCapture(handle());
@@ -362,18 +385,35 @@ void frmMain::onKeyDown(int key) {
   }
   const Point<int> direction{(key == VK_RIGHT ? 1 : 0) - (key == VK_LEFT ? 1 : 0),
                              (key == VK_DOWN ? 1 : 0) - (key == VK_UP ? 1 : 0)};
-  if (modifiers == 0 && direction != Point<int>{}) return moveFocus(direction);
+  extras_.hideTooltip();
+  const bool jumping = extras_.jump().shown();
+  if (!jumping && modifiers == 0 && direction != Point<int>{}) return moveFocus(direction);
   if (key == VK_TAB && (modifiers & ~kShift) == 0) return moveFocus({}, modifiers == kShift);
-  if (key == VK_RETURN && modifiers == 0) {
+  if (!jumping && key == VK_RETURN && modifiers == 0) {
+    doubleClicked_ = true;  // Enter starts, whatever clicks do
+    launchSuppressed_ = false;
     if (const NodeId focused = view_.input().focused(); !focused.none()) clicked(focused);
     return;
   }
   KeyState state;
   state.suppressed = modal_.active();
+  state.jumpBoxShown = jumping;
+  state.jumpBoxHasText = extras_.jump().hasText();
   state.shortcutSelected = !currentShortcut().none();
   state.barExpanded = docking_.rules().collapseSide() == ScreenEdge::None;
-  const KeyDecision decision = decideKey(key, modifiers, state);
+  apply(decideKey(key, modifiers, state));
+}
+
+void frmMain::apply(const KeyDecision& decision) {
+  if (extras_.jump().apply(decision)) return;
+  if (decision.closeJumpBox) extras_.jump().close();
   if (decision.action == KeyAction::RunCommand) run(decision.command);
+}
+
+// Opened by a second start, the hotkey or the tray icon.
+void frmMain::bringForward() {
+  docking_.apply(docking_.rules().open(docking_.inputs()));
+  forceForeground(handle());
 }
 
 FrameLayout frmMain::frameLayout() const {
@@ -398,6 +438,7 @@ void frmMain::rebuildScene() {
   laidOut_ = true;
   workspaceScene_.build(frameLayout());
   editor_.sceneRebuilt();
+  extras_.arrange();
   view_.invalidate();
   announce(handle(), kEventSceneChanged);
 }
@@ -407,13 +448,16 @@ void frmMain::relayout() {
   // every caption; until it is shown only the last one counts.
   if (!laidOut_) return;
   workspaceScene_.setFrame(frameLayout());
+  extras_.arrange();
   view_.invalidate();
 }
 
 void frmMain::applyPalette() {
-  view_.setPalette(systemIsHighContrast()
-                       ? makeHighContrastPalette(document_.settings, systemColours())
-                       : makePalette(document_.settings));
+  const Palette palette = systemIsHighContrast()
+                              ? makeHighContrastPalette(document_.settings, systemColours())
+                              : makePalette(document_.settings);
+  view_.setPalette(palette);
+  extras_.setPalette(palette);
 }
 
 void frmMain::onDestroy() {

@@ -18,8 +18,10 @@
 #include "ui/scene/gestures.h"
 #include "ui/scene/workspace_editor.h"
 #include "ui/scene/workspace_scene.h"
+#include "ui/win/bar_extras.h"
 #include "ui/win/docking_driver.h"
 #include "ui/win/drop_target.h"
+#include "ui/win/frm_add_shortcut.h"
 #include "ui/win/gdi_text.h"
 #include "ui/win/image_store.h"
 #include "ui/win/modal.h"
@@ -63,6 +65,8 @@ class frmMain final : public Window, private LaunchHost {
   void onDoubleClick(POINT client);
   void onContextMenu(POINT screen);
   void onKeyDown(int key);
+  void apply(const KeyDecision& decision);
+  void bringForward();
   void moveFocus(Point<int> direction, bool backwards = false);
   void onDestroy();
   LRESULT onHitTest(POINT screen) const;
@@ -95,6 +99,9 @@ class frmMain final : public Window, private LaunchHost {
   void clicked(NodeId node);
   void launch(ShortcutSlot slot);
   void startSelected();
+  void showShortcut(ShortcutSlot slot);
+  void askForNewShortcut(NewShortcutKind kind);
+  void about();
   void startMany(const std::function<void(StartMany&)>& start);
   // The shortcut that a command is about: the selected one, else the focused one.
   ShortcutSlot currentShortcut() const;
@@ -134,6 +141,7 @@ class frmMain final : public Window, private LaunchHost {
   SceneAccessible accessibleItems_;
   AccessibleServer accessible_;
   DockingDriver docking_;
+  BarExtras extras_;
   ClickGuard clickGuard_;
   std::wstring caption_;
   std::wstring progress_;

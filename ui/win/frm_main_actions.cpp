@@ -9,6 +9,7 @@
 #include "platform/win32/handles.h"
 #include "shortcuts/paths.h"
 #include "shortcuts/tags.h"
+#include "ui/win/frm_about.h"
 #include "ui/win/frm_main.h"
 #include "ui/win/frm_shortcut_properties.h"
 #include "ui/win/popup_menu.h"
@@ -16,10 +17,6 @@
 
 namespace varnowick {
 namespace {
-
-constexpr const wchar_t* kAboutText =
-    L"Varnowick 1.0.0\r\n\r\nA desktop organiser that stays out of the way at the edge of the "
-    L"screen.";
 
 // Starts the restarter with a handle on which it can wait for this process.
 bool startRestarter(const std::wstring& path) {
@@ -164,8 +161,15 @@ void frmMain::run(Command command) {
     case Command::mnuSave:
       return saveWorkspace();
     case Command::mnuAbout:
-      platform_.msgBox.show(kAboutText, kMsgOkOnly | kMsgInformation, kProgramTitle);
-      return;
+      return about();
+    case Command::mnuAddLink:
+      return askForNewShortcut(NewShortcutKind::WebUrl);
+    case Command::mnuAddFileLink:
+      return askForNewShortcut(NewShortcutKind::File);
+    case Command::mnuAddFolderLink:
+      return askForNewShortcut(NewShortcutKind::Directory);
+    case Command::mnuNewCommand:
+      return askForNewShortcut(NewShortcutKind::SystemCommand);
     case Command::mnuRestart:
       return restartWithoutRecentChanges();
     case Command::mnuLoadDefaults:
@@ -182,10 +186,11 @@ void frmMain::launch(ShortcutSlot slot) {
   if (found == nullptr || clickGuard_.blocked()) return;
   const clsShortcut shortcut = *found;  // a dialog may change the table meanwhile
   const LaunchResult result = LaunchShortcut(platform_, *this, shortcut);
-  if (result.outcome == LaunchOutcome::FailedFaulty)
-    editShortcut(slot, result.propertiesError);
-  else if (result.outcome == LaunchOutcome::Started)
+  if (result.outcome == LaunchOutcome::FailedFaulty) editShortcut(slot, result.propertiesError);
+  if (result.outcome == LaunchOutcome::Started) {
+    extras_.countStart(slot);
     announce(handle(), kEventLaunched);
+  }
 }
 
 // Each in turn; a dialog of one does not keep the others from starting.
@@ -232,6 +237,37 @@ void frmMain::editShortcut(ShortcutSlot slot, const std::wstring& error) {
   workspaceChanged();
 }
 
+void frmMain::showShortcut(ShortcutSlot slot) {
+  const NodeId node = shortcutNode(slot);
+  workspaceScene_.scrollToShow(node);
+  editor_.selectOnly(slot);
+  view_.focus(node);
+  view_.invalidate();
+}
+
+void frmMain::askForNewShortcut(NewShortcutKind kind) {
+  if (document_.settings.locked) {
+    platform_.msgBox.show(kLockedMessage, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+    return;
+  }
+  std::optional<clsShortcut> shortcut;
+  {
+    const ModalDepth::Scope scope(modal_);
+    shortcut = askForShortcut(handle(), kind);
+  }
+  if (!shortcut) return;
+  // A chosen link file is read like one that was dropped.
+  if (kind == NewShortcutKind::File) return takeDropped({.paths = {{shortcut->Path}}}, nullptr);
+  addShortcuts({*shortcut}, nullptr, {});
+}
+
+void frmMain::about() {
+  const ModalDepth::Scope scope(modal_);
+  frmAbout(store_.dataFolder(), [this] {
+    OpenFolder(platform_, *this, store_.dataFolder());
+  }).show(handle());
+}
+
 void frmMain::PreLaunch() { docking_.apply(docking_.rules().preLaunch(docking_.inputs())); }
 
 OwnerWindow frmMain::ownerWindow() const { return {reinterpret_cast<std::uintptr_t>(handle())}; }
@@ -257,6 +293,7 @@ SaveResult frmMain::save(bool recovery) {
 }
 
 void frmMain::workspaceChanged() {
+  extras_.workspaceChanged();
   const SaveResult result = save(true);
   // The next change would only say the same again.
   if (result || saveFailureTold_) return;
@@ -284,6 +321,7 @@ void frmMain::loadDefaultSettings() {
   InitDefaultSettings(document_.settings);
   applyPalette();
   rebuildScene();
+  extras_.applySettings();
   workspaceChanged();
 }
 

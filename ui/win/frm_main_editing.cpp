@@ -103,6 +103,9 @@ void frmMain::finishMove(const Moved& moved) {
   if (moved.refusal != nullptr)
     platform_.msgBox.show(moved.refusal, kMsgOkOnly | kMsgExclamation, kProgramTitle);
   if (moved.objects.empty()) return;
+  // What came into a container that shows one tag only may not carry it.
+  for (const ShortcutSlot changed : applyTagFilters(document_.workspace))
+    editor_.shortcutChanged(changed);
   announce(handle(), kEventSceneChanged);
   workspaceChanged();
 }
