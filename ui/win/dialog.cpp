@@ -141,8 +141,9 @@ INT_PTR Dialog::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       for (const DialogRow& row : rows_)
         if (row.control == DialogControl::Edit) SendMessageW(item(row.id), EM_SETLIMITTEXT, 0, 0);
       initialise();
+      if (firstFocus() != 0) focus(firstFocus());
       ready_ = true;
-      return TRUE;
+      return firstFocus() == 0;
     case WM_CTLCOLORSTATIC:
       return reinterpret_cast<INT_PTR>(backgroundOf(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)),
                                                     reinterpret_cast<HDC>(wParam)));

@@ -46,6 +46,10 @@ class Dialog {
 
  protected:
   virtual void initialise() {}
+  // The control that has the focus at first; 0: the first that takes it. A dialog
+  // that begins with radio buttons names another, because the focus that the
+  // system sets would choose the first of them.
+  virtual int firstFocus() const { return 0; }
   // A button was pressed; IDCANCEL also stands for Esc and the close box.
   virtual void command(int id) { end(id); }
   // The user changed the text of an edit or combo box, or what a check box or

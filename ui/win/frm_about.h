@@ -19,6 +19,7 @@ class frmAbout : public Dialog {
 
  protected:
   void initialise() override;
+  int firstFocus() const override { return IDOK; }
   void command(int id) override;
 
  private:

@@ -88,6 +88,10 @@ void frmShortcutProperties::initialise() {
   setColour(form.colour);
 }
 
+int frmShortcutProperties::firstFocus() const {
+  return kind() == ShortcutKindCode::Command ? kParameters : kPath;
+}
+
 void frmShortcutProperties::setKind(ShortcutKindCode kind) {
   setChecked(kWebAddress, kind == ShortcutKindCode::WebAddress);
   setChecked(kFileOrFolder, kind == ShortcutKindCode::FileOrFolder);

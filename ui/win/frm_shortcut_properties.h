@@ -47,6 +47,7 @@ class frmShortcutProperties : public Dialog {
 
  protected:
   void initialise() override;
+  int firstFocus() const override;
   void command(int id) override;
   void changed(int id) override;
   HBRUSH background(int id, HDC dc) override;

@@ -79,6 +79,8 @@ TEST(ShortcutProperties, AFaultIsSaidAndTheFieldGetsTheFocus) {
   clsShortcut s = example();
   const DialogDriver driver([](HWND dialog) {
     EXPECT_EQ(textIn(dialog, Id::kFault), L"");
+    EXPECT_EQ(GetFocus(), GetDlgItem(dialog, Id::kPath));
+    SetFocus(GetDlgItem(dialog, IDOK));
     typeIn(dialog, Id::kPath, L" ");
     clickIn(dialog, IDOK);
     ASSERT_TRUE(IsWindow(dialog));
