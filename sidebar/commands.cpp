@@ -78,7 +78,7 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuDockNow), L"&Collapse now (Esc)", kNoKey, kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuSuspendSlideOut), L"Suspend auto-collapse", kNoKey, kAlways,
                kBuilt, &CommandState::suspended},
-    CommandRow{VARNOWICK_COMMAND(mnuTranslucent), L"&Transparency", function(9), kAlways, kBuilt,
+    CommandRow{VARNOWICK_COMMAND(mnuTranslucent), L"Trans&parency", function(9), kAlways, kBuilt,
                &CommandState::translucent},
 
     CommandRow{VARNOWICK_COMMAND(mnuProgramAppearance), L"&Appearance", function(4)},
@@ -124,7 +124,7 @@ constexpr MenuRow item(int depth, Command command) { return {depth, command, nul
 constexpr MenuRow separator(int depth) { return {depth, Command::None, nullptr}; }
 
 constexpr std::array kMainMenu{
-    head(0, L"&Add"),
+    head(0, L"A&dd"),
     item(1, Command::mnuAddLink),
     item(1, Command::mnuAddFileLink),
     item(1, Command::mnuAddFolderLink),
@@ -157,7 +157,7 @@ constexpr std::array kMainMenu{
     item(1, Command::mnuRSSSearch),
     item(1, Command::mnuRSSViewer),
     separator(0),
-    head(0, L"&Dock"),
+    head(0, L"Doc&k"),
     item(1, Command::mnuDockLeft),
     item(1, Command::mnuDockRight),
     item(1, Command::mnuDockTop),
@@ -220,7 +220,7 @@ consteval bool captionsAreUnique(std::span<const MenuRow> rows) {
 }
 static_assert(captionsAreUnique(kMainMenu) && captionsAreUnique(kShortcutMenu) &&
               captionsAreUnique(kContainerMenu));
-static_assert(!below(L"&Add").empty() && !below(L"Se&ttings").empty());
+static_assert(!below(L"A&dd").empty() && !below(L"Se&ttings").empty());
 
 bool isShown(std::span<const MenuRow> rows, std::size_t at) {
   const MenuRow& r = rows[at];
@@ -270,7 +270,7 @@ std::wstring keyText(Key key) {
 std::span<const MenuRow> menuRows(MenuId menu) {
   switch (menu) {
     case MenuId::Add:
-      return below(L"&Add");
+      return below(L"A&dd");
     case MenuId::Settings:
       return below(L"Se&ttings");
     case MenuId::Shortcut:

@@ -25,7 +25,8 @@ int opacityWhenStill(const DockInputs& in) {
 DockEffects Docking::start(const DockInputs& in, bool hidden) {
   DockEffects effects;
   if (!in.maximised) {
-    if (hidden) {
+    // A position that leaves only the strip on screen says as much as the flag.
+    if (hidden || strippedAt(in) != ScreenEdge::None) {
       side_ = lastSide_ = collapsedAt(in);
       rightBorder_ = in.screen.monitor.right();
       settled_ = in.window.topLeft();

@@ -124,6 +124,8 @@ class Docking {
   bool touches(const DockInputs& in, ScreenEdge edge) const;
   ScreenEdge touchedEdge(const DockInputs& in) const;
   ScreenEdge nearestEdge(const DockInputs& in) const;
+  // The edge at which only the strip of the window shows, None when there is none.
+  ScreenEdge strippedAt(const DockInputs& in) const;
   ScreenEdge collapsedAt(const DockInputs& in) const;
   bool movedSinceCollapse(const DockInputs& in) const;
 

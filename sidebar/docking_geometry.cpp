@@ -169,7 +169,7 @@ ScreenEdge Docking::nearestEdge(const DockInputs& in) const {
                            [&](ScreenEdge a, ScreenEdge b) { return distance(a) < distance(b); });
 }
 
-ScreenEdge Docking::collapsedAt(const DockInputs& in) const {
+ScreenEdge Docking::strippedAt(const DockInputs& in) const {
   Docking asIf;
   asIf.rightBorder_ = in.screen.monitor.right();
   for (const ScreenEdge edge : kEdges) {
@@ -179,6 +179,11 @@ ScreenEdge Docking::collapsedAt(const DockInputs& in) const {
         isSideways(edge) ? in.window.left.value - at.x.value : in.window.top.value - at.y.value;
     if (std::abs(away) <= kCollapsedStrip.value) return edge;
   }
+  return ScreenEdge::None;
+}
+
+ScreenEdge Docking::collapsedAt(const DockInputs& in) const {
+  if (const ScreenEdge stripped = strippedAt(in); stripped != ScreenEdge::None) return stripped;
   const ScreenEdge touched = touchedEdge(in);
   return touched != ScreenEdge::None ? touched : nearestEdge(in);
 }

@@ -16,7 +16,7 @@ TEST(Commands, KeysReadAsPeopleWriteThem) {
 }
 
 TEST(Commands, MenusShowWhatIsBuiltWithoutEmptyHeadsOrStraySeparators) {
-  for (const MenuId menu : {MenuId::Main, MenuId::Add, MenuId::Settings, MenuId::Shortcut}) {
+  for (const MenuId menu : {MenuId::Main, MenuId::Add, MenuId::Settings, MenuId::Shortcut, MenuId::Container}) {
     const auto shown = shownMenu(menu, {});
     for (std::size_t i = 0; i < shown.size(); ++i) {
       const ShownMenuRow& r = shown[i];
@@ -56,7 +56,7 @@ TEST(Commands, EveryCommandThatIsBuiltCanBeReached) {
   for (const CommandRow& c : commandRows()) {
     if (!c.built) continue;
     bool reachable = c.key.code != 0;
-    for (const MenuId menu : {MenuId::Main, MenuId::Shortcut})
+    for (const MenuId menu : {MenuId::Main, MenuId::Shortcut, MenuId::Container})
       for (const MenuRow& r : menuRows(menu)) reachable = reachable || r.command == c.id;
     EXPECT_TRUE(reachable) << c.name;
   }

@@ -350,6 +350,16 @@ TEST(Docking, StartsCollapsedWhereItWasSavedCollapsed) {
   }
 }
 
+TEST(Docking, AWindowSavedAsAStripIsCollapsedWhateverTheFlagSays) {
+  DockingWorld w;
+  w.window = {{-2960}, {0}, {3000}, {4500}};
+  w.moveMouse(1, 20);
+  w.start();
+  EXPECT_EQ(w.rules.collapseSide(), ScreenEdge::Left);
+  w.moveMouse(1, 21);
+  EXPECT_TRUE(w.runs(TimerId::TimerShow)) << "the strip answers to the mouse at once";
+}
+
 TEST(Docking, SecondMonitorHasItsOwnRightBorderButTheSharedLeft) {
   DockingWorld w;
   w.monitors.bounds = {kFirst, kSecond};

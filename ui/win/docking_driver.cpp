@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "platform/screen.h"
+#include "ui/win/full_screen.h"
 #include "platform/win32/multimedia.h"
 
 namespace varnowick {
@@ -81,7 +82,7 @@ DockInputs DockingDriver::inputs() const {
   in.mouseOnWindow = MouseOnWindow(windows, in.cursor, in.density);
   in.maximised = IsZoomed(window_) || IsIconic(window_);
   in.keepOpen = hooks_.keepOpen && hooks_.keepOpen();
-  in.blocked = in.keepOpen;
+  in.blocked = in.keepOpen || fullScreenProgramOn(toPixels(in.screen.monitor, in.density));
   in.animate = settings_.animate;
   in.systemAnimations = systemAnimates();
   in.undockImmediately = settings_.undockImmediately;
