@@ -7,6 +7,7 @@ if(VARNOWICK_SANITIZE)
 endif()
 
 add_library(varnowick_portable STATIC ${PORTABLE_SOURCES})
+target_link_libraries(varnowick_portable z)
 
 # What stands in for the Windows side natively: files, and an XML parser where
 # its library is installed.

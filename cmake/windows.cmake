@@ -78,6 +78,8 @@ endfunction()
 set(VARNOWICK_LIBRARIES ${SYSTEM_LIBRARIES})
 if(PORTABLE_SOURCES)
   add_library(varnowick_portable STATIC ${PORTABLE_SOURCES})
+  # By its plain name: with -static that is the archive, never the DLL.
+  target_link_libraries(varnowick_portable z)
   list(PREPEND VARNOWICK_LIBRARIES varnowick_portable)
 endif()
 file(GLOB WIN32_SOURCES CONFIGURE_DEPENDS platform/win32/*.cpp ui/win/*.cpp)
