@@ -4,9 +4,8 @@
 
 #include "core/line_format.h"
 #include "core/picture_header.h"
+#include "core/web_address.h"
 #include "shortcuts/html_tags.h"
-#include "shortcuts/outside_links.h"
-#include "shortcuts/paths.h"
 
 namespace varnowick {
 namespace {
@@ -16,51 +15,6 @@ constexpr std::size_t kMaxReference = 2048;
 constexpr int kUnknownEdge = 0;
 // Beyond this a page does not describe itself, it fills memory.
 constexpr std::size_t kMaxCandidates = 64;
-
-struct Address {
-  std::wstring scheme;  // in lower case
-  std::wstring host;    // with the port
-  std::wstring path;    // from the first slash, without query and fragment
-};
-
-bool startsWith(std::wstring_view text, std::wstring_view start) {
-  return text.size() >= start.size() && sameIgnoringCase(text.substr(0, start.size()), start);
-}
-
-std::optional<Address> splitAddress(std::wstring_view address) {
-  Address result;
-  for (const wchar_t* scheme : {L"http", L"https"})
-    if (startsWith(address, std::wstring(scheme) + L"://")) result.scheme = scheme;
-  if (result.scheme.empty() || !isSafeOutsideLink(address)) return std::nullopt;
-  address.remove_prefix(result.scheme.size() + 3);
-  const std::wstring_view host = address.substr(0, address.find_first_of(L"/?#"));
-  // Names to sign in with are not sent on to where a page leads.
-  if (host.empty() || host.find(L'@') != std::wstring_view::npos) return std::nullopt;
-  result.host = host;
-  address.remove_prefix(host.size());
-  result.path = address.substr(0, address.find_first_of(L"?#"));
-  if (result.path.empty()) result.path = L"/";
-  return result;
-}
-
-// Takes "." and ".." out of an absolute path; what leads above the root stays at it.
-std::wstring withoutDots(std::wstring_view path) {
-  std::wstring result;
-  while (!path.empty()) {
-    const std::size_t slash = path.find(L'/', 1);
-    const std::wstring_view part = path.substr(0, slash);
-    path.remove_prefix(part.size());
-    if (part == L"/.") {
-      if (path.empty()) result += L'/';
-    } else if (part == L"/..") {
-      result.resize(std::min(result.size(), result.rfind(L'/')));
-      if (path.empty()) result += L'/';
-    } else {
-      result += part;
-    }
-  }
-  return result.empty() ? L"/" : result;
-}
 
 struct Candidate {
   std::wstring address;
@@ -130,28 +84,18 @@ int rank(const Candidate& candidate, int wantedEdge) {
 
 std::optional<std::wstring> resolveReference(std::wstring_view pageAddress,
                                              std::wstring_view reference) {
-  const auto page = splitAddress(pageAddress);
-  if (!page || reference.empty() || reference.size() > kMaxReference) return std::nullopt;
-  reference = reference.substr(0, reference.find(L'#'));
-  std::wstring address;
-  const std::size_t colon = reference.find_first_of(L":/?");
-  if (colon != std::wstring_view::npos && reference[colon] == L':')
-    address = reference;
-  else if (reference.starts_with(L"//"))
-    address = page->scheme + L":" + std::wstring(reference);
-  if (address.empty()) {
-    const std::size_t query = std::min(reference.find(L'?'), reference.size());
-    std::wstring path(reference.substr(0, query));
-    if (path.empty())
-      path = page->path;
-    else if (path.front() != L'/')
-      path = page->path.substr(0, page->path.rfind(L'/') + 1) + path;
-    address = page->scheme + L"://" + page->host + withoutDots(path) +
-              std::wstring(reference.substr(query));
-  }
-  const auto result = splitAddress(address);
-  if (!result || (page->scheme == L"https" && result->scheme != L"https")) return std::nullopt;
+  auto address = resolveWebReference(pageAddress, reference);
+  if (!address) return std::nullopt;
+  const auto page = parseWebAddress(pageAddress);
+  const auto target = parseWebAddress(*address);
+  if (!page || !target || (page->secure && !target->secure)) return std::nullopt;
   return address;
+}
+
+bool siteIconIsDue(std::uint64_t fetchedDay, bool hasIcon, std::uint64_t today) {
+  // A clock that was set back must not keep an icon for years.
+  if (fetchedDay > today) return true;
+  return today - fetchedDay >= (hasIcon ? kSiteIconDays : 1);
 }
 
 std::vector<std::wstring> siteIconAddresses(std::string_view page, std::wstring_view pageAddress,

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,6 +29,11 @@ std::optional<std::wstring> resolveReference(std::wstring_view pageAddress,
 // "/favicon.ico". Empty when the page's own address is not http or https.
 std::vector<std::wstring> siteIconAddresses(std::string_view page, std::wstring_view pageAddress,
                                             int wantedEdge, TextCodec& codec);
+
+// Icons are asked for again after a week; what has none, the next day. Days count
+// from any beginning.
+inline constexpr std::uint64_t kSiteIconDays = 7;
+bool siteIconIsDue(std::uint64_t fetchedDay, bool hasIcon, std::uint64_t today);
 
 // True for the bytes of a PNG, GIF, JPEG, BMP or ICO file that claims to be of a
 // size that icons have.

@@ -32,6 +32,16 @@ TEST(SiteIconTest, ResolvesReferences) {
   EXPECT_EQ(resolveReference(L"https://a.org", L"i.ico"), L"https://a.org/i.ico");
 }
 
+TEST(SiteIconTest, AreAskedForAgainInTime) {
+  const struct {
+    std::uint64_t fetched;
+    bool hasIcon, due;
+  } cases[] = {{100, true, false}, {94, true, false}, {93, true, true},   {100, false, false},
+               {99, false, true},  {101, true, true}, {101, false, true}, {0, true, true}};
+  for (const auto& c : cases)
+    EXPECT_EQ(siteIconIsDue(c.fetched, c.hasIcon, 100), c.due) << c.fetched;
+}
+
 TEST(SiteIconTest, NamesTheBestIconsFirst) {
   FakeCodec codec;
   const struct {
