@@ -133,13 +133,22 @@ void IconCache::load() {
 std::optional<IconCache::Found> IconCache::find(const IconKey& key) {
   const auto at = icons_.find({key.source, key.size});
   if (at == icons_.end() || at->second.modifiedTime != key.modifiedTime) return std::nullopt;
+  auto kept = findLast(key.source, key.size);
+  if (!kept) return std::nullopt;
+  return Found{std::move(kept->file)};
+}
+
+std::optional<IconCache::Kept> IconCache::findLast(const std::wstring& source, int size) {
+  const auto at = icons_.find({source, size});
+  if (at == icons_.end()) return std::nullopt;
   if (at->second.number != 0 && !files_.exists(fileOf(at->second.number))) {
     icons_.erase(at);
     changed_ = true;
     return std::nullopt;
   }
   at->second.lastUse = ++uses_;
-  return Found{at->second.number == 0 ? std::wstring{} : fileOf(at->second.number)};
+  return Kept{at->second.number == 0 ? std::wstring{} : fileOf(at->second.number),
+              at->second.modifiedTime};
 }
 
 // A source that does not come back from the index as it went in (names of files

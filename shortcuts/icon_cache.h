@@ -53,6 +53,14 @@ class IconCache {
   // Nothing when the icon is not there or the source has changed since.
   std::optional<Found> find(const IconKey& key);
 
+  struct Kept {
+    std::wstring file;               // full path; empty: known to have no icon
+    std::uint64_t modifiedTime = 0;  // of the source, when it was kept
+  };
+  // What there is, even when the source may have changed since: to be shown until
+  // that is known.
+  std::optional<Kept> findLast(const std::wstring& source, int size);
+
   // Keeps the bytes of a picture file in place of what was kept for the source
   // and size. False when they are no picture of a healthy size or cannot be
   // written; then nothing is kept. The icon used least recently makes room.

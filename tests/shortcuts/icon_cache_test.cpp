@@ -46,6 +46,13 @@ TEST_F(IconCacheTest, KeepsIconsOverARestart) {
   EXPECT_EQ(found({path.source, 48, 7}), "nothing");
   EXPECT_EQ(found({path.source, 32, 8}), "nothing");
 
+  // What was there is shown until the change is known.
+  const auto last = cache->findLast(path.source, 32);
+  ASSERT_TRUE(last);
+  EXPECT_EQ(last->modifiedTime, 7U);
+  EXPECT_EQ(files.read(last->file).bytes, png(32));
+  EXPECT_FALSE(cache->findLast(path.source, 48));
+
   // The new icon of a changed source takes the old one's place on the disk, too.
   EXPECT_TRUE(cache->store({path.source, 32, 8}, png(48)));
   EXPECT_EQ(found({path.source, 32, 8}), png(48));
