@@ -7,8 +7,6 @@
 namespace varnowick {
 namespace {
 
-constexpr bool isEdge(ScreenEdge e) { return e >= ScreenEdge::Left && e <= ScreenEdge::Bottom; }
-
 void startTimer(DockEffects& effects, TimerId id) { effects.timers.push_back({id, true}); }
 void stopTimer(DockEffects& effects, TimerId id) { effects.timers.push_back({id, false}); }
 
@@ -234,6 +232,12 @@ DockEffects Docking::movedByUser(const DockInputs& in) {
   settleAt(in);
   DockEffects effects;
   if (wasExpanded && !expanded_) effects.change = DockChange::Floating;
+  return effects;
+}
+
+DockEffects Docking::opacityChanged(const DockInputs& in) const {
+  DockEffects effects;
+  if (!sliding_) effects.opacity = isEdge(side_) ? opacityWhenStill(in) : in.shownOpacity;
   return effects;
 }
 

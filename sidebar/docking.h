@@ -23,6 +23,9 @@ inline constexpr Twips kEdgeTolerance{120};  // nearer to a border than this is 
 inline constexpr int kHiddenStripOpacity = 1;
 inline constexpr const wchar_t* kSuspendedCaption = L"AUTO-COLLAPSE SUSPENDED";
 
+// False for none, and for what a file may hold in place of an edge.
+constexpr bool isEdge(ScreenEdge e) { return e >= ScreenEdge::Left && e <= ScreenEdge::Bottom; }
+
 struct DockInputs {
   TwipsRect window;      // outer rectangle of the main window, on the screen
   ScreenExtents screen;  // screenExtents(monitors, window)
@@ -94,6 +97,9 @@ class Docking {
   DockEffects movedByUser(const DockInputs& in);
   // Monitors, resolution or density have changed.
   DockEffects screenChanged(const DockInputs& in);
+  // Translucency or the visible border has been switched. A slide that is under
+  // way takes it into account when it ends.
+  DockEffects opacityChanged(const DockInputs& in) const;
   void lostFocus() { openedByRequest_ = false; }
 
   DockEffects TimerShowTick(const DockInputs& in);

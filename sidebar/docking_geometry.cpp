@@ -15,7 +15,6 @@ constexpr std::array kEdges{ScreenEdge::Left, ScreenEdge::Right, ScreenEdge::Top
 constexpr bool isSideways(ScreenEdge e) { return e == ScreenEdge::Left || e == ScreenEdge::Right; }
 
 constexpr bool isUpright(ScreenEdge e) { return e == ScreenEdge::Top || e == ScreenEdge::Bottom; }
-constexpr bool isEdge(ScreenEdge e) { return isSideways(e) || isUpright(e); }
 
 // At least one pixel of it at the usual density.
 bool isShown(const ScreenExtents& screen, const TwipsRect& window) {

@@ -105,6 +105,25 @@ TEST(Docking, StripIsOpaqueOrNearlyInvisibleAsTheSettingSays) {
   EXPECT_EQ(w.opacities.back(), 200);
 }
 
+TEST(Docking, SwitchedTranslucencyIsShownAtOnceButNotOnAnInvisibleStrip) {
+  DockingWorld w;
+  w.conditions.visibleBorderCollapsed = false;
+  w.start();
+  const auto switchTo = [&](int opacity) {
+    w.conditions.shownOpacity = opacity;
+    w.opacities.clear();
+    w.apply(w.rules.opacityChanged(w.inputs()));
+  };
+  switchTo(200);
+  EXPECT_THAT(w.opacities, ElementsAre(200));
+  w.dockTo(Left);
+  switchTo(255);
+  EXPECT_TRUE(w.opacities.empty()) << "the slide fades";
+  w.slide();
+  switchTo(200);
+  EXPECT_THAT(w.opacities, ElementsAre(1));
+}
+
 TEST(Docking, MouseMustRestOnTheStripWithinThreePixels) {
   struct Case {
     int dx, dy;

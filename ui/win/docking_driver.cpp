@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "platform/screen.h"
-#include "ui/win/full_screen.h"
 #include "platform/win32/multimedia.h"
+#include "ui/win/full_screen.h"
 
 namespace varnowick {
 namespace {
@@ -61,7 +61,6 @@ PixelRect DockingDriver::windowPixels() const {
 void DockingDriver::start(const TwipsRect& rect, bool hidden) {
   place(rect);
   apply(rules_.start(inputs(), hidden));
-  startTimer(TimerId::TimerHide);
 }
 
 DockInputs DockingDriver::inputs() const {
@@ -116,6 +115,12 @@ void DockingDriver::apply(const DockEffects& effects) {
   if (effects.change != DockChange::None && hooks_.changed) hooks_.changed(effects.change);
 }
 
+void DockingDriver::draggedOver() {
+  DockInputs in = inputs();
+  in.blocked = false;
+  apply(rules_.mouseMoved(in));
+}
+
 bool DockingDriver::tick(TimerId id) {
   switch (id) {
     case TimerId::TimerShow:
@@ -133,6 +138,8 @@ bool DockingDriver::tick(TimerId id) {
 }
 
 void DockingDriver::noteWindowRect() {
+  // A minimised window lies far off every screen; that is not a place to save.
+  if (IsIconic(window_)) return;
   const PixelRect now = windowPixels();
   if (now == toPixels(rect_, density())) return;
   rect_ = toTwips(now, density());

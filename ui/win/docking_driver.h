@@ -35,6 +35,9 @@ class DockingDriver {
   const Docking& rules() const { return rules_; }
   DockInputs inputs() const;
   void apply(const DockEffects& effects);
+  // Something is being dragged over the window, from wherever. The system reports
+  // no mouse moves meanwhile, and the drag itself keeps the bar open.
+  void draggedOver();
   // Runs the tick of a timer of kTimers; false when it is none of docking's.
   bool tick(TimerId id);
 
