@@ -5,6 +5,7 @@
 
 #include "platform/msg_box.h"
 #include "platform/sound.h"
+#include "shortcuts/tags.h"
 
 namespace varnowick {
 namespace {
@@ -154,11 +155,7 @@ std::vector<std::wstring> tagsOf(const clsShortcut& shortcut) {
 }
 
 void StartByTag(StartMany& start, const std::wstring& tag) {
-  startEach(start, [&](const clsShortcut& s) {
-    const auto tags = tagsOf(s);
-    return std::any_of(tags.begin(), tags.end(),
-                       [&](const std::wstring& t) { return sameIgnoringCase(t, tag); });
-  });
+  startEach(start, [&](const clsShortcut& s) { return carriesTag(s, tag); });
 }
 
 bool OpenFileLocation(Platform& platform, LaunchHost& mainWindow, const clsShortcut& shortcut,
