@@ -8,6 +8,7 @@ GestureKind Gestures::dragOf(ControlKind kind) {
   switch (kind) {
     case ControlKind::TitleBar:
     case ControlKind::lblCaption:
+    case ControlKind::DockStrip:  // all that there is to take hold of while collapsed
       return GestureKind::MoveBar;
     case ControlKind::lblShortcut:
     case ControlKind::picShortcut:

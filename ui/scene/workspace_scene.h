@@ -95,10 +95,6 @@ class WorkspaceScene {
   Size<Twips> panelSize(Panel panel) const;
   // The room to keep free for a new shortcut.
   Size<Twips> shortcutCell(bool small) const;
-  // Where a new object of that size goes: the first place of the grid that
-  // touches nothing else. A container without such a place is filled in
-  // cascades; the main panel grows downwards.
-  Point<Twips> nextFreePlace(Panel panel, Size<Twips> cell) const;
 
  private:
   Node& put(ControlKind kind, NodeId parent, TwipsRect rect);

@@ -25,6 +25,7 @@ TEST(Gestures, WhatIsDraggedFollowsFromWhatWasPressed) {
     GestureKind expected;
   } cases[] = {
       {ControlKind::lblCaption, false, GestureKind::MoveBar},
+      {ControlKind::DockStrip, false, GestureKind::MoveBar},
       {ControlKind::lblShortcut, false, GestureKind::MoveObjects},
       {ControlKind::ContainerFrame, false, GestureKind::RubberBand},
       {ControlKind::picBack, true, GestureKind::RubberBand},

@@ -200,8 +200,6 @@ TEST_F(WorkspaceSceneTest, WhateverAFileSaysStaysWithinReach) {
     EXPECT_TRUE(reachable(containerPart(K::ContainerLabel, slot)));
     EXPECT_TRUE(reachable(shortcutNode(outside)));
     EXPECT_TRUE(reachable(pictureNode(picture)));
-    view.nextFreePlace(picBack, kShortcutCell);
-    view.nextFreePlace({slot}, kShortcutCell);
     if (!std::isnan(rect.left.value)) {
       EXPECT_EQ(workspace.containers[slot].rect, rect);  // the record keeps its values
     }
@@ -265,38 +263,6 @@ TEST_F(WorkspaceSceneTest, ScrollingStaysWithinTheContent) {
   view.scrollTo(view.layout().scroll);
   EXPECT_EQ(view.layout().scroll, Twips{});
   EXPECT_FALSE(scene.shown({K::ScrollThumb, 0}));
-}
-
-TEST_F(WorkspaceSceneTest, NewObjectsGoWhereNothingElseLies) {
-  const ContainerSlot slot = addContainer(at(120, 1320, 4260, 2700));
-  addContainer(at(120, 4200, 4260, 3000));
-  workspace.containers[{1}].folded = true;
-  view.build(layout);
-  std::vector<TwipsRect> taken;
-  for (int i = 0; i < 30; ++i) {
-    const Size<Twips> cell = view.shortcutCell(false);
-    const Point<Twips> place = view.nextFreePlace(picBack, cell);
-    const TwipsRect rect{place.x, place.y, cell.width, cell.height};
-    for (const TwipsRect& other : taken) EXPECT_TRUE(rect.intersect(other).empty());
-    // Neither over a container nor where a folded one unfolds.
-    EXPECT_TRUE(rect.intersect(at(120, 1320, 4260, 2700)).empty());
-    EXPECT_TRUE(rect.intersect(at(120, 4200, 4260, 3000)).empty());
-    EXPECT_LE(rect.right(), view.panelSize(picBack).width);
-    EXPECT_EQ(std::fmod(place.x.value, kGrid.value), 0);
-    taken.push_back(rect);
-    addShortcut(picBack, place.x.value, place.y.value);
-  }
-  // A container shows three columns beside each other, below its title, and
-  // takes more than it has room for without putting anything out of sight.
-  for (int i = 0; i < 40; ++i) {
-    const Point<Twips> place = view.nextFreePlace({slot}, view.shortcutCell(false));
-    if (i == 2) {
-      EXPECT_EQ(place, (Point<Twips>{{120 + 2 * 1320}, {480}}));
-    }
-    EXPECT_GE(place.y, kTitleStripHeight);
-    EXPECT_LT(place.y, Twips{2700 - 500});
-    addShortcut({slot}, place.x.value, place.y.value);
-  }
 }
 
 TEST_F(WorkspaceSceneTest, FeedsAskToBeLoadedAndTellTheirStatus) {
