@@ -58,11 +58,7 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                              extras_.jump().hasFocus();
                     },
                 .prepareCollapse = [this] { extras_.hidePopups(); },
-                .captionChanged =
-                    [this](bool suspended) {
-                      caption_ = suspended ? kSuspendedCaption : kProgramTitle;
-                      relayout();
-                    },
+                .captionChanged = [this](bool) { relayout(); },
                 .changed =
                     [this](DockChange change) {
                       relayout();
@@ -81,8 +77,7 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                      docking_.apply(docking_.rules().toggle(docking_.inputs()));
                      if (docking_.rules().collapseSide() == ScreenEdge::None)
                        forceForeground(handle());
-                   }}),
-      caption_(kProgramTitle) {
+                   }}) {
   workspaceScene_.setIconSource([this](const clsShortcut& shortcut) {
     return EffectivePath(shortcut, true, platform_.system);
   });
@@ -203,6 +198,11 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (LOWORD(wParam) == WA_INACTIVE) docking_.rules().lostFocus();
       view_.invalidate();
       break;
+    case WM_POWERBROADCAST:
+      // After a rest the machine may have other monitors.
+      if (wParam == PBT_APMRESUMESUSPEND || wParam == PBT_APMRESUMECRITICAL)
+        docking_.apply(docking_.rules().screenChanged(docking_.inputs()));
+      return TRUE;
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
@@ -256,6 +256,10 @@ void frmMain::onTimer(TimerId id) {
   if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id)) return;
   if (id == TimerId::TimerDblClickLabelDelay) clickGuard_.TimerDblClickLabelDelayTick();
+  if (id == TimerId::TimeLock) {
+    lockTold_ = false;
+    relayout();
+  }
 }
 
 void frmMain::onSize() {
@@ -416,6 +420,11 @@ void frmMain::bringForward() {
   forceForeground(handle());
 }
 
+std::wstring frmMain::captionNow() const {
+  if (lockTold_) return document_.settings.locked ? L"EDITING LOCKED" : L"EDITING UNLOCKED";
+  return docking_.rules().suspended() ? kSuspendedCaption : kProgramTitle;
+}
+
 FrameLayout frmMain::frameLayout() const {
   FrameLayout layout = workspaceScene_.layout();
   const Density density = platform_.monitors.density();
@@ -427,7 +436,7 @@ FrameLayout frmMain::frameLayout() const {
   const FrameInsets insets = frameInsets(edge);
   layout.insets = {insets.left, insets.top, insets.right, insets.bottom};
   layout.collapsedTo = docking_.rules().collapseSide();
-  layout.caption = caption_;
+  layout.caption = captionNow();
   layout.locked = document_.settings.locked;
   layout.progress = progress_;
   layout.density = density;

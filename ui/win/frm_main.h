@@ -73,6 +73,7 @@ class frmMain final : public Window, private LaunchHost {
 
   // The scene (frm_main.cpp)
   FrameLayout frameLayout() const;
+  std::wstring captionNow() const;
   void rebuildScene();
   void relayout();
   void applyPalette();
@@ -143,10 +144,10 @@ class frmMain final : public Window, private LaunchHost {
   DockingDriver docking_;
   BarExtras extras_;
   ClickGuard clickGuard_;
-  std::wstring caption_;
   std::wstring progress_;
   bool launchSuppressed_ = false;
   bool saveFailureTold_ = false;  // until a save succeeds again
+  bool lockTold_ = false;         // the caption tells of locking for a moment
   bool laidOut_ = false;          // the scene has been built
   bool trackingLeave_ = false;
   bool ended_ = false;

@@ -214,8 +214,7 @@ void frmMain::startMany(const std::function<void(StartMany&)>& start) {
 
 void frmMain::toggleTranslucency() {
   document_.settings.translucent = !document_.settings.translucent;
-  SetLayeredWindowAttributes(handle(), 0, static_cast<BYTE>(docking_.inputs().shownOpacity),
-                             LWA_ALPHA);
+  docking_.apply(docking_.rules().opacityChanged(docking_.inputs()));
   workspaceChanged();
 }
 
@@ -312,6 +311,8 @@ void frmMain::saveWorkspace() {
 void frmMain::setLocked(bool locked) {
   document_.settings.locked = locked;
   platform_.sound.play(L"lock.wav");
+  lockTold_ = true;
+  docking_.startTimer(TimerId::TimeLock);
   relayout();
   workspaceChanged();
 }

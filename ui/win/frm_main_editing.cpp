@@ -136,6 +136,7 @@ void frmMain::addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips
 
 bool frmMain::dropIsWelcome(POINT screen) {
   if (modal_.active() || document_.settings.locked) return false;
+  docking_.draggedOver();
   editor_.markDrop(toScene({{screen.x}, {screen.y}}));
   view_.invalidate();
   return true;
