@@ -81,6 +81,8 @@ int Main() {
   });
   guard.announceWindow(main.handle());
   main.load([&](const std::wstring& text) { splash.progress(text); });
+  // The session may have ended while a question of the loading was open.
+  if (main.handle() == nullptr) return 0;
   main.show();
   splash.close();
   return runMessageLoop();

@@ -25,8 +25,14 @@ StartDecision decideStart(Files& files, System& system, MsgBox& msgBox) {
     return {};
   }
   const bool portable = files.exists(programFolder + L"\\LOCATIONROOT");
-  return {true, portable,
-          portable ? programFolder : system.applicationDataFolder() + L"\\Varnowick"};
+  if (portable) return {true, true, programFolder};
+  const std::wstring applicationData = system.applicationDataFolder();
+  if (applicationData.empty()) {
+    msgBox.show(title + L" can't find the folder for its data.", kMsgCritical | kMsgSystemModal,
+                title);
+    return {};
+  }
+  return {true, false, applicationData + L"\\Varnowick"};
 }
 
 RestartDecision decideRestart(Files& files, System& system, MsgBox& msgBox,

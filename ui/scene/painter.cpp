@@ -190,7 +190,10 @@ void ScenePainter::paintToolButton(const Node& node, const PixelRect& rect, cons
   else if (isHovered(node))
     canvas_.box(box, px(4), p.barHover, p.barHover, p.highContrast ? p.accent : p.barHover, 0);
   if (node.image.source == ImageRef::Source::None)
-    drawSign(canvas_, node.id.kind, rect, px(1), isHovered(node) ? p.text : p.barText);
+    drawSign(canvas_, node.id.kind, rect, px(1),
+             !node.enabled     ? p.mutedText
+             : isHovered(node) ? p.text
+                               : p.barText);
   else
     canvas_.image(middle(rect, px(16)), node.image);
   focus(node, box, 1);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "ui/scene/metrics.h"
+#include "ui/scene/toolbar_scene.h"
 
 namespace varnowick {
 
@@ -14,20 +15,7 @@ namespace {
 constexpr NodeId one(ControlKind kind) { return {kind, 0}; }
 constexpr NodeId kMainPanel = one(ControlKind::picBack);
 
-struct ToolbarRow {
-  ControlKind kind;
-  const wchar_t* asset;
-  const wchar_t* name;
-};
 // In the order on screen; lock and unlock share a place.
-constexpr std::array<ToolbarRow, 6> kToolbar{{
-    {ControlKind::PicShrinkExpandAllToolbar, L"shrinkall", L"Shrink/Expand All"},
-    {ControlKind::PicFoldUnfoldAllToolbar, L"foldall", L"Fold/Unfold All"},
-    {ControlKind::PicRSSToolbar, L"rss", L"Refresh All Feeds"},
-    {ControlKind::PicLockToolbar, L"lock", L"Lock"},
-    {ControlKind::PicUnlockToolbar, L"unlock", L"Unlock"},
-    {ControlKind::PicDockToolbar, L"dock", L"Dock Now"},
-}};
 constexpr float kToolbarPlaces = 5;
 
 }  // namespace
@@ -100,20 +88,13 @@ void WorkspaceScene::layoutTitleBar(const TwipsRect& bar) {
   caption.hitTarget = false;
 
   Twips left = toolbarLeft;
-  for (const ToolbarRow& row : kToolbar) {
+  for (const ToolbarButton& row : kToolbarButtons) {
     Node& button =
         put(row.kind, titleBar,
             {left, (bar.height - kToolbarButton) * 0.5F, kToolbarButton, kToolbarButton});
-    button.text = row.name;
     button.focusable = true;
-    button.image = {};
-    if (layout_.buttonImages) button.image = {ImageRef::Source::Asset, row.asset};
-    if (row.kind == ControlKind::PicLockToolbar) {
-      button.visible = !layout_.locked;
-      continue;  // the unlock button stands in the same place
-    }
-    if (row.kind == ControlKind::PicUnlockToolbar) button.visible = layout_.locked;
-    left += kToolbarButton;
+    if (dressToolbarButton(button, row, layout_.locked, layout_.buttonImages))
+      left += kToolbarButton;
   }
 }
 

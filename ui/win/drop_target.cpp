@@ -33,6 +33,15 @@ bool offers(IDataObject& data, UINT format) {
   return data.QueryGetData(&wanted) == S_OK;
 }
 
+std::wstring fromAnsi(const std::string& text) {
+  const int length = static_cast<int>(text.size());
+  std::wstring wide(
+      static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0)),
+      L'\0');
+  MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
+  return wide;
+}
+
 // One medium of a data object, locked in memory.
 class Medium {
  public:
@@ -51,7 +60,6 @@ class Medium {
     if (owned_) ReleaseStgMedium(&medium_);
   }
   const void* memory() const { return memory_; }
-  HGLOBAL handle() const { return medium_.hGlobal; }
   std::size_t size() const { return memory_ == nullptr ? 0 : size_; }
 
   // Up to the first NUL, the end of the memory or the limit.
@@ -62,13 +70,7 @@ class Medium {
   }
   std::wstring ansiText(std::size_t limit) const {
     const auto* begin = static_cast<const char*>(memory_);
-    const auto* end = std::find(begin, begin + std::min(size(), limit), '\0');
-    const int length = static_cast<int>(end - begin);
-    if (length == 0) return {};
-    std::wstring text(
-        static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, begin, length, nullptr, 0)), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, begin, length, text.data(), static_cast<int>(text.size()));
-    return text;
+    return fromAnsi({begin, std::find(begin, begin + std::min(size(), limit), '\0')});
   }
 
  private:
@@ -78,22 +80,45 @@ class Medium {
   bool owned_ = false;
 };
 
+DroppedPath pathDropped(std::wstring path) {
+  WIN32_FILE_ATTRIBUTE_DATA about{};
+  GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &about);
+  const std::uint64_t size =
+      (static_cast<std::uint64_t>(about.nFileSizeHigh) << 32) | about.nFileSizeLow;
+  return {std::move(path), (about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0, size};
+}
+
+// The names behind a DROPFILES header, each ended by a NUL, the last by two. The
+// system's own reader would trust the header of a foreign block.
+template <class Character>
+std::vector<std::basic_string<Character>> namesIn(const char* from, const char* end) {
+  std::vector<std::basic_string<Character>> names;
+  const auto* at = reinterpret_cast<const Character*>(from);
+  const auto* last = at + static_cast<std::size_t>(end - from) / sizeof(Character);
+  while (at < last && names.size() < kMaxDroppedPaths) {
+    const auto* stop = std::find(at, last, Character{});
+    if (stop == at || stop == last) break;
+    names.emplace_back(at, stop);
+    at = stop + 1;
+  }
+  return names;
+}
+
 void readPaths(IDataObject& data, std::vector<DroppedPath>& paths) {
   const Medium medium(data, CF_HDROP);
   if (medium.size() < sizeof(DROPFILES)) return;
-  const auto drop = static_cast<HDROP>(medium.handle());
-  const UINT count = std::min<UINT>(DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0),
-                                    static_cast<UINT>(kMaxDroppedPaths));
-  for (UINT i = 0; i < count; ++i) {
-    std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1U, L'\0');
-    path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
-    if (path.empty()) continue;
-    WIN32_FILE_ATTRIBUTE_DATA about{};
-    GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &about);
-    const std::uint64_t size =
-        (static_cast<std::uint64_t>(about.nFileSizeHigh) << 32) | about.nFileSizeLow;
-    paths.push_back(
-        {std::move(path), (about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0, size});
+  const auto* header = static_cast<const DROPFILES*>(medium.memory());
+  const auto* begin = static_cast<const char*>(medium.memory());
+  if (header->pFiles < sizeof(DROPFILES) || header->pFiles > medium.size()) return;
+  const char* from = begin + header->pFiles;
+  const char* end = begin + medium.size();
+  if (header->fWide) {
+    if (header->pFiles % sizeof(wchar_t) != 0) return;
+    for (std::wstring& name : namesIn<wchar_t>(from, end))
+      paths.push_back(pathDropped(std::move(name)));
+  } else {
+    for (const std::string& name : namesIn<char>(from, end))
+      paths.push_back(pathDropped(fromAnsi(name)));
   }
 }
 

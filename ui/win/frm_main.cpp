@@ -2,6 +2,9 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
+
+#include "platform/files.h"
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
 #include "shortcuts/tags.h"
@@ -12,7 +15,6 @@
 namespace varnowick {
 namespace {
 
-constexpr int kResizeGrip = 5;  // pixels at 96 dots per inch
 constexpr Size<Twips> kLeastWindow{{2400}, {1800}};
 
 POINT pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
@@ -66,14 +68,21 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                       if (change == DockChange::Collapsed) announce(handle(), kEventCollapsed);
                     }}),
       extras_({platform_, document_, workspaceScene_, view_, images_, fonts_, measure_, docking_},
-              {.run = [this](Command command) { run(command); },
+              {.run =
+                   [this](Command command) {
+                     if (!busyElsewhere()) run(command);
+                   },
                .menu = [this](MenuId menu, POINT at) { showMenu(menu, at); },
-               .start = [this](ShortcutSlot slot) { launch(slot); },
+               .start =
+                   [this](ShortcutSlot slot) {
+                     if (!busyElsewhere()) launch(slot);
+                   },
                .showShortcut = [this](ShortcutSlot slot) { showShortcut(slot); },
                .key = [this](const KeyDecision& decision) { apply(decision); },
                .open = [this] { bringForward(); },
                .toggle =
                    [this] {
+                     if (busyElsewhere()) return;
                      docking_.apply(docking_.rules().toggle(docking_.inputs()));
                      if (docking_.rules().collapseSide() == ScreenEdge::None)
                        forceForeground(handle());
@@ -106,23 +115,24 @@ bool frmMain::open() {
 }
 
 void frmMain::load(const Progress& progress) {
-  store_.LoadSettings(document_, [&](const std::wstring& text) {
-    progress_ = text;
-    progress(text);
-  });
-  progress_.clear();
+  firstStart_ = !platform_.files.exists(store_.settingsPath());
+  store_.LoadSettings(document_, progress);
   applyTagFilters(document_.workspace);
 }
 
 void frmMain::show() {
   applyPalette();
   TwipsRect rect = document_.settings.window;
-  if (rect.width < kLeastWindow.width) rect.width = kLeastWindow.width;
-  if (rect.height < kLeastWindow.height) rect.height = kLeastWindow.height;
+  const TwipsRect screen =
+      toTwips(platform_.monitors.virtualScreen(), platform_.monitors.density());
+  rect.width = std::clamp(rect.width, kLeastWindow.width, screen.width * 2);
+  rect.height = std::clamp(rect.height, kLeastWindow.height, screen.height * 2);
   docking_.start(rect, document_.settings.hidden);
   rebuildScene();
   ShowWindow(handle(), SW_SHOWNA);
   UpdateWindow(handle());
+  // A new user shall see the bar before it goes away for the first time.
+  if (firstStart_) docking_.apply(docking_.rules().open(docking_.inputs()));
   announce(handle(), kEventLoaded);
   images_.start(handle(), kMsgImages);
   extras_.applySettings();
@@ -136,7 +146,7 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       view_.paint();
       return 0;
     case WM_TIMER:
-      onTimer(static_cast<TimerId>(wParam - 1));
+      onTimer(wParam);
       return 0;
     case WM_WINDOWPOSCHANGED:
       docking_.noteWindowRect();
@@ -153,7 +163,11 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_NCHITTEST:
       return onHitTest(pointOf(lParam));
+    case WM_ENTERSIZEMOVE:
+      rectBeforeSizing_ = docking_.rect();
+      return 0;
     case WM_EXITSIZEMOVE:
+      if (docking_.rect() == rectBeforeSizing_) return 0;
       docking_.apply(docking_.rules().movedByUser(docking_.inputs()));
       workspaceChanged();
       return 0;
@@ -216,7 +230,7 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return answer;
       break;
     case WM_CLOSE:
-      exitProgram();
+      if (!busyElsewhere()) exitProgram();
       return 0;
     case WM_QUERYENDSESSION:
       return TRUE;
@@ -229,11 +243,11 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     default:
       if (message == kMsgAction) {
-        if (!modal_.active()) clicked({static_cast<ControlKind>(wParam), static_cast<int>(lParam)});
+        if (!busyElsewhere()) clicked({static_cast<ControlKind>(wParam), static_cast<int>(lParam)});
         return 0;
       }
       if (message == kMsgDropped) {
-        takePendingDrops();
+        if (!modal_.active()) takePendingDrops();
         return 0;
       }
       if (message == kMsgImages) {
@@ -252,7 +266,19 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   return Window::handleMessage(message, wParam, lParam);
 }
 
-void frmMain::onTimer(TimerId id) {
+// Tray, hotkey and toolbar answer while a dialog of ours is open: then that comes
+// forward instead.
+bool frmMain::busyElsewhere() {
+  if (!modal_.active()) return ended_;
+  SetForegroundWindow(GetLastActivePopup(handle()));
+  return true;
+}
+
+void frmMain::onTimer(UINT_PTR timer) {
+  // Timers of others may reach the window.
+  if (timer < 1 || timer > kTimers.size()) return;
+  const auto id = static_cast<TimerId>(timer - 1);
+  if (!modal_.active()) takePendingDrops();
   if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id)) return;
   if (id == TimerId::TimerDblClickLabelDelay) clickGuard_.TimerDblClickLabelDelayTick();
@@ -265,153 +291,6 @@ void frmMain::onTimer(TimerId id) {
 void frmMain::onSize() {
   docking_.noteWindowRect();
   relayout();
-}
-
-LRESULT frmMain::onHitTest(POINT screen) const {
-  // Only an expanded or floating bar can be resized, at the side away from its
-  // edge; the collapsed strip must stay client area.
-  if (docking_.rules().collapseSide() != ScreenEdge::None || document_.settings.locked)
-    return HTCLIENT;
-  RECT r{};
-  GetWindowRect(handle(), &r);
-  const int grip = MulDiv(kResizeGrip, platform_.monitors.density().dpi, 96);
-  const ScreenEdge edge = docking_.rules().expandedEdge();
-  const bool right = edge != ScreenEdge::Right && screen.x >= r.right - grip;
-  const bool left = edge != ScreenEdge::Left && screen.x < r.left + grip;
-  const bool bottom = edge != ScreenEdge::Bottom && screen.y >= r.bottom - grip;
-  const bool top = edge != ScreenEdge::Top && screen.y < r.top + grip;
-  if (top && left) return HTTOPLEFT;
-  if (top && right) return HTTOPRIGHT;
-  if (bottom && left) return HTBOTTOMLEFT;
-  if (bottom && right) return HTBOTTOMRIGHT;
-  if (right) return HTRIGHT;
-  if (left) return HTLEFT;
-  if (bottom) return HTBOTTOM;
-  if (top) return HTTOP;
-  return HTCLIENT;
-}
-
-void frmMain::onMouseMove(POINT client) {
-  if (!trackingLeave_) {
-    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, handle(), 0};
-    trackingLeave_ = TrackMouseEvent(&track) != FALSE;
-  }
-  if (const auto event = gestures_.move(platform_.cursor.position())) return onGesture(*event);
-  if (gestures_.dragging()) return;
-  docking_.apply(docking_.rules().mouseMoved(docking_.inputs()));
-  view_.mouseMoved(client);
-  extras_.hover(view_.input().hovered());
-}
-
-void frmMain::onLeftDown(POINT client) {
-  extras_.hideTooltip();
-  SetFocus(handle());
-  const NodeId node = view_.mousePressed(client);
-  SetCapture(handle());
-  const bool ctrl = GetKeyState(VK_CONTROL) < 0;
-  editor_.pressed(node, ctrl);
-  if (!shortcutOf(node).none()) view_.focus(node);
-  gestures_.press(node, platform_.cursor.position(), ctrl, document_.settings.locked);
-  view_.invalidate();
-}
-
-// The second press of a double click: it starts a shortcut where the user wants
-// double clicks, and on containers it must not start what has just moved there.
-void frmMain::onDoubleClick(POINT client) {
-  doubleClicked_ = true;
-  onLeftDown(client);
-  if (!containerOf(view_.input().pressed()).none()) {
-    clickGuard_.SetDblClickDelay();
-    docking_.startTimer(TimerId::TimerDblClickLabelDelay);
-  }
-}
-
-void frmMain::onLeftUp(POINT client) {
-  const auto event = gestures_.release(platform_.cursor.position());
-  const NodeId node = view_.mouseReleased(client);
-  ReleaseCapture();
-  if (!event) return;
-  const bool click = event->kind == GestureKind::Click;
-  editor_.released(event->node, event->ctrl, !click);
-  view_.invalidate();
-  onGesture(*event);
-  if (click && !event->ctrl && !node.none() && !clickGuard_.blocked()) clicked(node);
-}
-
-void frmMain::onContextMenu(POINT screen) {
-  POINT client = screen;
-  NodeId node;
-  if (screen.x == -1 && screen.y == -1) {
-    // From the keyboard: at the focused object, or in the bar's corner.
-    node = view_.input().focused();
-    const PixelRect r = view_.toClient(node.none() ? NodeId{ControlKind::lblCaption, 0} : node);
-    client = {r.left.value + 8, r.bottom().value};
-    screen = client;
-    ClientToScreen(handle(), &screen);
-  } else {
-    ScreenToClient(handle(), &client);
-    node = workspaceScene_.scene().hitTest(view_.toScene(client));
-  }
-  const ShortcutSlot shortcut = shortcutOf(node);
-  const bool onShortcut = document_.workspace.shortcuts.contains(shortcut);
-  if (onShortcut) {
-    // The menu is about the selection, which the object under the mouse joins.
-    if (!editor_.selection().contains(shortcut)) editor_.selectOnly(shortcut);
-    view_.focus(shortcutNode(shortcut));
-    view_.invalidate();
-    return showMenu(MenuId::Shortcut, screen);
-  }
-  menuContainer_ = containerOf(node);
-  showMenu(menuContainer_.none() ? MenuId::Main : MenuId::Container, screen);
-}
-
-// By Tab without a direction. What has the focus is in sight, and selected if it
-// is a shortcut, so that keys can act on it.
-void frmMain::moveFocus(Point<int> direction, bool backwards) {
-  if (direction == Point<int>{})
-    view_.focusNext(backwards);
-  else
-    view_.focusTowards(direction);
-  const NodeId focused = view_.input().focused();
-  if (const ShortcutSlot slot = shortcutOf(focused); !slot.none()) editor_.selectOnly(slot);
-  workspaceScene_.scrollToShow(focused);
-  view_.invalidate();
-  announce(handle(), EVENT_OBJECT_FOCUS, accessibleItems_.childOf(focused));
-}
-
-void frmMain::onKeyDown(int key) {
-  const auto down = [](int code) { return GetKeyState(code) < 0; };
-  const int modifiers =
-      (down(VK_SHIFT) ? kShift : 0) + (down(VK_CONTROL) ? kCtrl : 0) + (down(VK_MENU) ? kAlt : 0);
-  if (key == VK_ESCAPE && gestures_.dragging()) {
-    ReleaseCapture();
-    return;
-  }
-  const Point<int> direction{(key == VK_RIGHT ? 1 : 0) - (key == VK_LEFT ? 1 : 0),
-                             (key == VK_DOWN ? 1 : 0) - (key == VK_UP ? 1 : 0)};
-  extras_.hideTooltip();
-  const bool jumping = extras_.jump().shown();
-  if (!jumping && modifiers == 0 && direction != Point<int>{}) return moveFocus(direction);
-  if (key == VK_TAB && (modifiers & ~kShift) == 0) return moveFocus({}, modifiers == kShift);
-  if (!jumping && key == VK_RETURN && modifiers == 0) {
-    doubleClicked_ = true;  // Enter starts, whatever clicks do
-    launchSuppressed_ = false;
-    if (const NodeId focused = view_.input().focused(); !focused.none()) clicked(focused);
-    return;
-  }
-  KeyState state;
-  state.suppressed = modal_.active();
-  state.jumpBoxShown = jumping;
-  state.jumpBoxHasText = extras_.jump().hasText();
-  state.shortcutSelected = !currentShortcut().none();
-  state.barExpanded = docking_.rules().collapseSide() == ScreenEdge::None;
-  apply(decideKey(key, modifiers, state));
-}
-
-void frmMain::apply(const KeyDecision& decision) {
-  if (extras_.jump().apply(decision)) return;
-  if (decision.closeJumpBox) extras_.jump().close();
-  if (decision.action == KeyAction::RunCommand) run(decision.command);
 }
 
 // Opened by a second start, the hotkey or the tray icon.
@@ -438,7 +317,6 @@ FrameLayout frmMain::frameLayout() const {
   layout.collapsedTo = docking_.rules().collapseSide();
   layout.caption = captionNow();
   layout.locked = document_.settings.locked;
-  layout.progress = progress_;
   layout.density = density;
   return layout;
 }

@@ -56,8 +56,9 @@ class frmMain final : public Window, private LaunchHost {
   LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  // Messages (frm_main.cpp)
-  void onTimer(TimerId id);
+  // Messages (frm_main.cpp, frm_main_input.cpp)
+  void onTimer(UINT_PTR timer);
+  bool busyElsewhere();
   void onSize();
   void onMouseMove(POINT client);
   void onLeftDown(POINT client);
@@ -94,7 +95,7 @@ class frmMain final : public Window, private LaunchHost {
   void deleteSelected();
   void setTagFilter(ContainerSlot slot, const std::wstring& tag);
 
-  // Actions (frm_main_actions.cpp)
+  // Actions (frm_main_actions.cpp, frm_main_menus.cpp, frm_main_session.cpp)
   void run(Command command);
   CommandState commandState() const;
   void clicked(NodeId node);
@@ -119,6 +120,7 @@ class frmMain final : public Window, private LaunchHost {
   void toggleTranslucency();
   void exitProgram();
   void endSession();
+  void end();
 
   // LaunchHost
   bool isMainWindow() const override { return true; }
@@ -144,7 +146,6 @@ class frmMain final : public Window, private LaunchHost {
   DockingDriver docking_;
   BarExtras extras_;
   ClickGuard clickGuard_;
-  std::wstring progress_;
   bool launchSuppressed_ = false;
   bool saveFailureTold_ = false;  // until a save succeeds again
   bool lockTold_ = false;         // the caption tells of locking for a moment
@@ -152,6 +153,8 @@ class frmMain final : public Window, private LaunchHost {
   bool trackingLeave_ = false;
   bool ended_ = false;
   bool doubleClicked_ = false;
+  bool firstStart_ = false;
+  TwipsRect rectBeforeSizing_;
   POINT barOrigin_{};            // of the window when a drag of it began
   ContainerSlot menuContainer_;  // that the open menu is about
   struct PendingDrop {

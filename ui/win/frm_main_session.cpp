@@ -1,0 +1,116 @@
+// Saving, ending and restarting from the main window.
+
+#include "core/settings_table.h"
+#include "core/startup.h"
+#include "platform/msg_box.h"
+#include "platform/win32/handles.h"
+#include "ui/win/frm_main.h"
+
+namespace varnowick {
+namespace {
+
+// Starts the restarter with a handle on which it can wait for this process.
+bool startRestarter(const std::wstring& path) {
+  KernelHandle self;
+  if (!DuplicateHandle(GetCurrentProcess(), GetCurrentProcess(), GetCurrentProcess(), self.put(),
+                       SYNCHRONIZE, TRUE, 0))
+    return false;
+  const auto value = reinterpret_cast<std::uintptr_t>(self.get());
+  std::wstring commandLine = L"\"" + path + L"\" " + std::to_wstring(value);
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = SW_SHOWNORMAL;
+  PROCESS_INFORMATION process{};
+  if (!CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                      &startup, &process))
+    return false;
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
+  return true;
+}
+
+}  // namespace
+
+SaveResult frmMain::save(bool recovery) {
+  Settings& settings = document_.settings;
+  settings.window = docking_.rectToSave();
+  settings.hidden = docking_.rules().collapseSide() != ScreenEdge::None;
+  SaveResult result = store_.SaveDesktop(document_, recovery);
+  if (result.outcome == SaveResult::Outcome::Saved) {
+    saveFailureTold_ = false;
+    announce(handle(), kEventSaved);
+  }
+  return result;
+}
+
+void frmMain::workspaceChanged() {
+  extras_.workspaceChanged();
+  const SaveResult result = save(true);
+  // The next change would only say the same again.
+  if (result || saveFailureTold_) return;
+  saveFailureTold_ = true;
+  platform_.msgBox.show(saveFailureMessage(result), kMsgOkOnly | kMsgCritical, kProgramTitle);
+}
+
+void frmMain::saveWorkspace() {
+  const SaveResult result = save(false);
+  if (result.outcome == SaveResult::Outcome::Saved)
+    platform_.msgBox.show(L"Workspace Saved", kMsgOkOnly | kMsgInformation, kProgramTitle);
+  else if (!result)
+    platform_.msgBox.show(saveFailureMessage(result), kMsgOkOnly | kMsgCritical, kProgramTitle);
+}
+
+void frmMain::loadDefaultSettings() {
+  if (!confirmDefaultSettings(platform_.msgBox)) return;
+  InitDefaultSettings(document_.settings);
+  applyPalette();
+  rebuildScene();
+  extras_.applySettings();
+  docking_.apply(docking_.rules().opacityChanged(docking_.inputs()));
+  workspaceChanged();
+}
+
+void frmMain::restartWithoutRecentChanges() {
+  const RestartDecision decision =
+      decideRestart(platform_.files, platform_.system, platform_.msgBox, store_.dataFolder());
+  if (!decision.restart) return;
+  if (!startRestarter(decision.restarterPath)) {
+    platform_.msgBox.show(L"Can't start: " + decision.restarterPath, kMsgExclamation,
+                          kProgramTitle);
+    // The question has cost the recovery copy.
+    workspaceChanged();
+    return;
+  }
+  store_.suppressSaving(true);
+  exitProgram();
+}
+
+void frmMain::exitProgram() {
+  if (ended_) return;
+  ended_ = true;
+  if (const SaveResult result = save(false); !result) {
+    const std::wstring question =
+        saveFailureMessage(result) + L"\r\n\r\nEnd the program without saving?";
+    ended_ =
+        platform_.msgBox.show(question, kMsgYesNo | kMsgCritical, kProgramTitle) == kMsgAnswerYes;
+  }
+  if (ended_) end();
+}
+
+// There is no time for questions: what cannot be saved now stays recoverable.
+void frmMain::endSession() {
+  if (ended_) return;
+  ended_ = true;
+  save(false);
+  end();
+}
+
+// A message box that was open returns only after the window is gone; what it was
+// about must not be written any more.
+void frmMain::end() {
+  store_.suppressSaving(true);
+  destroy();
+}
+
+}  // namespace varnowick
