@@ -1,0 +1,319 @@
+#include "platform/win32/win32_http.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <utility>
+
+#include "core/web_address.h"
+#include "platform/win32/win32_text_codec.h"
+#include "platform/win32/win_http.h"
+
+namespace varnowick {
+
+namespace {
+
+constexpr int kMaxRedirects = 10;
+constexpr std::size_t kChunkBytes = 16 * 1024;
+constexpr DWORD kStatusPermanentRedirect = 308;
+// Names that came later.
+constexpr DWORD kOptionSecureProtocols = 84;
+constexpr DWORD kTls12And13 = 0x0800 | 0x2000;
+constexpr DWORD kTls10To12 = 0x0080 | 0x0200 | 0x0800;
+
+const wchar_t* textOf(DWORD code) {
+  switch (code) {
+    case ERROR_WINHTTP_TIMEOUT:
+      return L"The server did not answer in time.";
+    case ERROR_WINHTTP_NAME_NOT_RESOLVED:
+      return L"The server's name could not be found.";
+    case ERROR_WINHTTP_CANNOT_CONNECT:
+      return L"The connection to the server could not be made.";
+    case ERROR_WINHTTP_CONNECTION_ERROR:
+      return L"The connection to the server was lost.";
+    case ERROR_WINHTTP_SECURE_FAILURE:
+    case ERROR_WINHTTP_SECURE_CERT_CN_INVALID:
+    case ERROR_WINHTTP_SECURE_CERT_DATE_INVALID:
+    case ERROR_WINHTTP_SECURE_INVALID_CA:
+    case ERROR_WINHTTP_SECURE_CHANNEL_ERROR:
+      return L"The server's certificate could not be verified.";
+    case ERROR_WINHTTP_INVALID_SERVER_RESPONSE:
+      return L"The server's answer was not understood.";
+    case ERROR_WINHTTP_OPERATION_CANCELLED:
+      return L"The request was cancelled.";
+    case ERROR_WINHTTP_HEADER_SIZE_OVERFLOW:
+      return L"The server's answer is too long.";
+    default:
+      return nullptr;
+  }
+}
+
+std::wstring errorText(DWORD code) {
+  const wchar_t* text = textOf(code);
+  return text != nullptr ? text : L"The request failed (error " + std::to_wstring(code) + L").";
+}
+
+// Never 0: what has failed must not pass for done.
+DWORD lastError() {
+  const DWORD code = GetLastError();
+  return code != 0 ? code : static_cast<DWORD>(ERROR_WINHTTP_INTERNAL_ERROR);
+}
+
+// What the engine's threads write to. It is freed when the engine has said its
+// last word on the request, which may be long after nobody waits any more.
+class Operation {
+ public:
+  static Operation* create() { return new Operation; }
+  void release() {
+    if (InterlockedDecrement(&references_) == 0) delete this;
+  }
+  HANDLE done() const { return done_.get(); }
+  DWORD error() const { return error_; }
+  std::string_view received() const { return {buffer_.data(), received_}; }
+  char* buffer() { return buffer_.data(); }
+
+  // Hands the engine its own share, which it gives back with the handle.
+  bool attachTo(HINTERNET request) {
+    const WinHttp& api = WinHttp::get();
+    auto context = reinterpret_cast<DWORD_PTR>(this);
+    if (!done_ || !api.setOption(request, WINHTTP_OPTION_CONTEXT_VALUE, &context, sizeof context) ||
+        api.setStatusCallback(request, &Operation::report,
+                              WINHTTP_CALLBACK_FLAG_ALL_COMPLETIONS | WINHTTP_CALLBACK_FLAG_HANDLES,
+                              0) == WINHTTP_INVALID_STATUS_CALLBACK) {
+      return false;
+    }
+    InterlockedIncrement(&references_);
+    return true;
+  }
+
+ private:
+  Operation() : done_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
+  ~Operation() = default;
+  void finish(DWORD error, DWORD received) {
+    error_ = error;
+    received_ = std::min<std::size_t>(received, buffer_.size());
+    SetEvent(done_.get());
+  }
+  static void CALLBACK report(HINTERNET, DWORD_PTR context, DWORD status, void* info,
+                              DWORD length) {
+    auto* self = reinterpret_cast<Operation*>(context);
+    if (self == nullptr) return;
+    switch (status) {
+      case WINHTTP_CALLBACK_STATUS_SENDREQUEST_COMPLETE:
+      case WINHTTP_CALLBACK_STATUS_HEADERS_AVAILABLE:
+        self->finish(0, 0);
+        break;
+      case WINHTTP_CALLBACK_STATUS_READ_COMPLETE:
+        self->finish(0, length);
+        break;
+      case WINHTTP_CALLBACK_STATUS_REQUEST_ERROR:
+        self->finish(static_cast<const WINHTTP_ASYNC_RESULT*>(info)->dwError, 0);
+        break;
+      case WINHTTP_CALLBACK_STATUS_HANDLE_CLOSING:
+        self->release();
+        break;
+      default:
+        break;
+    }
+  }
+
+  LONG references_ = 1;
+  KernelHandle done_;
+  DWORD error_ = 0;
+  std::size_t received_ = 0;
+  std::array<char, kChunkBytes> buffer_{};
+};
+
+class Exchange {
+ public:
+  Exchange(const HttpRequest& request, HANDLE cancel)
+      : wanted_(request), cancel_(cancel), begin_(GetTickCount()) {}
+
+  HttpReply run() {
+    if (!openSession()) return failed(lastError());
+    std::wstring url = wanted_.url;
+    for (int hop = 0; hop <= kMaxRedirects; ++hop) {
+      const Hop result = visit(url);
+      if (result.error != 0) return failed(result.error);
+      if (!result.redirected) return answer(std::move(url), result.status);
+      auto next = resolveWebReference(url, result.location);
+      if (!next) return refused(L"The server refers to an address that is not opened.");
+      url = std::move(*next);
+    }
+    return refused(L"The server's references lead in a circle.");
+  }
+
+ private:
+  struct Hop {
+    DWORD error = 0;
+    int status = 0;
+    bool redirected = false;
+    std::wstring location;
+  };
+
+  static HttpReply refused(const wchar_t* text) { return {0, {}, {}, text}; }
+  static HttpReply failed(DWORD code) { return {0, {}, {}, errorText(code)}; }
+
+  DWORD left() const {
+    const DWORD passed = GetTickCount() - begin_;
+    return passed < wanted_.milliseconds ? wanted_.milliseconds - passed : 0;
+  }
+
+  bool openSession() {
+    const std::wstring proxy = proxyServer(wanted_.proxy);
+    session_.reset(
+        api_.open(L"Varnowick",
+                  proxy.empty() ? WINHTTP_ACCESS_TYPE_NO_PROXY : WINHTTP_ACCESS_TYPE_NAMED_PROXY,
+                  proxy.empty() ? WINHTTP_NO_PROXY_NAME : proxy.c_str(), WINHTTP_NO_PROXY_BYPASS,
+                  WINHTTP_FLAG_ASYNC));
+    if (!session_) return false;
+    // The engine's own limits only have to be no shorter than ours.
+    const int limit = static_cast<int>(std::min<std::uint32_t>(wanted_.milliseconds, 0x7FFFFFFF));
+    api_.setTimeouts(session_.get(), limit, limit, limit, limit);
+    for (DWORD protocols : {kTls12And13, kTls10To12}) {
+      if (api_.setOption(session_.get(), kOptionSecureProtocols, &protocols, sizeof protocols))
+        break;
+    }
+    return true;
+  }
+
+  // Waits for what was begun. 0, or why it has not been done.
+  DWORD wait(BOOL begun, Operation& operation) const {
+    if (!begun) return lastError();
+    const HANDLE events[] = {operation.done(), cancel_};
+    switch (WaitForMultipleObjects(cancel_ != nullptr ? 2 : 1, events, FALSE, left())) {
+      case WAIT_OBJECT_0:
+        return operation.error();
+      case WAIT_OBJECT_0 + 1:
+        return ERROR_WINHTTP_OPERATION_CANCELLED;
+      default:
+        return ERROR_WINHTTP_TIMEOUT;
+    }
+  }
+
+  DWORD number(HINTERNET request, DWORD what, DWORD otherwise) const {
+    DWORD value = 0;
+    DWORD size = sizeof value;
+    return api_.queryHeaders(request, what | WINHTTP_QUERY_FLAG_NUMBER,
+                             WINHTTP_HEADER_NAME_BY_INDEX, &value, &size, WINHTTP_NO_HEADER_INDEX)
+               ? value
+               : otherwise;
+  }
+
+  bool openRequest(const WebAddress& address) {
+    Win32TextCodec codec;
+    const std::string target = escapedForRequest(codec.toUtf8(address.path + address.query));
+    connection_.reset(api_.connect(session_.get(), address.host.c_str(),
+                                   static_cast<INTERNET_PORT>(address.port), 0));
+    if (!connection_) return false;
+    const wchar_t* accepted[] = {L"*/*", nullptr};
+    request_.reset(api_.openRequest(
+        connection_.get(), L"GET", std::wstring(target.begin(), target.end()).c_str(), nullptr,
+        WINHTTP_NO_REFERER, accepted,
+        WINHTTP_FLAG_ESCAPE_DISABLE |
+            (address.secure ? static_cast<DWORD>(WINHTTP_FLAG_SECURE) : 0U)));
+    if (!request_) return false;
+    // Redirects are judged here. Cookies would be of no use; and a server must
+    // not be able to ask for the user's name and password.
+    DWORD without =
+        WINHTTP_DISABLE_REDIRECTS | WINHTTP_DISABLE_COOKIES | WINHTTP_DISABLE_AUTHENTICATION;
+    return api_.setOption(request_.get(), WINHTTP_OPTION_DISABLE_FEATURE, &without,
+                          sizeof without) != FALSE;
+  }
+
+  Hop visit(const std::wstring& url) {
+    const auto address = parseWebAddress(url);
+    if (!address) return {ERROR_WINHTTP_INVALID_URL, 0, false, {}};
+    if (!openRequest(*address)) return {lastError(), 0, false, {}};
+    struct Share {
+      ~Share() { operation->release(); }
+      Operation* operation = Operation::create();
+    } const share;
+    Operation& operation = *share.operation;
+    if (!operation.attachTo(request_.get())) return {lastError(), 0, false, {}};
+    Hop hop = exchange(operation);
+    // Whatever is still under way on it ends now.
+    request_.reset();
+    return hop;
+  }
+
+  Hop exchange(Operation& operation) {
+    Hop hop;
+    hop.error = wait(
+        api_.sendRequest(request_.get(), WINHTTP_NO_ADDITIONAL_HEADERS, 0, WINHTTP_NO_REQUEST_DATA,
+                         0, 0, reinterpret_cast<DWORD_PTR>(&operation)),
+        operation);
+    if (hop.error == 0) hop.error = wait(api_.receiveResponse(request_.get(), nullptr), operation);
+    if (hop.error != 0) return hop;
+    const DWORD status = number(request_.get(), WINHTTP_QUERY_STATUS_CODE, 0);
+    hop.status = static_cast<int>(status);
+    if (status == HTTP_STATUS_MOVED || status == HTTP_STATUS_REDIRECT ||
+        status == HTTP_STATUS_REDIRECT_METHOD || status == HTTP_STATUS_REDIRECT_KEEP_VERB ||
+        status == kStatusPermanentRedirect) {
+      hop.redirected = true;
+      hop.location = location();
+    } else {
+      hop.error = readBody(operation);
+    }
+    return hop;
+  }
+
+  // Empty when there is none, or one longer than addresses may be.
+  std::wstring location() const {
+    std::array<wchar_t, kMaxWebAddress + 1> text{};
+    DWORD size = sizeof text;
+    if (!api_.queryHeaders(request_.get(), WINHTTP_QUERY_LOCATION, WINHTTP_HEADER_NAME_BY_INDEX,
+                           text.data(), &size, WINHTTP_NO_HEADER_INDEX)) {
+      return {};
+    }
+    text.back() = L'\0';
+    return text.data();
+  }
+
+  DWORD readBody(Operation& operation) {
+    const DWORD claimed = number(request_.get(), WINHTTP_QUERY_CONTENT_LENGTH, 0);
+    tooLong_ = !wanted_.keepBeginning && claimed > wanted_.maxBytes;
+    while (!tooLong_) {
+      const DWORD error =
+          wait(api_.readData(request_.get(), operation.buffer(), kChunkBytes, nullptr), operation);
+      if (error != 0) return error;
+      if (operation.received().empty()) {
+        // Not every version of the engine says that the end was cut off.
+        return body_.size() < claimed ? ERROR_WINHTTP_CONNECTION_ERROR : 0;
+      }
+      body_ += operation.received();
+      if (body_.size() > wanted_.maxBytes) {
+        body_.resize(wanted_.maxBytes);
+        if (wanted_.keepBeginning) return 0;
+        tooLong_ = true;
+      }
+    }
+    return 0;
+  }
+
+  HttpReply answer(std::wstring url, int status) {
+    if (tooLong_) return {status, {}, std::move(url), textOf(ERROR_WINHTTP_HEADER_SIZE_OVERFLOW)};
+    return {status, std::move(body_), std::move(url), {}};
+  }
+
+  const WinHttp& api_ = WinHttp::get();
+  const HttpRequest& wanted_;
+  const HANDLE cancel_;
+  const DWORD begin_;
+  InternetHandle session_, connection_, request_;
+  std::string body_;
+  bool tooLong_ = false;
+};
+
+}  // namespace
+
+HttpReply Win32Http::get(const HttpRequest& request) {
+  if (!WinHttp::get().ready) return {0, {}, {}, L"This system cannot open web addresses."};
+  try {
+    return Exchange(request, cancel_).run();
+  } catch (const std::bad_alloc&) {
+    return {0, {}, {}, L"There is not enough memory."};
+  }
+}
+
+}  // namespace varnowick
