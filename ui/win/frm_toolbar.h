@@ -1,18 +1,6 @@
 // The floating toolbar: a small window beside the expanded bar with its toolbar
 // buttons, easy to hit with a mouse that comes from the middle of the screen. It
 // never takes the focus; the bar's own buttons are there for the keyboard.
-//
-// Wiring: frmMain holds a frmToolbar made with its image store, fonts and
-// callbacks, and calls attach(handle()) in open(), setPalette in applyPalette,
-// invalidate() where images_.deliver() is true, hide() in prepareCollapse and
-// while the bar is dragged, and update(...) in relayout and in the docking's
-// `changed` hook, with
-//   .on = settings.floatingToolbar && the bar is visible, expanded at an edge
-//         (rules().expanded()) or floating, and not full screen elsewhere;
-//   .bar = the window's rectangle; .edge = rules().expandedEdge();
-//   .work = the work area of the bar's monitor; .locked = settings.locked.
-// `clicked` runs the command, `menu` shows the main menu at a point of the screen.
-// It is a top-level window of the thread, so MouseOnWindow sees it already.
 #pragma once
 
 #include <windows.h>

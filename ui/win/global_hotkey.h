@@ -1,12 +1,6 @@
 // The combination that brings up the bar from anywhere. It registers what the
 // settings say, on a hidden window of its own, and tells when that is taken; it
 // neither changes the settings nor decides what the key opens.
-//
-// Wiring: frmMain holds a GlobalHotkey made with its callbacks and calls
-// apply(settings) after loading and after every change of the settings. No
-// message has to be passed on. `pressed` toggles or opens the bar (and, with
-// settings.globalHotkeyDetached, the detached containers); `taken` shows its text
-// as a balloon: tray.balloon(kProgramTitle, text, true).
 #pragma once
 
 #include <windows.h>

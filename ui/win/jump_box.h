@@ -2,17 +2,6 @@
 // match, the likeliest first. It is a child of the bar; the field and the list
 // are real controls, so that typing, input methods and screen readers work as
 // everywhere. It starts nothing and knows no workspace.
-//
-// Wiring: frmMain holds a PicJumpToLink made with its image store, fonts and
-// callbacks. attach(handle(), density) in open(); setPalette in applyPalette;
-// place(view_.toClient({picBack, 0})) in relayout and rebuildScene; invalidate()
-// where images_.deliver() is true; refresh() when the workspace has changed;
-// close() in prepareCollapse. Keys of the main window:
-//   state.jumpBoxShown = jump_.shown(); state.jumpBoxHasText = jump_.hasText();
-//   const KeyDecision d = decideKey(...); if (jump_.apply(d)) return;
-//   if (d.closeJumpBox) jump_.close(); then run(d.command).
-// Enter with the box shown must reach decideKey before the focused node is
-// clicked. keepOpen of the docking should be true while jump_.hasFocus().
 #pragma once
 
 #include <windows.h>
@@ -52,8 +41,9 @@ class PicJumpToLink final : public Window {
       : images_(images), fonts_(fonts), callbacks_(std::move(callbacks)) {}
   ~PicJumpToLink() override;
 
-  // Creates the box as a hidden child of the window.
-  bool attach(HWND parent, Density density);
+  // The window whose child the box becomes when it first opens: most starts end
+  // without, and its five windows take their time.
+  void attach(HWND parent, Density density);
   void setPalette(const Palette& palette);
   // The rectangle of the main panel in the parent's client pixels: the box takes
   // its width, and of its height what it needs.
@@ -74,6 +64,7 @@ class PicJumpToLink final : public Window {
 
   // The match that Enter starts; none without matches.
   ShortcutSlot current() const;
+  // nullptr before the box has first been open.
   HWND cboSearch() const { return cboSearch_; }
   HWND list() const { return list_; }
 
@@ -94,6 +85,7 @@ class PicJumpToLink final : public Window {
   std::wstring text() const;
   std::wstring words() const;
   PixelRect thumb() const;
+  bool makeWindows();
   HWND addChild(const wchar_t* windowClass, const wchar_t* title, DWORD style, int id);
   void makeFont();
   void arrange();
@@ -122,6 +114,7 @@ class PicJumpToLink final : public Window {
   BrushHandle fieldBrush_, listBrush_;
   BackBuffer buffer_, rowBuffer_;
   PixelRect panel_;
+  HWND parent_ = nullptr;
   HWND cboSearch_ = nullptr;
   HWND list_ = nullptr;
   WNDPROC editBase_ = nullptr;

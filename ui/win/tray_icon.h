@@ -1,11 +1,5 @@
 // The icon in the notification area with its tooltip and balloons. It has a
 // hidden window of its own and decides nothing about what a click opens.
-//
-// Wiring: frmMain holds a TrayIcon made with its callbacks; after loading and
-// after every change of the settings it calls show(settings.showTrayIcon). No
-// message has to be passed on. The callbacks run on the window's thread:
-// `clicked` opens the bar (ExpandFromEdge, forceForeground), `menu` shows a menu
-// at a point of the screen with frmMain as its owner.
 #pragma once
 
 #include <windows.h>
