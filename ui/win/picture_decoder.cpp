@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "core/picture_header.h"
+#include "core/png.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_files.h"
 #include "ui/win/back_buffer.h"
@@ -141,6 +142,11 @@ Bitmap limitedTo(Bitmap bitmap, int maxEdge) {
 Bitmap decodePicture(std::string_view bytes, int maxEdge) {
   const PictureHeader header = readPictureHeader(bytes);
   if (!isDecodable(header)) return {};
+  if (header.format == PictureFormat::Png) {
+    // The same on every system, and without loading a library at each start.
+    if (auto png = decodePng(bytes); png)
+      return limitedTo({png->width, png->height, std::move(png->pixels)}, maxEdge);
+  }
   const GdiPlus gdiPlus;
   return gdiPlus.ready() ? limitedTo(decodeWithGdiPlus(gdiPlus, bytes), maxEdge)
                          : decodeWithOle(bytes, header, maxEdge);

@@ -1,5 +1,6 @@
-// Picture files as bitmaps: through GDI+ where the system has it, else through
-// the older OLE pictures. Called on the worker thread; COM must be initialised.
+// Picture files as bitmaps: PNG by our own decoder, the rest through GDI+ where
+// the system has it, else through the older OLE pictures. Called on the worker thread; COM must be
+// initialised.
 #pragma once
 
 #include <string>
