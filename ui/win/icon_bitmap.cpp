@@ -2,11 +2,11 @@
 
 #include <windows.h>
 // These rely on it.
-#include <commctrl.h>
 #include <shellapi.h>
 
 #include <algorithm>
 
+#include "platform/win32/common_controls.h"
 #include "platform/win32/handles.h"
 #include "ui/win/back_buffer.h"
 
@@ -52,13 +52,13 @@ IconHandle iconOfLargeList(int index) {
     getImageList = shell32.bind<decltype(getImageList)>(MAKEINTRESOURCEA(727));
   }
   ComPtr<IUnknown> list;
-  if (getImageList == nullptr ||
+  const auto getIcon = CommonControls::get().imageListGetIcon;
+  if (getImageList == nullptr || getIcon == nullptr ||
       FAILED(getImageList(kExtraLargeImages, kImageListId, list.putVoid()))) {
     return IconHandle();
   }
   // The interface of an image list is the image list.
-  return IconHandle(
-      ImageList_GetIcon(reinterpret_cast<HIMAGELIST>(list.get()), index, ILD_TRANSPARENT));
+  return IconHandle(getIcon(reinterpret_cast<HIMAGELIST>(list.get()), index, ILD_TRANSPARENT));
 }
 
 IconHandle iconOfShell(const std::wstring& path, DWORD attributes, UINT extraFlags, int edge) {
@@ -81,8 +81,7 @@ IconHandle iconFor(const std::wstring& path, int edge) {
   if (isAddress(path)) {
     return iconOfShell(L"page.html", FILE_ATTRIBUTE_NORMAL, SHGFI_USEFILEATTRIBUTES, edge);
   }
-  if (hasExtension(path, L".exe") || hasExtension(path, L".dll") || hasExtension(path, L".ico") ||
-      hasExtension(path, L".icl") || hasExtension(path, L".cpl")) {
+  if (holdsIcons(path)) {
     if (IconHandle icon = iconInFile(path, edge); icon) return icon;
   }
   if (IconHandle icon = iconOfShell(path, 0, 0, edge); icon) return icon;
@@ -154,6 +153,11 @@ Bitmap loadIconOf(const std::wstring& path, int edge) {
 bool isAddress(const std::wstring& path) {
   const std::size_t colon = path.find(L':');
   return colon != std::wstring::npos && colon > 1 && path.find_first_of(L"\\/") > colon;
+}
+
+bool holdsIcons(const std::wstring& path) {
+  return hasExtension(path, L".exe") || hasExtension(path, L".dll") ||
+         hasExtension(path, L".ico") || hasExtension(path, L".icl") || hasExtension(path, L".cpl");
 }
 
 bool mayBeSlow(const std::wstring& path) {

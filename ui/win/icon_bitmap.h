@@ -25,6 +25,9 @@ Bitmap loadIconOf(const std::wstring& path, int edge);
 
 // True for what has a scheme instead of a drive ("http://...").
 bool isAddress(const std::wstring& path);
+// True for files whose icon lies in the file itself, by the name alone. That of
+// every other one follows from its kind, and changes with the system's settings.
+bool holdsIcons(const std::wstring& path);
 // True when the path may take long to answer: a network path, or a drive that is
 // not fixed. Asks the system about the drive, not the drive itself.
 bool mayBeSlow(const std::wstring& path);

@@ -1,10 +1,15 @@
 #include "ui/win/image_loader.h"
 
-#include <array>
+#include <algorithm>
 #include <utility>
 
+#include "core/web_address.h"
 #include "platform/win32/win32_files.h"
+#include "platform/win32/win32_http.h"
+#include "shortcuts/site_icon.h"
+#include "shortcuts/site_icon_fetch.h"
 #include "ui/win/icon_bitmap.h"
+#include "ui/win/icon_picture.h"
 #include "ui/win/picture_decoder.h"
 
 namespace varnowick {
@@ -16,16 +21,24 @@ constexpr int kMaxPictureEdge = 2048;
 // The sizes that the program's own pictures come in.
 constexpr std::array kAssetEdges = {16, 20, 24, 32, 48, 64};
 
-class Lock {
- public:
-  explicit Lock(CRITICAL_SECTION& section) : section_(section) { EnterCriticalSection(&section); }
-  Lock(const Lock&) = delete;
-  Lock& operator=(const Lock&) = delete;
-  ~Lock() { LeaveCriticalSection(&section_); }
+constexpr std::uint64_t kTicksADay = 864'000'000'000;
 
- private:
-  CRITICAL_SECTION& section_;
-};
+std::uint64_t ticksOf(const FILETIME& time) {
+  return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+}
+
+std::uint64_t today() {
+  FILETIME now{};
+  GetSystemTimeAsFileTime(&now);
+  return ticksOf(now) / kTicksADay;
+}
+
+// 0 when it is not there.
+std::uint64_t timeOf(const std::wstring& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (!GetFileAttributesExW(pathForSystem(path).c_str(), GetFileExInfoStandard, &data)) return 0;
+  return std::max<std::uint64_t>(1, ticksOf(data.ftLastWriteTime));
+}
 
 Bitmap loadAsset(const std::wstring& folder, const std::wstring& name, int edge) {
   // Names of assets are ours; one with a path in it is not.
@@ -48,39 +61,72 @@ Bitmap loadAsset(const std::wstring& folder, const std::wstring& name, int edge)
 }  // namespace
 
 ImageLoader::ImageLoader(std::wstring imagesFolder)
-    : imagesFolder_(std::move(imagesFolder)), wake_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
-  InitializeCriticalSection(&lock_);
+    : imagesFolder_(std::move(imagesFolder)), cancel_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    lanes_[i].loader = this;
+    lanes_[i].id = static_cast<LaneId>(i);
+    lanes_[i].wake.reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+  }
 }
-
-ImageLoader::~ImageLoader() { DeleteCriticalSection(&lock_); }
 
 void ImageLoader::release() {
   if (InterlockedDecrement(&references_) == 0) delete this;
 }
 
-bool ImageLoader::start(HWND owner, UINT message) {
-  {
-    const Lock lock(lock_);
-    owner_ = owner;
-    message_ = message;
-  }
-  if (thread_) return true;
+void ImageLoader::useCache(const std::wstring& dataFolder) {
+  const Lock lock(lock_);
+  if (!started_) cache_ = std::make_unique<IconDiskCache>(dataFolder);
+}
+
+void ImageLoader::setWeb(bool allowed, std::wstring proxy) {
+  const Lock lock(lock_);
+  webAllowed_ = allowed;
+  proxy_ = std::move(proxy);
+}
+
+// Under the lock.
+bool ImageLoader::startThread(Lane& lane) {
+  if (lane.thread) return true;
   InterlockedIncrement(&references_);  // for the thread
-  thread_.reset(CreateThread(nullptr, 0, threadMain, this, 0, nullptr));
-  if (thread_) return true;
-  release();
+  lane.thread.reset(CreateThread(nullptr, 0, threadMain, &lane, 0, nullptr));
+  if (lane.thread) return true;
+  InterlockedDecrement(&references_);  // the caller has another
   return false;
 }
 
-void ImageLoader::request(ImageRequest request) {
-  {
-    const Lock lock(lock_);
-    auto& queue = request.image.source == ImageRef::Source::Asset ? own_
-                  : mayBeSlow(request.image.name)                 ? slow_
-                                                                  : quick_;
-    queue.push_back(std::move(request));
+bool ImageLoader::start(HWND owner, UINT message) {
+  const Lock lock(lock_);
+  owner_ = owner;
+  message_ = message;
+  started_ = true;
+  bool all = startThread(lanes_[kLocal]);
+  for (const LaneId id : {kSlow, kWeb}) {
+    const auto& queues = lanes_[id].queues;
+    if (std::any_of(queues.begin(), queues.end(), [](const auto& q) { return !q.empty(); }))
+      all = startThread(lanes_[id]) && all;
   }
-  SetEvent(wake_.get());
+  return all;
+}
+
+void ImageLoader::push(LaneId id, Urgency urgency, Job job) {
+  const Lock lock(lock_);
+  Lane& lane = lanes_[id];
+  lane.queues[urgency].push_back(std::move(job));
+  if (started_ && !ending_) startThread(lane);
+  SetEvent(lane.wake.get());
+}
+
+void ImageLoader::request(ImageRequest request) {
+  using Source = ImageRef::Source;
+  const Source source = request.image.source;
+  if (source == Source::Asset) return push(kLocal, kAssets, {std::move(request), false, {}, 0});
+  if (source == Source::IconOf) return push(kLocal, kLookups, {std::move(request), false, {}, 0});
+  const LaneId lane = mayBeSlow(request.image.name) ? kSlow : kLocal;
+  push(lane, kLoads, {std::move(request), false, {}, 0});
+}
+
+void ImageLoader::forgetCached(const std::wstring& source) {
+  if (cache_) push(kLocal, kLookups, {{{ImageRef::Source::IconOf, source}, 0, 0}, true, {}, 0});
 }
 
 std::vector<ImageResult> ImageLoader::take() {
@@ -90,13 +136,20 @@ std::vector<ImageResult> ImageLoader::take() {
 }
 
 void ImageLoader::endAndRelease(DWORD milliseconds) {
+  std::vector<HANDLE> threads;
   {
     const Lock lock(lock_);
     ending_ = true;
     owner_ = nullptr;
+    SetEvent(cancel_.get());
+    for (const Lane& lane : lanes_) {
+      SetEvent(lane.wake.get());
+      if (lane.thread) threads.push_back(lane.thread.get());
+    }
   }
-  SetEvent(wake_.get());
-  if (thread_) WaitForSingleObject(thread_.get(), milliseconds);
+  if (!threads.empty()) {
+    WaitForMultipleObjects(static_cast<DWORD>(threads.size()), threads.data(), TRUE, milliseconds);
+  }
   release();
 }
 
@@ -118,40 +171,145 @@ Bitmap ImageLoader::load(const std::wstring& imagesFolder, const ImageRef& image
   return {};
 }
 
-bool ImageLoader::next(ImageRequest& request) {
+bool ImageLoader::next(Lane& lane, Job& job, Urgency& urgency) {
+  bool saved = false;
   for (;;) {
     {
       const Lock lock(lock_);
-      if (ending_) return false;
-      for (auto* queue : {&own_, &quick_, &slow_}) {
-        if (queue->empty()) continue;
-        request = std::move(queue->front());
-        queue->pop_front();
+      for (int i = 0; !ending_ && i < kUrgencies; ++i) {
+        auto& queue = lane.queues[static_cast<std::size_t>(i)];
+        if (queue.empty()) continue;
+        urgency = static_cast<Urgency>(i);
+        job = std::move(queue.front());
+        queue.pop_front();
         return true;
       }
+      if (ending_ && (saved || !cache_)) return false;
     }
-    WaitForSingleObject(wake_.get(), INFINITE);
+    // There is time now, or it is the last chance.
+    if (cache_ && !std::exchange(saved, true))
+      cache_->save();
+    else
+      WaitForSingleObject(lane.wake.get(), INFINITE);
   }
 }
 
-void ImageLoader::work() {
+void ImageLoader::work(Lane& lane) {
   // Missing media must fail, not ask for a disk.
   SetErrorMode(SetErrorMode(0) | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   const ComApartment com;
-  ImageRequest request;
-  while (next(request)) {
-    Bitmap bitmap = load(imagesFolder_, request.image, request.edge);
-    const Lock lock(lock_);
-    results_.push_back({std::move(request), std::move(bitmap)});
-    if (owner_ != nullptr && !announced_) {
-      announced_ = PostMessageW(owner_, message_, 0, 0) != 0;
+  Job job;
+  Urgency urgency = kLoads;
+  while (next(lane, job, urgency)) {
+    // The worker must not fall over one picture.
+    try {
+      handle(lane.id, urgency, job);
+    } catch (const std::exception&) {
+      deliver(job.request, {}, true);
     }
   }
 }
 
-DWORD WINAPI ImageLoader::threadMain(void* self) {
-  auto* loader = static_cast<ImageLoader*>(self);
-  loader->work();
+void ImageLoader::handle(LaneId lane, Urgency urgency, Job& job) {
+  const ImageRef& image = job.request.image;
+  if (job.forget) {
+    cache_->forget(image.name);
+  } else if (image.source != ImageRef::Source::IconOf) {
+    deliver(job.request, load(imagesFolder_, image, job.request.edge), true);
+  } else if (urgency == kLookups) {
+    lookUp(job);
+  } else if (lane == kWeb) {
+    fetchSite(job);
+  } else {
+    loadIcon(job);
+  }
+}
+
+void ImageLoader::lookUp(Job& job) {
+  const std::wstring& source = job.request.image.name;
+  if (isAddress(source)) return lookUpAddress(job);
+  if (cache_) {
+    if (auto kept = cache_->last(source, job.request.edge); kept && !kept->bitmap.empty()) {
+      deliver(job.request, kept->bitmap, false);
+      job.shown = std::move(kept->bitmap);
+      job.time = kept->time;
+    }
+  }
+  push(mayBeSlow(source) ? kSlow : kLocal, kLoads, std::move(job));
+}
+
+void ImageLoader::lookUpAddress(Job& job) {
+  const std::wstring& address = job.request.image.name;
+  bool due = true;
+  if (cache_) {
+    if (auto kept = cache_->last(address, job.request.edge); kept) {
+      due = siteIconIsDue(kept->time, !kept->bitmap.empty(), today());
+      job.shown = std::move(kept->bitmap);
+      job.time = kept->time;
+    }
+  }
+  bool allowed = false;
+  {
+    const Lock lock(lock_);
+    allowed = webAllowed_;
+  }
+  const bool fetch = due && allowed && parseWebAddress(address);
+  // Until the site's own is there, an address looks like any page.
+  deliver(job.request,
+          job.shown.empty() ? load(imagesFolder_, job.request.image, job.request.edge) : job.shown,
+          !fetch);
+  if (fetch) push(kWeb, kLoads, std::move(job));
+}
+
+void ImageLoader::loadIcon(Job& job) {
+  const std::wstring& source = job.request.image.name;
+  const std::uint64_t time = timeOf(source);
+  // What is gone for the moment keeps the icon it had.
+  const bool same = time == 0 || (time == job.time && holdsIcons(source));
+  if (!job.shown.empty() && same) return deliver(job.request, {}, true);
+  Bitmap bitmap = load(imagesFolder_, job.request.image, job.request.edge);
+  const bool changed = !bitmap.empty() && bitmap.pixels != job.shown.pixels;
+  if (cache_ && time != 0 && !bitmap.empty() && (changed || time != job.time))
+    cache_->keep(source, job.request.edge, time, bitmap);
+  deliver(job.request, changed ? std::move(bitmap) : Bitmap{}, true);
+}
+
+void ImageLoader::fetchSite(Job& job) {
+  SiteIconRequest request{job.request.image.name, {}, job.request.edge};
+  {
+    const Lock lock(lock_);
+    request.proxy = proxy_;
+  }
+  Win32Http http(cancel_.get());
+  Win32TextCodec codec;
+  Bitmap bitmap;
+  fetchSiteIcon(
+      http, codec, request, [] { return static_cast<std::uint32_t>(GetTickCount()); },
+      [&](std::string_view bytes) {
+        bitmap = decodeIconPicture(bytes, request.edge);
+        return !bitmap.empty();
+      });
+  // What was broken off says nothing of the site.
+  if (WaitForSingleObject(cancel_.get(), 0) == WAIT_OBJECT_0) return;
+  if (cache_) {
+    // A site that cannot be reached keeps the icon it had, and is asked tomorrow.
+    const bool keepOld = bitmap.empty() && !job.shown.empty();
+    cache_->keep(request.page, request.edge, keepOld ? today() + 1 - kSiteIconDays : today(),
+                 keepOld ? job.shown : bitmap);
+  }
+  deliver(job.request, std::move(bitmap), true);
+}
+
+void ImageLoader::deliver(const ImageRequest& request, Bitmap bitmap, bool last) {
+  const Lock lock(lock_);
+  results_.push_back({request, std::move(bitmap), last});
+  if (owner_ != nullptr && !announced_) announced_ = PostMessageW(owner_, message_, 0, 0) != 0;
+}
+
+DWORD WINAPI ImageLoader::threadMain(void* context) {
+  auto* lane = static_cast<Lane*>(context);
+  ImageLoader* loader = lane->loader;
+  loader->work(*lane);
   loader->release();
   return 0;
 }

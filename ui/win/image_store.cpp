@@ -24,6 +24,12 @@ ImageStore::ImageStore(std::wstring imagesFolder)
 
 ImageStore::~ImageStore() { loader_->endAndRelease(kEndMilliseconds); }
 
+void ImageStore::useCache(const std::wstring& dataFolder) { loader_->useCache(dataFolder); }
+
+void ImageStore::setWeb(bool allowed, const std::wstring& proxy) {
+  loader_->setWeb(allowed, proxy);
+}
+
 void ImageStore::start(HWND owner, UINT message) { loader_->start(owner, message); }
 
 ImageStore::Key ImageStore::keyOf(const ImageRef& image, Size<Pixels> size) {
@@ -35,15 +41,20 @@ ImageStore::Key ImageStore::keyOf(const ImageRef& image, Size<Pixels> size) {
 bool ImageStore::deliver() {
   bool changed = false;
   for (ImageResult& result : loader_->take()) {
-    waiting_ = std::max(0, waiting_ - 1);
+    if (result.last) waiting_ = std::max(0, waiting_ - 1);
     const int edge = result.request.edge;
     const auto found = entries_.find(keyOf(result.request.image, {{edge}, {edge}}));
     // It may have been forgotten, and asked for again, meanwhile.
     if (found == entries_.end() || found->second.generation != result.request.generation) continue;
     Entry& entry = found->second;
-    entry.state = result.bitmap.empty() ? State::Failed : State::Ready;
+    if (result.bitmap.empty()) {
+      if (result.last && entry.state == State::Waiting) entry.state = State::Failed;
+      continue;
+    }
+    entry.state = State::Ready;
     entry.original = std::move(result.bitmap);
-    changed = changed || entry.state == State::Ready;
+    entry.fitted = {};
+    changed = true;
   }
   if (changed) evict();
   return changed;
@@ -99,6 +110,7 @@ const Bitmap* ImageStore::placeholder(const ImageRef& image, Size<Pixels> size) 
 }
 
 void ImageStore::forget(const ImageRef& image) {
+  if (image.source == ImageRef::Source::IconOf) loader_->forgetCached(image.name);
   std::erase_if(entries_, [&](const auto& entry) {
     return entry.first.first == std::pair(static_cast<int>(image.source), image.name);
   });

@@ -29,6 +29,13 @@ class ImageStore {
   // behind and touches nothing of ours.
   ~ImageStore();
 
+  // Keeps icons in "\IconCache" of the data folder, so that the next run shows them
+  // at once. Only before start().
+  void useCache(const std::wstring& dataFolder);
+  // Whether the icons of web addresses are fetched from their sites; not until
+  // this is called. The proxy is as HttpRequest has it. At any time.
+  void setWeb(bool allowed, const std::wstring& proxy);
+
   // Starts the worker, once the window is on screen. The message arrives there
   // whenever results are waiting for deliver(). Until then requests pile up.
   void start(HWND owner, UINT message);

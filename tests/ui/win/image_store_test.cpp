@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "platform/win32/win32_files.h"
+#include "tests/support/loopback_server.h"
 #include "tests/support/temp_folder.h"
 #include "tests/ui/win/picture_bytes.h"
 
@@ -27,9 +30,12 @@ class ImageStoreTest : public testing::Test {
 
   // Runs the message loop until nothing is under way.
   static void settle(ImageStore& store, HWND window) {
+    settle(store, window, [&] { return store.idle(); });
+  }
+  static void settle(ImageStore& store, HWND window, const std::function<bool()>& done) {
     const UINT_PTR watchdog = SetTimer(nullptr, 0, 20000, nullptr);
     MSG message{};
-    while (!store.idle() && GetMessageW(&message, nullptr, 0, 0) > 0) {
+    while (!done() && GetMessageW(&message, nullptr, 0, 0) > 0) {
       if (message.hwnd == window && message.message == kMessage) store.deliver();
       ASSERT_FALSE(message.hwnd == nullptr && message.message == WM_TIMER) << "no answer";
     }
@@ -102,6 +108,106 @@ TEST_F(ImageStoreTest, ForgottenPicturesAreReadAgain) {
   store.find(wall, {8_px, 8_px});
   settle(store, window_);
   EXPECT_EQ(colour(store.find(wall, {8_px, 8_px})), 0xFFABCDEFU);
+}
+
+class CachedImageStoreTest : public ImageStoreTest {
+ protected:
+  CachedImageStoreTest() : data_(folder_ / L"data") {}
+
+  // The colour that a run of the program ends up with.
+  std::uint32_t colourInARun(const ImageRef& image, bool web = false) {
+    ImageStore store(folder_.path());
+    store.useCache(data_);
+    if (web) store.setWeb(true, L"0");
+    store.start(window_, kMessage);
+    store.find(image, {32_px, 32_px});
+    settle(store, window_);
+    return colour(store.find(image, {32_px, 32_px}));
+  }
+  void overwriteCache(const std::string& bytes, const wchar_t* extension) {
+    Win32Files files;
+    const std::wstring cache = data_ + L"\\IconCache";
+    for (const FileInfo& file : files.list(cache, extension))
+      ASSERT_TRUE(files.write(cache + L"\\" + file.name, bytes));
+  }
+
+  const std::wstring data_;
+};
+
+TEST_F(CachedImageStoreTest, ShowsTheIconsOfTheLastRunUntilTheSourceHasChanged) {
+  Win32Files files;
+  const ImageRef icon{Source::IconOf, folder_ / L"target.ico"};
+  ASSERT_TRUE(files.write(icon.name, icoBytes(32, 0xFF00C000)));
+  EXPECT_EQ(colourInARun(icon), 0xFF00C000U);
+  // What the cache has is shown while its source stays untouched.
+  overwriteCache(pngBytes(32, 32, 0xFF010203), L".icn");
+  EXPECT_EQ(colourInARun(icon), 0xFF010203U);
+  ASSERT_TRUE(files.write(icon.name, icoBytes(32, 0xFFC00000)));
+  EXPECT_EQ(colourInARun(icon), 0xFFC00000U);
+  ASSERT_TRUE(files.remove(icon.name));
+  EXPECT_EQ(colourInARun(icon), 0xFFC00000U) << "a drive that is not there for the moment";
+}
+
+TEST_F(CachedImageStoreTest, ReplacesDamagedIcons) {
+  Win32Files files;
+  const ImageRef icon{Source::IconOf, folder_ / L"target.ico"};
+  ASSERT_TRUE(files.write(icon.name, icoBytes(32, 0xFF00C000)));
+  for (const wchar_t* what : {L".icn", L".dat"}) {
+    for (const std::string& bytes : {std::string(), std::string(500, '\0'), pngClaiming(32, 32),
+                                     pngBytes(16, 16, 0xFF112233)}) {
+      EXPECT_EQ(colourInARun(icon), 0xFF00C000U);
+      overwriteCache(bytes, what);
+      EXPECT_EQ(colourInARun(icon), 0xFF00C000U) << bytes.size();
+    }
+  }
+  overwriteCache(pngBytes(32, 32, 0xFF010203), L".icn");
+  EXPECT_EQ(colourInARun(icon), 0xFF010203U) << "and they are kept again";
+  ImageStore store(folder_.path());
+  store.useCache(data_);
+  store.start(window_, kMessage);
+  store.find(icon, {32_px, 32_px});
+  settle(store, window_);
+  store.forget(icon);
+  store.find(icon, {32_px, 32_px});
+  settle(store, window_);
+  EXPECT_EQ(colour(store.find(icon, {32_px, 32_px})), 0xFF00C000U) << "forgotten on disk, too";
+}
+
+TEST_F(CachedImageStoreTest, DrawsSitesAsTheirIconAndAsksOnce) {
+  const LoopbackServer server({{"/", httpAnswer(200, "<link rel=icon href=i.png>")},
+                               {"/i.png", httpAnswer(200, pngBytes(16, 16, 0xFF123456))},
+                               {"/bad/", httpAnswer(200, "<link rel=icon href=i.png>")},
+                               {"/bad/i.png", httpAnswer(200, pngClaiming(16, 16))}});
+  const ImageRef site{Source::IconOf, server.url(L"/")};
+  const ImageRef bad{Source::IconOf, server.url(L"/bad/")};
+  EXPECT_NE(colourInARun(site), 0xFF123456U);
+  EXPECT_TRUE(server.asked().empty()) << "not without leave";
+  EXPECT_EQ(colourInARun(site, true), 0xFF123456U);
+  const std::uint32_t anyPage = colourInARun(bad, true);
+  const auto asked = server.asked();
+  EXPECT_EQ(asked,
+            (std::vector<std::string>{"/", "/i.png", "/bad/", "/bad/i.png", "/favicon.ico"}));
+  EXPECT_EQ(colourInARun(site, true), 0xFF123456U);
+  EXPECT_EQ(colourInARun(bad, true), anyPage);
+  EXPECT_EQ(server.asked(), asked) << "neither what was found nor what failed";
+}
+
+TEST_F(CachedImageStoreTest, SlowSitesHoldUpNobody) {
+  const LoopbackServer server(std::map<std::string, std::string>{{"/silent", ""}});
+  Win32Files files;
+  const ImageRef icon{Source::IconOf, folder_ / L"target.ico"};
+  ASSERT_TRUE(files.write(icon.name, icoBytes(32, 0xFF00C000)));
+  ImageStore store(folder_.path());
+  store.useCache(data_);
+  store.setWeb(true, L"");
+  store.start(window_, kMessage);
+  store.find({Source::IconOf, server.url(L"/silent")}, {32_px, 32_px});
+  store.find({Source::IconOf, L"\\\\no-such-host-anywhere\\share\\a.txt"}, {32_px, 32_px});
+  store.find(icon, {32_px, 32_px});
+  settle(store, window_, [&] { return colour(store.find(icon, {32_px, 32_px})) == 0xFF00C000U; });
+  for (int i = 0; i < 1000 && server.asked().empty(); ++i) Sleep(10);
+  EXPECT_FALSE(server.asked().empty());
+  EXPECT_FALSE(store.idle());
 }
 
 TEST_F(ImageStoreTest, EndsWithWorkUnderWay) {
