@@ -15,7 +15,7 @@ std::string bytes(std::initializer_list<int> values) {
 }
 
 std::string chunk(const std::string& type, const std::string& data) {
-  const auto number = [](unsigned long v) {
+  const auto number = [](std::size_t v) {
     return bytes({static_cast<int>(v >> 24 & 255), static_cast<int>(v >> 16 & 255),
                   static_cast<int>(v >> 8 & 255), static_cast<int>(v & 255)});
   };
