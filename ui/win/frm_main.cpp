@@ -8,6 +8,7 @@
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
 #include "shortcuts/tags.h"
+#include "ui/scene/icon_ref.h"
 #include "ui/win/resource.h"
 #include "ui/win/system_look.h"
 #include "ui/win/win_events.h"
@@ -87,9 +88,8 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                      if (docking_.rules().collapseSide() == ScreenEdge::None)
                        forceForeground(handle());
                    }}) {
-  workspaceScene_.setIconSource([this](const clsShortcut& shortcut) {
-    return EffectivePath(shortcut, true, platform_.system);
-  });
+  workspaceScene_.setIconSource(
+      [this](const clsShortcut& shortcut) { return iconRefFor(shortcut, platform_.system).name; });
 }
 
 frmMain::~frmMain() { destroy(); }
@@ -134,6 +134,8 @@ void frmMain::show() {
   // A new user shall see the bar before it goes away for the first time.
   if (firstStart_) docking_.apply(docking_.rules().open(docking_.inputs()));
   announce(handle(), kEventLoaded);
+  images_.useCache(store_.dataFolder());
+  images_.setWeb(true, document_.settings.rssUseProxy);
   images_.start(handle(), kMsgImages);
   extras_.applySettings();
 }
