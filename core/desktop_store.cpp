@@ -148,6 +148,14 @@ bool DesktopStore::adoptRecovery(std::wstring& mainPath) {
   return false;
 }
 
+namespace {
+bool isListed(const std::vector<FileInfo>& folder, const std::wstring& path) {
+  const std::wstring name = path.substr(path.find_last_of(L'\\') + 1);
+  return std::any_of(folder.begin(), folder.end(),
+                     [&](const FileInfo& info) { return info.name == name; });
+}
+}  // namespace
+
 void DesktopStore::readFromDisk(const std::wstring& mainPath, Loading& loading) {
   const FileBytes mainFile = files_.read(mainPath);
   if (mainFile.status)
@@ -156,8 +164,9 @@ void DesktopStore::readFromDisk(const std::wstring& mainPath, Loading& loading) 
   else if (mainFile.status.kind != FileStatus::Kind::NotFound)
     loading.report.add(mainPath, 0, L"The file cannot be read. " + mainFile.status.reason);
 
+  const std::vector<FileInfo> inFolder = files_.list(containersFolder(), L".con");
   std::uint64_t bytes = 0;
-  for (const FileInfo& info : files_.list(containersFolder(), L".con")) bytes += info.size;
+  for (const FileInfo& info : inFolder) bytes += info.size;
   // A guess that saves moving everything about as the table grows.
   loading.document.workspace.shortcuts.reserve(
       static_cast<std::size_t>(std::min(bytes, kMostBytesToReserveFor) / kBytesOfAShortcut));
@@ -172,8 +181,10 @@ void DesktopStore::readFromDisk(const std::wstring& mainPath, Loading& loading) 
                         loading.report);
     else
       loading.report.add(path, 0, L"The file cannot be read. " + file.status.reason);
+    // A drive that has gone answers like this for every number there is.
+    if (!file.status && !isListed(inFolder, path)) break;
   }
-  for (const std::wstring& stranger : strangers())
+  for (const std::wstring& stranger : strangersAmong(inFolder))
     loading.report.add(stranger, 0,
                        L"The file is not read, because a number before it is missing.");
 }
@@ -201,9 +212,10 @@ bool DesktopStore::isOwnContainerFile(std::wstring_view name) const {
 }
 
 // Container files that the next save would delete although nobody has read them.
-std::vector<std::wstring> DesktopStore::strangers() {
+std::vector<std::wstring> DesktopStore::strangersAmong(
+    const std::vector<FileInfo>& inFolder) const {
   std::vector<std::wstring> paths;
-  for (const FileInfo& info : files_.list(containersFolder(), L".con"))
+  for (const FileInfo& info : inFolder)
     if (!info.isFolder && !isOwnContainerFile(info.name))
       paths.push_back(containersFolder() + L"\\" + info.name);
   std::sort(paths.begin(), paths.end());
@@ -232,7 +244,7 @@ SaveResult DesktopStore::SaveDesktop(const Document& document, bool recovery) {
 }
 
 SaveResult DesktopStore::backUpWhatIsAtRisk() {
-  for (std::wstring& stranger : strangers())
+  for (std::wstring& stranger : strangersAmong(files_.list(containersFolder(), L".con")))
     if (std::find(toBackUp_.begin(), toBackUp_.end(), stranger) == toBackUp_.end())
       toBackUp_.push_back(std::move(stranger));
   if (toBackUp_.empty()) return {};

@@ -71,7 +71,7 @@ class DesktopStore {
   void readFromDisk(const std::wstring& mainPath, Loading& loading);
   void readFromState(const SavedState& state, Loading& loading);
 
-  std::vector<std::wstring> strangers();
+  std::vector<std::wstring> strangersAmong(const std::vector<FileInfo>& inFolder) const;
   bool isOwnContainerFile(std::wstring_view name) const;
   SaveResult backUpWhatIsAtRisk();
   SaveResult writeJournal(const SavedState& state);

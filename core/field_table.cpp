@@ -42,7 +42,7 @@ bool readTwips(std::string_view value, bool whole, bool mayBeNegative, Twips& ta
 
 }  // namespace
 
-bool readAnyMember(ValueKind kind, void* member, std::string_view value, const LineReader& lines) {
+bool readMember(ValueKind kind, void* member, std::string_view value, const LineReader& lines) {
   switch (kind) {
     case ValueKind::Flag:
     case ValueKind::Word:

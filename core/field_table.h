@@ -109,28 +109,7 @@ struct FileReading {
 // Converts a trimmed value into the member. False when that is impossible; the
 // member then keeps its value, except that text is taken with U+FFFD in place of
 // what stands for no character.
-bool readAnyMember(ValueKind kind, void* member, std::string_view value, const LineReader& lines);
-// Decides the most frequent kinds and values here, so that a reader which knows
-// its rows at compile time has them inlined.
-inline bool readMember(ValueKind kind, void* member, std::string_view value,
-                       const LineReader& lines) {
-  if (kind == ValueKind::Text) return lines.decode(value, *static_cast<std::wstring*>(member));
-  if ((kind == ValueKind::Flag || kind == ValueKind::Word) && value.size() == 1 &&
-      (value[0] == '0' || value[0] == '1')) {
-    *static_cast<bool*>(member) = value[0] == '1';
-    return true;
-  }
-  int whole = 0;
-  if ((kind == ValueKind::Position || kind == ValueKind::Single) && value.size() <= 7 &&
-      parseShortInteger(value, whole)) {
-    if (kind == ValueKind::Position)
-      static_cast<Twips*>(member)->value = static_cast<float>(whole);
-    else
-      *static_cast<float*>(member) = static_cast<float>(whole);
-    return true;
-  }
-  return readAnyMember(kind, member, value, lines);
-}
+bool readMember(ValueKind kind, void* member, std::string_view value, const LineReader& lines);
 void writeMember(ValueKind kind, const void* member, LineWriter& out);
 // The lines up to kNoteEnd, joined by CR LF.
 void readNote(FileReading& in, std::wstring& note);
@@ -138,8 +117,7 @@ void readNote(FileReading& in, std::wstring& note);
 // Reads the value that follows a key line. A missing value, at the end of the
 // file, and a bad one are reported. False only when it is missing.
 template <class Record>
-[[gnu::always_inline]] inline bool readField(const Field<Record>& row, Record& record,
-                                             FileReading& in) {
+bool readField(const Field<Record>& row, Record& record, FileReading& in) {
   if (row.kind == ValueKind::Note) {
     readNote(in, *static_cast<std::wstring*>(row.member(record)));
     return true;

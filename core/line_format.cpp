@@ -144,8 +144,7 @@ LineReader::LineReader(std::string_view bytes, TextCodec& codec)
 
 bool LineReader::decode(std::string_view bytes, std::wstring& text) const {
   if (encoding_ == Encoding::Ascii || isAscii(bytes)) {
-    text.resize(bytes.size());
-    for (std::size_t i = 0; i < bytes.size(); ++i) text[i] = static_cast<unsigned char>(bytes[i]);
+    assignAscii(text, bytes);
     return true;
   }
   if (encoding_ == Encoding::Utf8) {

@@ -58,6 +58,33 @@ inline bool parseShortInteger(std::string_view value, int& number) {
   return true;
 }
 
+// The first CR or LF, or end.
+inline const char* findLineEnd(const char* p, const char* end) {
+  // As many bytes at a time as the machine calculates with. Of the bytes below
+  // the one after CR the lowest is marked for certain, and tabs are as rare.
+  using Word = std::size_t;
+  constexpr Word kOnes = static_cast<Word>(-1) / 0xFF;
+  static_assert(std::endian::native == std::endian::little);
+  for (;;) {
+    for (; end - p >= static_cast<std::ptrdiff_t>(sizeof(Word)); p += sizeof(Word)) {
+      Word word;
+      std::memcpy(&word, p, sizeof word);
+      if (const Word low = (word - kOnes * ('\r' + 1)) & ~word & (kOnes << 7); low != 0) {
+        p += std::countr_zero(low) / 8;
+        break;
+      }
+    }
+    if (p == end || *p == '\r' || *p == '\n') return p;
+    ++p;
+  }
+}
+
+// Each byte becomes one character.
+inline void assignAscii(std::wstring& text, std::string_view ascii) {
+  const auto* const first = reinterpret_cast<const unsigned char*>(ascii.data());
+  text = std::wstring(first, first + ascii.size());
+}
+
 // Splits bytes into lines ended by CR LF, a lone LF or a lone CR. In every ANSI
 // code page of the platform these bytes stand for nothing else.
 class LineReader {
@@ -102,25 +129,14 @@ class LineReader {
   // character; they are then replaced by U+FFFD.
   bool decode(std::string_view bytes, std::wstring& text) const;
 
- private:
-  // Eight bytes at a time: the lowest marked byte is the first line break.
-  static const char* findLineEnd(const char* p, const char* end) {
-    constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
-    const auto matches = [](std::uint64_t word, char c) {
-      const std::uint64_t x = word ^ (kOnes * static_cast<unsigned char>(c));
-      return (x - kOnes) & ~x & (kOnes << 7);
-    };
-    static_assert(std::endian::native == std::endian::little);
-    for (; end - p >= 8; p += 8) {
-      std::uint64_t word;
-      std::memcpy(&word, p, sizeof word);
-      if (const std::uint64_t found = matches(word, '\r') | matches(word, '\n'); found != 0)
-        return p + std::countr_zero(found) / 8;
-    }
-    while (p != end && *p != '\r' && *p != '\n') ++p;
-    return p;
-  }
+  // For readers that know what comes: the bytes not read yet, and the step over
+  // some of them, which must be whole lines.
+  std::string_view rest() const { return {at_, static_cast<std::size_t>(end_ - at_)}; }
+  void skip(std::size_t bytes, std::size_t lines) { at_ += bytes, lineNumber_ += lines; }
+  // Whether all bytes of the file are ASCII.
+  bool ascii() const { return encoding_ == Encoding::Ascii; }
 
+ private:
   TextCodec& codec_;
   const char* at_;
   const char* end_;

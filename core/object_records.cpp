@@ -3,6 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "core/usual_form.h"
+
 namespace varnowick {
 namespace {
 
@@ -35,9 +37,8 @@ constexpr std::array<Field<clsShortcut>, 15> kShortcutFields{{
 
 // The fields stand by position, so a line that is not the expected key is only
 // worth a remark: what follows it is the value all the same.
-template <std::size_t Row>
-bool readRow(FileReading& in, clsShortcut& shortcut) {
-  constexpr const Field<clsShortcut>& row = kShortcutFields[Row];
+[[gnu::noinline]] bool readRow(const Field<clsShortcut>& row, FileReading& in,
+                               clsShortcut& shortcut) {
   if (!in.lines.nextIs(row.key)) {
     std::string_view line;
     if (!in.lines.next(line)) return false;
@@ -51,9 +52,30 @@ bool readRow(FileReading& in, clsShortcut& shortcut) {
 template <std::size_t... Row>
 std::size_t readRows(FileReading& in, std::size_t rows, clsShortcut& shortcut,
                      std::index_sequence<Row...>) {
-  std::size_t read = 0;
-  static_cast<void>(((Row < rows && readRow<Row>(in, shortcut) && (++read, true)) && ...));
-  return read;
+  const bool ascii = in.lines.ascii();
+  const char* const end = in.lines.rest().data() + in.lines.rest().size();
+  const char* settled = in.lines.rest().data();
+  const char* at = settled;
+  std::size_t count = 0;
+  std::size_t lines = 0;  // between settled and at
+  const auto read = [&](const Field<clsShortcut>& row) __attribute__((always_inline)) {
+    if (count == rows) return false;
+    if (const char* next = usual::pair(row, shortcut, at, end, ascii)) {
+      at = next;
+      lines += 2;
+    } else {
+      in.lines.skip(static_cast<std::size_t>(at - settled), lines);
+      const bool whole = readRow(row, in, shortcut);
+      settled = at = in.lines.rest().data();
+      lines = 0;
+      if (!whole) return false;
+    }
+    ++count;
+    return true;
+  };
+  static_cast<void>((read(kShortcutFields[Row]) && ...));
+  in.lines.skip(static_cast<std::size_t>(at - settled), lines);
+  return count;
 }
 
 }  // namespace
@@ -102,14 +124,14 @@ void readPicture(FileReading& in, Panel panel, Workspace& workspace) {
 void readShortcut(FileReading& in, std::size_t rows, Panel panel, Workspace& workspace,
                   std::size_t& count) {
   // Filled where it will lie, which spares moving its texts about.
-  const ShortcutSlot slot = workspace.shortcuts.add({});
+  const ShortcutSlot slot = workspace.shortcuts.add();
   clsShortcut& shortcut = workspace.shortcuts[slot];
   shortcut.parent = panel;
   const std::size_t read =
       readRows(in, rows, shortcut, std::make_index_sequence<kShortcutFields.size()>());
   if (read < rows) in.problem(L"A shortcut is not complete.");
   if (read == 0) return workspace.shortcuts.remove(slot);
-  if (shortcut.Icon == L"TEMP") shortcut.Icon.clear();
+  if (shortcut.Icon == std::wstring_view(L"TEMP")) shortcut.Icon.clear();
 
   const std::size_t limit = panel.isMain() ? kMaxShortcutsOnMainPanel : kMaxShortcutsInContainer;
   if (count >= limit) {

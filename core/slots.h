@@ -28,12 +28,16 @@ class SlotTable {
  public:
   // Puts the object into the lowest free slot.
   SlotType add(Object object) {
+    const SlotType slot = add();
+    entries_[index(slot)].object = std::move(object);
+    return slot;
+  }
+  // The same with an object as it is when new, made where it will lie.
+  SlotType add() {
     while (firstFree_ < entries_.size() && entries_[firstFree_].InUse) ++firstFree_;
     const std::size_t at = firstFree_++;
-    if (at == entries_.size())
-      entries_.push_back({true, std::move(object)});
-    else
-      entries_[at] = {true, std::move(object)};
+    if (at == entries_.size()) entries_.emplace_back();
+    entries_[at].InUse = true;
     ++count_;
     return {static_cast<int>(at)};
   }
