@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "platform/win32/common_controls.h"
+
 namespace varnowick {
 
 int Win32MsgBox::show(const std::wstring& text, unsigned style, const std::wstring& caption) {
@@ -13,6 +15,7 @@ int Win32MsgBox::show(const std::wstring& text, unsigned style, const std::wstri
     owner = GetLastActivePopup(owner);
     if (!IsWindowVisible(owner) || !IsWindowEnabled(owner)) owner = nullptr;
   }
+  CommonControls::get();
   return MessageBoxW(owner, text.c_str(), caption.c_str(), style | MB_SETFOREGROUND);
 }
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/win32/common_controls.h"
+
 namespace varnowick {
 namespace {
 
@@ -42,15 +44,19 @@ BalloonTooltip::~BalloonTooltip() {
 }
 
 bool BalloonTooltip::attach(HWND owner) {
-  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES};
-  InitCommonControlsEx(&controls);
+  owner_ = owner;
   Create options;
   options.className = L"VarnowickTooltipTimer";
   options.owner = HWND_MESSAGE;
-  if (!create(options)) return false;
+  return create(options);
+}
+
+bool BalloonTooltip::makeTooltip() {
+  if (tooltip_ != nullptr && IsWindow(tooltip_)) return true;
+  CommonControls::get();
   tooltip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                              WS_POPUP | TTS_BALLOON | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0,
-                             owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+                             owner_, nullptr, GetModuleHandleW(nullptr), nullptr);
   if (tooltip_ == nullptr) return false;
   TTTOOLINFOW tool = toolOf(handle());
   wchar_t none[] = L"";
@@ -95,7 +101,7 @@ void BalloonTooltip::await(UINT milliseconds) { SetTimer(handle(), kTimer, milli
 void BalloonTooltip::show() {
   Content content = content_(node_);
   std::wstring& text = content.text.text;
-  if (text.empty() || content.screen.empty()) {
+  if (text.empty() || content.screen.empty() || !makeTooltip()) {
     KillTimer(handle(), kTimer);
     return;
   }

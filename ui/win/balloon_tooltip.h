@@ -1,16 +1,6 @@
 // Balloon tooltips of scene nodes: shown when the mouse rests on a node that has
 // something to say, gone as soon as the mouse moves on. What it says comes from
 // its owner; it knows nodes by id only.
-//
-// Wiring: frmMain holds a BalloonTooltip made with a function that gives the text
-// and the node's rectangle on the screen; it runs only when the tooltip is about
-// to be shown, and an empty text means none:
-//   [this](NodeId n) -> BalloonTooltip::Content {
-//     return {tooltipText(n, scene, settings, workspace, &measure_, density),
-//             view_.toClient(n) moved by the client origin}; }
-// attach(handle()) in open(). Then: hover(view_.input().hovered()) after every
-// view_.mouseMoved; hide() on WM_MOUSELEAVE, any button, wheel and key, when a
-// menu, a drag or the jump-to box begins, and in prepareCollapse.
 #pragma once
 
 #include <windows.h>
@@ -32,7 +22,8 @@ class BalloonTooltip final : private Window {
   explicit BalloonTooltip(std::function<Content(NodeId)> content) : content_(std::move(content)) {}
   ~BalloonTooltip() override;
 
-  // The window that the tooltips belong to. False when the system refuses.
+  // The window that the tooltips belong to; they get their own window when the
+  // first is shown. False when the system refuses.
   bool attach(HWND owner);
   // The mouse is on that node now, or on none. A mouse that moves on hides what
   // is shown and begins to wait anew.
@@ -40,17 +31,19 @@ class BalloonTooltip final : private Window {
   // Nothing is shown until the mouse has moved again.
   void hide();
   bool shown() const { return shown_; }
-  HWND window() const { return tooltip_; }
+  HWND window() const { return tooltip_; }  // nullptr until then
 
  protected:
   LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  bool makeTooltip();
   void show();
   void take();
   void await(UINT milliseconds);
 
   std::function<Content(NodeId)> content_;
+  HWND owner_ = nullptr;
   HWND tooltip_ = nullptr;
   NodeId node_;
   POINT rest_{};  // where the mouse came to rest

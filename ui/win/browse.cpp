@@ -6,6 +6,7 @@
 #include <array>
 #include <vector>
 
+#include "platform/win32/common_controls.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_system.h"
 #include "shortcuts/paths.h"
@@ -14,6 +15,27 @@ namespace varnowick {
 namespace {
 
 constexpr std::size_t kMostPath = 32'768;
+
+// Found when first needed: loading the library with the program would delay every
+// start.
+struct CommonDialogs {
+  decltype(&::GetOpenFileNameW) getOpenFileName = nullptr;  // nullptr where it is missing
+  decltype(&::ChooseColorW) chooseColor = nullptr;
+
+  static const CommonDialogs& get() {
+    CommonControls::get();
+    // Never freed: what the user has installed into these dialogs may still run.
+    static const CommonDialogs* const functions = new CommonDialogs;
+    return *functions;
+  }
+
+ private:
+  CommonDialogs() : library_(L"comdlg32.dll") {
+    library_.bind("GetOpenFileNameW", getOpenFileName);
+    library_.bind("ChooseColorW", chooseColor);
+  }
+  SystemLibrary library_;
+};
 
 std::wstring currentFolder() {
   std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
@@ -74,7 +96,8 @@ std::optional<std::wstring> browseForFile(HWND owner, const FileChoice& choice,
   open.lpstrTitle = choice.title;
   open.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY |
                OFN_NOCHANGEDIR | OFN_NODEREFERENCELINKS | OFN_DONTADDTORECENT;
-  if (!GetOpenFileNameW(&open) || path[0] == 0) return std::nullopt;
+  const auto show = CommonDialogs::get().getOpenFileName;
+  if (show == nullptr || !show(&open) || path[0] == 0) return std::nullopt;
   return std::wstring(path.data());
 }
 
@@ -91,6 +114,7 @@ std::optional<std::wstring> browseForFolder(HWND owner, const wchar_t* title,
   browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
   browse.lpfn = &selectStart;
   browse.lParam = reinterpret_cast<LPARAM>(folder.c_str());
+  CommonControls::get();
   const LPITEMIDLIST chosen = SHBrowseForFolderW(&browse);
   if (chosen == nullptr) return std::nullopt;
   path[0] = 0;
@@ -112,7 +136,8 @@ std::optional<COLORREF> chooseColour(HWND owner, COLORREF start) {
   choose.rgbResult = start;
   choose.lpCustColors = own.data();
   choose.Flags = CC_RGBINIT | CC_ANYCOLOR | CC_FULLOPEN;
-  if (!ChooseColorW(&choose)) return std::nullopt;
+  const auto show = CommonDialogs::get().chooseColor;
+  if (show == nullptr || !show(&choose)) return std::nullopt;
   return choose.rgbResult;
 }
 

@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "platform/win32/common_controls.h"
 #include "ui/win/system_look.h"
 
 namespace varnowick {
@@ -116,6 +117,7 @@ INT_PTR Dialog::showModal(HWND owner) {
     t.text(row.text);
     t.word(0);
   }
+  CommonControls::get();
   return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.get(), owner, &Dialog::procedure,
                                  reinterpret_cast<LPARAM>(this));
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/win32/common_controls.h"
 #include "ui/scene/jump_row.h"
 
 namespace varnowick {
@@ -20,14 +21,20 @@ constexpr int kMostVisible = 12;
 
 PicJumpToLink::~PicJumpToLink() { destroy(); }
 
-bool PicJumpToLink::attach(HWND parent, Density density) {
+void PicJumpToLink::attach(HWND parent, Density density) {
+  parent_ = parent;
   density_ = density;
+}
+
+bool PicJumpToLink::makeWindows() {
+  if (handle() != nullptr) return true;
   Create options;
   options.className = L"VarnowickJumpBox";
   options.title = L"Jump to";
   options.style = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
-  options.owner = parent;
+  options.owner = parent_;
   if (!create(options)) return false;
+  CommonControls::get();
   // Screen readers take the label before a control for its name.
   addChild(L"STATIC", L"Jump to", 0, -1);
   cboSearch_ = addChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, kSearchId);
@@ -143,6 +150,7 @@ void PicJumpToLink::invalidate() {
 }
 
 void PicJumpToLink::open() {
+  if (!makeWindows()) return;
   if (!shown_) {
     shown_ = true;
     SetWindowTextW(cboSearch_, L"");
@@ -157,7 +165,7 @@ void PicJumpToLink::close() {
   const bool focused = hasFocus();
   shown_ = false;
   // The focus first: hiding the window that has it would give it to nobody.
-  if (focused) SetFocus(GetParent(handle()));
+  if (focused) SetFocus(parent_);
   ShowWindow(handle(), SW_HIDE);
   clear();
   if (callbacks_.closed) callbacks_.closed();
@@ -250,8 +258,7 @@ bool PicJumpToLink::apply(const KeyDecision& decision) {
     case KeyAction::JumpType: {
       // The character that the key stands for on this keyboard waits already.
       MSG typed{};
-      const bool waits =
-          PeekMessageW(&typed, GetParent(handle()), WM_CHAR, WM_CHAR, PM_REMOVE) != FALSE;
+      const bool waits = PeekMessageW(&typed, parent_, WM_CHAR, WM_CHAR, PM_REMOVE) != FALSE;
       open();
       SendMessageW(cboSearch_, WM_CHAR, waits ? typed.wParam : decision.typed, 1);
       return true;

@@ -15,7 +15,7 @@ class JumpBoxTest : public testing::Test {
     ASSERT_NE(parent_, nullptr);
     SetForegroundWindow(parent_);
     SetFocus(parent_);
-    ASSERT_TRUE(box_.attach(parent_, Density{}));
+    box_.attach(parent_, Density{});
     box_.setPalette(makePalette({}));
     box_.place({{0}, {30}, {300}, {440}});
     entries_ = {{{0}, L"Mail", 0},
