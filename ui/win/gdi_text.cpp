@@ -199,6 +199,38 @@ Size<Pixels> measureGdiText(HDC dc, GdiFonts& fonts, Density density, std::wstri
   return style.rotation == 0 ? size : Size<Pixels>{size.height, size.width};
 }
 
+void GdiTextMeasure::measureLetters(const TextStyle& style) {
+  letters_ = {false, style.face, style.points, style.bold, {}, 0};
+  std::array<wchar_t, 95> all{};
+  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<wchar_t>(L' ' + i);
+  const int count = static_cast<int>(all.size());
+  const SelectionGuard font(dc_.get(), fonts_.get(style, density_));
+  SIZE extent{};
+  TEXTMETRICW metrics{};
+  // Where each letter ends when all stand in one line. GDI does not kern.
+  std::array<int, 95>& widths = letters_.widths;
+  letters_.known = GetTextExtentExPointW(dc_.get(), all.data(), count, 0, nullptr, widths.data(),
+                                         &extent) != 0 &&
+                   GetTextMetricsW(dc_.get(), &metrics) != 0;
+  for (std::size_t i = widths.size() - 1; i > 0; --i) widths[i] -= widths[i - 1];
+  letters_.height = static_cast<int>(metrics.tmHeight);
+}
+
+Size<Pixels> GdiTextMeasure::measure(std::wstring_view text, const TextStyle& style,
+                                     Pixels maxWidth) {
+  const auto isPlain = [](wchar_t c) { return c >= L' ' && c <= L'~'; };
+  if (style.rotation == 0 && !style.wrap && !style.underline && !text.empty() &&
+      text.size() <= kMaxLineChars && std::all_of(text.begin(), text.end(), isPlain)) {
+    if (!isOf(style)) measureLetters(style);
+    if (letters_.known) {
+      int width = 0;
+      for (const wchar_t c : text) width += letters_.widths[static_cast<std::size_t>(c - L' ')];
+      return {{width}, {letters_.height}};
+    }
+  }
+  return measureGdiText(dc_.get(), fonts_, density_, text, style, maxWidth);
+}
+
 void drawGdiText(HDC dc, GdiFonts& fonts, Density density, const PixelRect& rect,
                  std::wstring_view text, const TextStyle& style) {
   if (rect.empty() || text.empty()) return;
