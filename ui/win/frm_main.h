@@ -80,6 +80,7 @@ class frmMain final : public Window, private LaunchHost {
   void applyPalette();
 
   // Editing (frm_main_editing.cpp)
+  Point<Pixels> toScreen(POINT client) const;
   Point<Twips> toScene(Point<Pixels> screen) const;
   void onGesture(const GestureEvent& event);
   void moveBar(const GestureEvent& event);
@@ -107,6 +108,10 @@ class frmMain final : public Window, private LaunchHost {
   void startMany(const std::function<void(StartMany&)>& start);
   // The shortcut that a command is about: the selected one, else the focused one.
   ShortcutSlot currentShortcut() const;
+  // What commands for selected shortcuts work on: several, or the focused one.
+  bool anythingSelected() const {
+    return !editor_.selection().empty() || !currentShortcut().none();
+  }
   void editShortcut(ShortcutSlot slot, const std::wstring& error);
   void showMenu(MenuId menu, POINT screen);
   void addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const;

@@ -10,6 +10,13 @@ constexpr int kResizeGrip = 5;  // pixels at 96 dots per inch
 
 }  // namespace
 
+// Where a button went down or up. The cursor itself may be elsewhere by the time
+// the message is handled, and a drag would begin at the wrong place.
+Point<Pixels> frmMain::toScreen(POINT client) const {
+  ClientToScreen(handle(), &client);
+  return {{client.x}, {client.y}};
+}
+
 LRESULT frmMain::onHitTest(POINT screen) const {
   // Only an expanded or floating bar can be resized, at the side away from its
   // edge; the collapsed strip must stay client area.
@@ -54,7 +61,7 @@ void frmMain::onLeftDown(POINT client) {
   const bool ctrl = GetKeyState(VK_CONTROL) < 0;
   editor_.pressed(node, ctrl);
   if (!shortcutOf(node).none()) view_.focus(node);
-  gestures_.press(node, platform_.cursor.position(), ctrl, document_.settings.locked);
+  gestures_.press(node, toScreen(client), ctrl, document_.settings.locked);
   view_.invalidate();
 }
 
@@ -70,7 +77,7 @@ void frmMain::onDoubleClick(POINT client) {
 }
 
 void frmMain::onLeftUp(POINT client) {
-  const auto event = gestures_.release(platform_.cursor.position());
+  const auto event = gestures_.release(toScreen(client));
   const NodeId node = view_.mouseReleased(client);
   ReleaseCapture();
   if (!event) return;
@@ -147,7 +154,7 @@ void frmMain::onKeyDown(int key) {
   state.suppressed = modal_.active();
   state.jumpBoxShown = jumping;
   state.jumpBoxHasText = extras_.jump().hasText();
-  state.shortcutSelected = !currentShortcut().none();
+  state.shortcutSelected = anythingSelected();
   state.barExpanded =
       docking_.rules().expanded() && docking_.rules().collapseSide() == ScreenEdge::None;
   apply(decideKey(key, modifiers, state));

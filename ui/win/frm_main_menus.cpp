@@ -28,7 +28,7 @@ CommandState frmMain::commandState() const {
   state.suspended = docking_.rules().suspended();
   state.translucent = document_.settings.translucent;
   state.align = document_.settings.align;
-  state.shortcutSelected = !currentShortcut().none();
+  state.shortcutSelected = anythingSelected();
   state.canUndo = editor_.canUndo() && !document_.settings.locked;
   return state;
 }
