@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "tests/e2e/harness/waiting.h"
 
@@ -163,6 +164,41 @@ std::string containerFile(const ContainerRow& c) {
   for (const auto& [key, value] : sizes) file += line(key) + line(number(value));
   for (const ShortcutRow& s : c.shortcuts) file += shortcutRecord(s, true);
   return file;
+}
+
+std::map<std::string, std::string> savedShortcut(const std::string& file,
+                                                 const std::string& caption) {
+  std::istringstream lines(file);
+  std::map<std::string, std::string> record;
+  std::string text;
+  const auto next = [&] {
+    if (!std::getline(lines, text)) return false;
+    if (!text.empty() && text.back() == '\r') text.pop_back();
+    return true;
+  };
+  bool more = next();
+  while (more) {
+    if (text != "[Link]") {
+      more = next();
+      continue;
+    }
+    record.clear();
+    while ((more = next()) && text != "[Link]") {
+      const std::string key = text;
+      if (!(more = next())) break;
+      record.emplace(key, text);
+    }
+    if (record["[LinkLabel]"] == caption) return record;
+  }
+  return {};
+}
+
+std::size_t countSavedShortcuts(const std::string& file) {
+  const std::string start = "\r\n[Link]\r\n";
+  std::size_t count = 0;
+  for (std::size_t at = file.find(start); at != std::string::npos; at = file.find(start, at + 1))
+    ++count;
+  return count;
 }
 
 }  // namespace varnowick::e2e

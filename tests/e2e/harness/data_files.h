@@ -3,6 +3,7 @@
 // and knows nothing of the program's code, so that it can tell it wrong.
 #pragma once
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -55,6 +56,12 @@ class SettingsFile {
 };
 
 std::string containerFile(const ContainerRow& container);
+
+// The lines of the shortcut of that caption in a file that the program has
+// written, by key: "[LinkPath]" and so on. Empty when there is none.
+std::map<std::string, std::string> savedShortcut(const std::string& file,
+                                                 const std::string& caption);
+std::size_t countSavedShortcuts(const std::string& file);
 
 // The left edge of the collapsed bar, in twips.
 inline constexpr int kBarWidth = 3000;

@@ -1,0 +1,185 @@
+// What other programs drop on the bar or leave on the clipboard becomes
+// shortcuts, and nothing else.
+#include "tests/e2e/harness/drag_source.h"
+#include "tests/e2e/program_test.h"
+
+namespace varnowick::e2e {
+namespace {
+
+using Record = std::map<std::string, std::string>;
+
+struct Expected {
+  std::string caption;
+  std::string type;
+  std::string path;
+  std::string parameters{};
+  bool asks = false;  // before it is started
+};
+
+class DropTest : public ProgramTest {
+ protected:
+  std::string recovery() { return folder().read(L"Varnowick.REC"); }
+  std::string container() { return folder().read(L"Containers\\0.con"); }
+  DialogWindow message() { return waitForDialog(program().process(), kTitle); }
+
+  Bar startOpen() {
+    folder().write(L"Varnowick.ini", SettingsFile().bytes());
+    folder().write(L"Containers\\0.con", containerFile({.name = L"Tools"}));
+    Bar bar = startBar();
+    bar.expand();
+    return bar;
+  }
+  // An empty place of the main panel, below the container.
+  POINT placeOnPanel(const Bar& bar) {
+    const RECT r = bar.rect();
+    return {(r.left + r.right) / 2, r.top + (r.bottom - r.top) * 3 / 4};
+  }
+  POINT placeInContainer(const Bar& bar) {
+    return centreOf(bar.accessible().waitFor(L"Tools", ROLE_SYSTEM_GROUPING).rect);
+  }
+  // Drops on a bar that may have gone back meanwhile.
+  void drop(Bar& bar, const Offer& offer, const std::function<POINT()>& place) {
+    DragSource source(offer);
+    if (!bar.isOut()) bar.expand();
+    const POINT at = place();
+    require(L"the bar to be reachable with the mouse",
+            [&] { return WindowFromPoint(at) == bar.window(); });
+    events().expect(kEventSaved, L"saved",
+                    [&] { EXPECT_NE(source.dragTo(at), static_cast<DWORD>(DROPEFFECT_NONE)); });
+  }
+  void check(const std::string& file, const std::vector<Expected>& all) {
+    EXPECT_EQ(countSavedShortcuts(file), all.size());
+    for (const Expected& e : all) {
+      SCOPED_TRACE(e.caption);
+      Record record = savedShortcut(file, e.caption);
+      EXPECT_EQ(record["[LinkType]"], e.type);
+      EXPECT_EQ(record["[LinkPath]"], e.path);
+      EXPECT_EQ(record["[LinkParam]"], e.parameters);
+      EXPECT_EQ(record["[Confirm]"], e.asks ? "1" : "0");
+    }
+  }
+};
+using MainDrop = DropTest;
+
+TEST_F(MainDrop, FilesFoldersAndLinksBecomeWhatTheyLeadTo) {
+  const std::wstring probe = folder().addLaunchProbe();
+  const std::wstring text = folder().file(L"A letter.txt");
+  const std::wstring below = folder().file(L"Folder.of things");
+  const std::wstring shellLink = folder().file(L"Probe link.lnk");
+  const std::wstring webLink = folder().file(L"Page.url");
+  writeFile(text, "letter");
+  CreateDirectoryW(below.c_str(), nullptr);
+  writeShellLink(shellLink, probe, L"-a \"b c\"");
+  writeFile(webLink, "[InternetShortcut]\r\nURL=http://example.org/page\r\n");
+  Bar bar = startOpen();
+  drop(bar, offerFiles({text, probe, below, shellLink, webLink}),
+       [&] { return placeOnPanel(bar); });
+  check(recovery(), {{"A letter.txt", " 2", ansi(text)},
+                     {"launch_probe", " 2", ansi(probe)},
+                     {"Folder.of things", " 2", ansi(below)},
+                     {"Probe link", " 2", ansi(probe), "-a \"b c\""},
+                     {"Page", " 1", "http://example.org/page"}});
+  EXPECT_EQ(countSavedShortcuts(container()), 0U);
+  EXPECT_FALSE(launched(probe));
+}
+
+TEST_F(MainDrop, AnAddressKeepsItsTitleAndAsksBeforeItStarts) {
+  Bar bar = startOpen();
+  drop(bar, offerAddress(L"https://example.org/a?b=c", L"The title of the page"),
+       [&] { return placeInContainer(bar); });
+  check(container(), {{"The title of the page", " 1", "https://example.org/a?b=c", "", true}});
+  EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
+}
+
+TEST_F(DropTest, ATextGivesItsAddresses) {
+  Bar bar = startOpen();
+  drop(bar, offerText(L"See http://one.example/x, or www.two.example."),
+       [&] { return placeOnPanel(bar); });
+  EXPECT_EQ(countSavedShortcuts(recovery()), 2U);
+  EXPECT_EQ(savedShortcut(recovery(), "one.example")["[LinkPath]"], "http://one.example/x");
+}
+
+TEST_F(DropTest, TheClipboardIsReadLikeADrop) {
+  const std::wstring text = folder().file(L"A letter.txt");
+  writeFile(text, "letter");
+  Bar bar = startOpen();
+  const struct {
+    Offer offer;
+    Expected expected;
+  } rows[] = {
+      {offerFiles({text}), {"A letter.txt", " 2", ansi(text)}},
+      {offerText(L" http://example.org/x \r\n"),
+       {"example.org", " 1", "http://example.org/x", "", true}},
+      {offerAddress(L"http://example.org/y", L"Title"),
+       {"Title", " 1", "http://example.org/y", "", true}},
+  };
+  std::vector<Expected> all;
+  for (const auto& row : rows) {
+    putOnClipboard(row.offer);
+    bar.focus();
+    events().expect(kEventSaved, L"saved", [] { keyboard::chord({VK_CONTROL, 'V'}); });
+    all.push_back(row.expected);
+    check(recovery(), all);
+  }
+}
+
+TEST_F(DropTest, WhatIsNoAddressIsRefusedAndNothingIsChanged) {
+  const struct {
+    const char* name;
+    Offer offer;
+  } rows[] = {
+      {"five megabytes", offerText(std::wstring(2'600'000, L'x') + L" end")},
+      {"a script", offerText(L"javascript:alert(1)")},
+      {"a script as an address", offerAddress(L"javascript:alert(1)", L"Free")},
+  };
+  Bar bar = startOpen();
+  const DataFiles before = folder().state();
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    putOnClipboard(row.offer);
+    bar.focus();
+    keyboard::chord({VK_CONTROL, 'V'});
+    const DialogWindow told = message();
+    EXPECT_FALSE(told.text().empty());
+    told.press(IDOK);
+    EXPECT_EQ(folder().state(), before);
+  }
+}
+
+TEST_F(DropTest, FiveMegabytesOfTextAreDroppedWithoutHarm) {
+  Bar bar = startOpen();
+  std::wstring text = L"http://first.example/ ";
+  while (text.size() < 2'600'000) text += L"words without end ";
+  drop(bar, offerText(text), [&] { return placeOnPanel(bar); });
+  check(recovery(), {{"first.example", " 1", "http://first.example/", "", true}});
+  bar.focus();
+}
+
+// The data lie about themselves: counts and lengths that do not fit.
+TEST_F(DropTest, DamagedFormatsDoNoHarm) {
+  Offer cutOff = offerFiles({L"C:\\a.txt"});
+  cutOff[0].bytes.resize(cutOff[0].bytes.size() - 8);
+  const Offer offers[] = {
+      cutOff,
+      {{CF_HDROP, std::string(7, '\xFF')}},
+      {{CF_UNICODETEXT, std::string(1, 'x')}},
+      {{RegisterClipboardFormatW(L"UniformResourceLocatorW"), std::string(3, 'h')}},
+  };
+  Bar bar = startOpen();
+  for (const Offer& offer : offers) {
+    putOnClipboard(offer);
+    bar.focus();
+    keyboard::chord({VK_CONTROL, 'V'});
+    // Whatever it makes of it, it goes on.
+    events().expect(kEventSaved, L"saved", [&] {
+      waitFor([&] { return anyDialog(program().process()).open(); }, 500);
+      if (const DialogWindow told = anyDialog(program().process()); told.open()) told.press(IDOK);
+      bar.focus();
+      keyboard::chord({VK_CONTROL, 'L'});
+    });
+    events().expect(kEventSaved, L"saved", [] { keyboard::chord({VK_CONTROL, 'L'}); });
+  }
+}
+
+}  // namespace
+}  // namespace varnowick::e2e

@@ -1,0 +1,297 @@
+// Working on shortcuts: dragging, opening one with another, deleting, editing,
+// adding, and the same with the keyboard alone.
+#include "tests/e2e/harness/drag_source.h"
+#include "tests/e2e/program_test.h"
+#include "ui/win/frm_shortcut_properties.h"
+
+namespace varnowick::e2e {
+namespace {
+
+using Record = std::map<std::string, std::string>;
+
+class ShortcutsTest : public ProgramTest {
+ protected:
+  std::string recovery() { return folder().read(L"Varnowick.REC"); }
+  std::string container() { return folder().read(L"Containers\\0.con"); }
+  DialogWindow dialog(const std::wstring& title) {
+    return waitForDialog(program().process(), title);
+  }
+  void expectSaved(const std::function<void()>& action) {
+    events().expect(kEventSaved, L"saved", action);
+  }
+  POINT placeOf(const Bar& bar, const std::wstring& name) {
+    return centreOf(bar.accessible().waitFor(name).rect);
+  }
+  // Replaces the text of a dialog's field.
+  void enter(const DialogWindow& in, int field, const std::wstring& text) {
+    const HWND control = GetDlgItem(in.handle(), field);
+    RECT rect{};
+    ASSERT_TRUE(GetWindowRect(control, &rect));
+    mouse::click(centreOf(rect));
+    keyboard::press(VK_END);
+    keyboard::chord({VK_SHIFT, VK_HOME});
+    keyboard::press(VK_DELETE);
+    keyboard::type(text);
+    require(L"the field to hold the text", [&] { return textOf(control) == text; });
+  }
+  void clickInDialog(const DialogWindow& in, int button) {
+    RECT rect{};
+    GetWindowRect(GetDlgItem(in.handle(), button), &rect);
+    mouse::click(centreOf(rect));
+  }
+};
+using MainShortcuts = ShortcutsTest;
+
+TEST_F(MainShortcuts, DraggedIntoAContainerAndPutBackByUndo) {
+  const std::wstring target = folder().addLaunchProbe();
+  folder().write(
+      L"Varnowick.ini",
+      SettingsFile().add({.caption = L"Moves", .path = target, .x = 360, .y = 3600}).bytes());
+  folder().write(L"Containers\\0.con", containerFile({.name = L"Tools"}));
+  Bar bar = startBar();
+  bar.expand();
+  const RECT tools = bar.accessible().waitFor(L"Tools", ROLE_SYSTEM_GROUPING).rect;
+  expectSaved([&] { mouse::drag(placeOf(bar, L"Moves"), centreOf(tools)); });
+  EXPECT_EQ(savedShortcut(container(), "Moves")["[LinkPath]"], ansi(target));
+  EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
+  EXPECT_FALSE(launched(target)) << "a drag is no click";
+
+  bar.focus();
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'Z'}); });
+  EXPECT_EQ(countSavedShortcuts(container()), 0U);
+  Record back = savedShortcut(recovery(), "Moves");
+  EXPECT_EQ(back["[LinkX]"], number(360));
+  EXPECT_EQ(back["[LinkY]"], number(3600));
+}
+
+TEST_F(MainShortcuts, DroppedOnAnotherOneOpensWithTheOther) {
+  const std::wstring probe = folder().addLaunchProbe();
+  const std::wstring document = folder().file(L"a document.txt");
+  folder().write(L"Varnowick.ini",
+                 SettingsFile()
+                     .add({.caption = L"Doc", .path = document, .x = 360, .y = 360})
+                     .add({.caption = L"Probe", .path = probe, .x = 360, .y = 3600})
+                     .bytes());
+  Bar bar = startBar();
+  bar.expand();
+  const DataFiles before = folder().state();
+  const auto dragOver = [&] { mouse::drag(placeOf(bar, L"Doc"), placeOf(bar, L"Probe")); };
+  dragOver();
+  const DialogWindow question = dialog(kTitle);
+  EXPECT_EQ(question.text(), L"Open: Doc with: Probe?");
+  question.press(IDNO);
+  dragOver();
+  dialog(kTitle).press(IDYES);
+  const Launch launch = waitForLaunch(probe);
+  EXPECT_TRUE(launch.commandLine.ends_with(L" \"" + document + L"\""))
+      << toUtf8(launch.commandLine);
+  EXPECT_EQ(folder().state(), before) << "neither has moved";
+}
+
+SettingsFile threeShortcuts() {
+  SettingsFile settings;
+  for (int i = 0; i < 3; ++i)
+    settings.add({.caption = std::wstring(1, static_cast<wchar_t>(L'A' + i)),
+                  .path = L"C:\\none.exe",
+                  .x = 360,
+                  .y = 360 + 1200 * i});
+  return settings;
+}
+
+TEST_F(ShortcutsTest, DeletingAsksOnceForAll) {
+  folder().write(L"Varnowick.ini", threeShortcuts().bytes());
+  Bar bar = startBar();
+  bar.focus();
+  const DataFiles before = folder().state();
+  keyboard::chord({VK_CONTROL, 'A'});
+  keyboard::press(VK_DELETE);
+  const DialogWindow question = dialog(kTitle);
+  EXPECT_EQ(question.text(), L"Remove Selected Shortcuts?");
+  question.press(IDNO);
+  EXPECT_EQ(folder().state(), before);
+
+  bar.focus();
+  keyboard::chord({VK_CONTROL, 'A'});
+  keyboard::press(VK_DELETE);
+  expectSaved([&] { dialog(kTitle).press(IDYES); });
+  EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
+}
+
+TEST_F(ShortcutsTest, WithoutConfirmationDeletingDoesNotAsk) {
+  folder().write(L"Varnowick.ini", threeShortcuts().set("[ConfirmDelete]", "0").bytes());
+  Bar bar = startBar();
+  bar.focus();
+  keyboard::chord({VK_CONTROL, 'A'});
+  expectSaved([] { keyboard::press(VK_DELETE); });
+  EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
+}
+
+TEST_F(ShortcutsTest, LockedNothingIsMovedDeletedOrAdded) {
+  folder().write(L"Varnowick.ini", threeShortcuts().set("[LOCKED]", "1").bytes());
+  Bar bar = startBar();
+  const DataFiles before = folder().state();
+  const auto answerMessage = [&] {
+    const DialogWindow told = dialog(kTitle);
+    EXPECT_FALSE(told.text().empty());
+    told.press(IDOK);
+  };
+  bar.focus();
+  keyboard::chord({VK_CONTROL, 'W'});
+  answerMessage();
+  bar.focus();
+  putOnClipboard(offerText(L"http://example.org/"));
+  keyboard::chord({VK_CONTROL, 'V'});
+  answerMessage();
+  bar.focus();
+  const POINT from = placeOf(bar, L"C");
+  mouse::drag(from, {from.x, from.y + 120});
+  keyboard::chord({VK_CONTROL, 'A'});
+  keyboard::press(VK_DELETE);
+  if (waitFor([&] { return anyDialog(program().process()).open(); }, 1'000)) {
+    EXPECT_NE(anyDialog(program().process()).text(), L"Remove Selected Shortcuts?");
+    anyDialog(program().process()).press(IDOK);
+  }
+  EXPECT_EQ(folder().state(), before);
+  bar.leave();
+  closeProgram();
+  EXPECT_EQ(folder().state(), before);
+}
+
+TEST_F(MainShortcuts, ThePropertiesAreWrittenOnceTheyAreValid) {
+  using Id = frmShortcutProperties::Id;
+  folder().write(L"Varnowick.ini",
+                 SettingsFile().add({.caption = L"Old", .path = L"C:\\none.exe"}).bytes());
+  Bar bar = startBar();
+  bar.focus();
+  keyboard::chord({VK_CONTROL, 'A'});
+  keyboard::press(VK_F2);
+  const DialogWindow properties = dialog(L"Shortcut properties");
+  const std::wstring path = textOf(GetDlgItem(properties.handle(), Id::kPath));
+  EXPECT_EQ(path, L"C:\\none.exe");
+  enter(properties, Id::kCaption, L"New name");
+  enter(properties, Id::kPath, L"");
+  clickInDialog(properties, IDOK);
+  require(L"the complaint",
+          [&] { return !textOf(GetDlgItem(properties.handle(), Id::kFault)).empty(); });
+  EXPECT_TRUE(properties.open());
+  enter(properties, Id::kPath, L"C:\\other.exe");
+  expectSaved([&] { properties.press(IDOK); });
+  EXPECT_EQ(savedShortcut(recovery(), "New name")["[LinkPath]"], "C:\\other.exe");
+  EXPECT_EQ(countSavedShortcuts(recovery()), 1U);
+}
+
+TEST_F(MainShortcuts, AWebAddressIsTypedAndFindsAFreePlace) {
+  folder().write(L"Varnowick.ini",
+                 SettingsFile()
+                     .add({.caption = L"First", .path = L"C:\\none.exe", .x = 120, .y = 120})
+                     .bytes());
+  Bar bar = startBar();
+  bar.focus();
+  keyboard::chord({VK_CONTROL, 'W'});
+  const DialogWindow asked = dialog(L"Web URL");
+  require(L"the dialog to take the keys", [&] { return GetForegroundWindow() == asked.handle(); });
+  keyboard::type(L"example.org/page");
+  expectSaved([] { keyboard::press(VK_RETURN); });
+  EXPECT_FALSE(asked.open());
+  Record added = savedShortcut(recovery(), "example.org");
+  EXPECT_EQ(added["[LinkType]"], " 1");
+  EXPECT_EQ(added["[LinkPath]"], "http://example.org/page");
+  const RECT first = bar.accessible().waitFor(L"First").rect;
+  const RECT second = bar.accessible().waitFor(L"example.org").rect;
+  RECT common{};
+  EXPECT_FALSE(IntersectRect(&common, &first, &second)) << first << " and " << second;
+}
+
+TEST_F(ShortcutsTest, TheMainPanelTakesThreeHundredAndFiftyAndSaysSo) {
+  SettingsFile settings;
+  for (int i = 0; i < 349; ++i)
+    settings.add(
+        {.caption = std::to_wstring(i), .path = L"C:\\none.exe", .x = 120, .y = 12'000 + 120 * i});
+  folder().write(L"Varnowick.ini", settings.bytes());
+  Bar bar = startBar();
+  bar.focus();
+  putOnClipboard(offerText(L"http://one.example/ and http://two.example/"));
+  keyboard::chord({VK_CONTROL, 'V'});
+  const DialogWindow told = dialog(kTitle);
+  EXPECT_EQ(told.text(),
+            L"There's a limit of 350 shortcuts in the workspace. Please use containers instead.");
+  told.press(IDOK);
+  EXPECT_EQ(countSavedShortcuts(recovery()), 350U);
+  EXPECT_FALSE(savedShortcut(recovery(), "one.example").empty());
+}
+
+class KeyboardTest : public ShortcutsTest {
+ protected:
+  bool focused(const Bar& bar, const std::wstring& name) {
+    const auto item = bar.accessible().find(name, ROLE_SYSTEM_LINK);
+    return item && (item->state & STATE_SYSTEM_FOCUSED) != 0;
+  }
+};
+
+TEST_F(KeyboardTest, ReachesStartsAndEditsAShortcutInAContainer) {
+  const std::wstring probe = folder().addLaunchProbe();
+  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  folder().write(
+      L"Containers\\0.con",
+      containerFile(
+          {.name = L"Tools",
+           .shortcuts = {{.caption = L"Upper", .path = L"C:\\none.exe", .x = 120, .y = 480},
+                         {.caption = L"Lower", .path = probe, .x = 120, .y = 1560}}}));
+  Bar bar = startBar();
+  bar.focus();
+  for (int tabs = 0; tabs < 40 && !focused(bar, L"Upper"); ++tabs) keyboard::press(VK_TAB);
+  require(L"the focus on the upper shortcut", [&] { return focused(bar, L"Upper"); });
+  keyboard::press(VK_DOWN);
+  require(L"the focus on the lower shortcut", [&] { return focused(bar, L"Lower"); });
+  EXPECT_FALSE(focused(bar, L"Upper"));
+  events().expect(kEventMenuOpened, L"menu opened", [] { keyboard::press(VK_APPS); });
+  require(L"the menu's window", [] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+  keyboard::type(L"p");
+  dialog(L"Shortcut properties").press(IDCANCEL);
+  require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+  keyboard::press(VK_RETURN);
+  waitForLaunch(probe);
+}
+
+TEST_F(KeyboardTest, TheGlobalHotkeyBringsUpTheBar) {
+  folder().write(L"Varnowick.ini", SettingsFile()
+                                       .set("[GlobalHotkey]", "1")
+                                       .set("[GlobalHotkeyChar]", "J")
+                                       .set("[GlobalHotkeyMod]", " 3")
+                                       .bytes());
+  Bar bar = startBar();
+  events().expect(kEventExpanded, L"expanded", [] { keyboard::chord({VK_CONTROL, VK_MENU, 'J'}); });
+  require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+}
+
+TEST_F(KeyboardTest, AHotkeyTakenByAnotherProgramStaysInTheFile) {
+  ASSERT_TRUE(RegisterHotKey(nullptr, 1, MOD_CONTROL | MOD_ALT, 'J'));
+  folder().write(L"Varnowick.ini", SettingsFile()
+                                       .set("[GlobalHotkey]", "1")
+                                       .set("[GlobalHotkeyChar]", "J")
+                                       .set("[GlobalHotkeyMod]", " 3")
+                                       .bytes());
+  const DataFiles before = folder().state();
+  Bar bar = startBar();
+  bar.expand();
+  bar.leave();
+  closeProgram();
+  UnregisterHotKey(nullptr, 1);
+  EXPECT_EQ(folder().state(), before);
+}
+
+// Their icons cannot be had, and asking for them may take long.
+TEST_F(KeyboardTest, TargetsThatCannotBeReachedKeepNobodyWaiting) {
+  const std::wstring dead = L"\\\\no-such-host-xyz\\share\\a.exe";
+  folder().write(L"Varnowick.ini", SettingsFile()
+                                       .add({.caption = L"Dead", .path = dead, .y = 3600})
+                                       .add({.caption = L"Gone", .path = L"C:\\gone\\a.exe"})
+                                       .bytes());
+  Bar bar = startBar();
+  bar.focus();
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'L'}); });
+  EXPECT_TRUE(bar.accessible().waitFor(L"Dead").shown());
+}
+
+}  // namespace
+}  // namespace varnowick::e2e
