@@ -69,9 +69,6 @@ FileStatus fileStatusOf(unsigned long code) {
       return {};
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
-    case ERROR_INVALID_DRIVE:
-    case ERROR_BAD_NETPATH:
-    case ERROR_BAD_NET_NAME:
     case ERROR_INVALID_NAME:
       return {Kind::NotFound, systemErrorText(code)};
     case ERROR_ACCESS_DENIED:

@@ -302,6 +302,29 @@ TEST(DesktopStore, ARecoveryThatFailsDeletesNothing) {
 
 // ---- Backups
 
+TEST(DesktopStore, ADriveThatHasGoneEndsTheLoadingAndNothingIsWrittenOverItsFiles) {
+  struct GoneDrive : MemoryFiles {
+    bool gone = true;
+    FileBytes read(const std::wstring& path) override {
+      if (gone) return {{FileStatus::Kind::Other, L"The device is not ready."}, {}};
+      return MemoryFiles::read(path);
+    }
+    std::vector<FileInfo> list(const std::wstring& folder, std::wstring_view extension) override {
+      return gone ? std::vector<FileInfo>{} : MemoryFiles::list(folder, extension);
+    }
+  } files;
+  static_cast<MemoryFiles&>(files) = diskWith(withContainers(L"kept", 2));
+  const std::string settings = files.contents[at(L"\\Varnowick.ini")];
+  const std::string container = files.contents[at(L"\\Containers\\1.con")];
+  Session session(files);
+  EXPECT_FALSE(session.report.empty());
+  files.gone = false;
+  EXPECT_TRUE(session.store.SaveDesktop(session.document, true));
+  EXPECT_EQ(files.contents[at(L"\\Backup\\1.con")], container);
+  EXPECT_TRUE(files.contents[at(L"\\Varnowick.ini")] == settings ||
+              files.contents[at(L"\\Backup\\Varnowick.ini")] == settings);
+}
+
 TEST(DesktopStore, KeepsWhatItCouldNotReadAndTellsOnce) {
   MemoryFiles files = diskWith(withContainers(L"c", 2));
   const std::string damaged = files.contents[at(L"\\Containers\\1.con")] + "[Future]\r\nvalue\r\n";
