@@ -16,7 +16,8 @@ TEST(Commands, KeysReadAsPeopleWriteThem) {
 }
 
 TEST(Commands, MenusShowWhatIsBuiltWithoutEmptyHeadsOrStraySeparators) {
-  for (const MenuId menu : {MenuId::Main, MenuId::Add, MenuId::Settings, MenuId::Shortcut, MenuId::Container}) {
+  for (const MenuId menu :
+       {MenuId::Main, MenuId::Add, MenuId::Settings, MenuId::Shortcut, MenuId::Container}) {
     const auto shown = shownMenu(menu, {});
     for (std::size_t i = 0; i < shown.size(); ++i) {
       const ShownMenuRow& r = shown[i];
