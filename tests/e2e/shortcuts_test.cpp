@@ -254,14 +254,27 @@ TEST_F(KeyboardTest, ReachesStartsAndEditsAShortcutInAContainer) {
 }
 
 TEST_F(KeyboardTest, TheGlobalHotkeyBringsUpTheBar) {
-  folder().write(L"Varnowick.ini", SettingsFile()
-                                       .set("[GlobalHotkey]", "1")
-                                       .set("[GlobalHotkeyChar]", "J")
-                                       .set("[GlobalHotkeyMod]", " 3")
-                                       .bytes());
-  Bar bar = startBar();
-  events().expect(kEventExpanded, L"expanded", [] { keyboard::chord({VK_CONTROL, VK_MENU, 'J'}); });
-  require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+  const struct {
+    const char* modifiers;
+    std::initializer_list<WORD> keys;
+  } rows[] = {{" 3", {VK_CONTROL, VK_MENU, 'J'}}, {" 8", {VK_LWIN, 'J'}}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.modifiers);
+    folder().write(L"Varnowick.ini", SettingsFile()
+                                         .set("[GlobalHotkey]", "1")
+                                         .set("[GlobalHotkeyChar]", "J")
+                                         .set("[GlobalHotkeyMod]", row.modifiers)
+                                         .bytes());
+    Bar bar = startBar();
+    // Pressed again if need be: it is registered after the bar is shown, and Wine
+    // now and then loses the modifiers of the first keys of all.
+    require(L"the bar to come out", [&] {
+      keyboard::chord(row.keys);
+      return waitFor([&] { return bar.isOut(); }, 1'000);
+    });
+    require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+    closeProgram();
+  }
 }
 
 TEST_F(KeyboardTest, AHotkeyTakenByAnotherProgramStaysInTheFile) {
