@@ -45,7 +45,7 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 }
 
 void loadLibraries() {
-  for (const wchar_t* name : {L"comctl32.dll", L"oleaut32.dll", L"shell32.dll", L"winmm.dll"}) {
+  for (const wchar_t* name : {L"oleaut32.dll", L"shell32.dll", L"version.dll"}) {
     LoadLibraryW(name);
   }
   using OleInitializeFunction = HRESULT(WINAPI*)(void*);

@@ -295,15 +295,18 @@ class Bench {
     folder_.writeAll(workspace(kOrdinary, false));
     removeContainersFrom(kOrdinary.containers);
     memory("private memory, 12 x 10");
+    {
+      const Started small(quoted(folder_.exe()));
+      letTimePass(kSettle);
+      windows("windows, 12 x 10", small);
+    }
     folder_.writeAll(workspace(kLarge, false));
     memory("private memory, 40 x 250");
 
     const Started bare(bare_);
     const Started program(quoted(folder_.exe()));
     letTimePass(kSettle);
-    const int windows = windowCount(program.id());
-    print({"windows, 40 x 250", std::to_string(windows), text("%.0f limit", kObjectsAim),
-           windows / kObjectsAim, "under 100", windows < kObjectsAim});
+    windows("windows, 40 x 250", program);
     resources("USER objects, 40 x 250", program, bare, GR_USEROBJECTS, kObjectsAim);
     resources("GDI objects, 40 x 250", program, bare, GR_GDIOBJECTS, std::nullopt);
   }
@@ -373,6 +376,12 @@ class Bench {
     const double ours = privateMemory(program.process(), HostProcess::find(folder_.exe()));
     const double peers = privateMemory(bare.process(), HostProcess::find(bareExe()));
     print({name, text("%.1f MB", ours), text("%.1f MB a bare window", peers), ours / peers});
+  }
+
+  static void windows(const std::string& name, const Started& program) {
+    const int count = windowCount(program.id());
+    print({name, std::to_string(count), text("%.0f limit", kObjectsAim), count / kObjectsAim,
+           "under 100", count < kObjectsAim});
   }
 
   static std::wstring bareExe() { return ownFolder() + L"\\bare_window.exe"; }
