@@ -15,6 +15,8 @@ template <class... Visitors>
 struct Overloaded : Visitors... {
   using Visitors::operator()...;
 };
+template <class... Visitors>
+Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
 std::optional<ObjectId> objectOf(NodeId node) {
   if (const ShortcutSlot slot = shortcutOf(node); !slot.none()) return slot;
