@@ -6,7 +6,9 @@ namespace varnowick {
 
 Scene::Scene() { nodes_[root()].id = root(); }
 
+// Who asks for a node that can be changed may change it.
 Node* Scene::find(NodeId id) {
+  ++version_;
   const auto at = nodes_.find(id);
   return at == nodes_.end() ? nullptr : &at->second;
 }
@@ -32,6 +34,7 @@ void Scene::unlink(const Node& node) {
 }
 
 Node& Scene::create(NodeId id, NodeId parent) {
+  ++version_;
   Node& made = nodes_[id];
   if (id == root()) return made;
   if (find(parent) == nullptr || isBelow(parent, id)) parent = root();

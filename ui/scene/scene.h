@@ -4,6 +4,7 @@
 #pragma once
 
 #include <compare>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -111,6 +112,9 @@ class Scene {
   Node* find(NodeId id);
   const Node* find(NodeId id) const;
   NodeId root() const { return {ControlKind::Frame, 0}; }
+  // Another number whenever a node may have changed since: whoever keeps what it
+  // made from the scene compares it.
+  std::uint64_t version() const { return version_; }
   // Moves the node to the front among its siblings.
   void raise(NodeId id);
   // Moves the node back past the siblings that `before(node, sibling)` puts in
@@ -138,6 +142,7 @@ class Scene {
   void unlink(const Node& node);
   bool isBelow(NodeId id, NodeId ancestor) const;
   std::unordered_map<NodeId, Node, NodeIdHash> nodes_;
+  std::uint64_t version_ = 0;
 };
 
 template <class Before>

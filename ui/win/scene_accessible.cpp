@@ -55,8 +55,19 @@ POINT SceneAccessible::clientOrigin() const {
   return origin;
 }
 
+const std::vector<AccessibleItem>& SceneAccessible::items() const {
+  if (version_ != scene_.version() || focused_ != input_.focused() ||
+      pressed_ != input_.pressed()) {
+    items_ = accessibleItems(scene_, input_);
+    version_ = scene_.version();
+    focused_ = input_.focused();
+    pressed_ = input_.pressed();
+  }
+  return items_;
+}
+
 int SceneAccessible::childOf(NodeId node) const {
-  const std::vector<AccessibleItem> all = items();
+  const std::vector<AccessibleItem>& all = items();
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (all[i].id == node) return static_cast<int>(i) + 1;
   }
@@ -80,12 +91,12 @@ bool SceneAccessible::info(int child, AccessibleInfo& out) {
         left, top, {static_cast<int>(client.right)}, {static_cast<int>(client.bottom)}};
     return true;
   }
-  std::vector<AccessibleItem> all = items();
+  const std::vector<AccessibleItem>& all = items();
   if (child < 0 || static_cast<std::size_t>(child) > all.size()) return false;
-  AccessibleItem& item = all[static_cast<std::size_t>(child) - 1];
-  out.name = std::move(item.name);
-  out.value = std::move(item.value);
-  out.defaultAction = std::move(item.defaultAction);
+  const AccessibleItem& item = all[static_cast<std::size_t>(child) - 1];
+  out.name = item.name;
+  out.value = item.value;
+  out.defaultAction = item.defaultAction;
   out.role = roleOf(item.role);
   out.states = statesOf(item.states);
   out.screenRect = toPixels(item.rect, density_).translated(left, top);
@@ -93,7 +104,7 @@ bool SceneAccessible::info(int child, AccessibleInfo& out) {
 }
 
 bool SceneAccessible::doDefaultAction(int child) {
-  const std::vector<AccessibleItem> all = items();
+  const std::vector<AccessibleItem>& all = items();
   if (child < 1 || static_cast<std::size_t>(child) > all.size()) return false;
   return action_ && action_(all[static_cast<std::size_t>(child) - 1].id);
 }

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -35,7 +36,9 @@ class SceneAccessible : public AccessibleProvider {
   int focusedChild() override;
 
  private:
-  std::vector<AccessibleItem> items() const { return accessibleItems(scene_, input_); }
+  // Readers ask for thousands of items one by one: the list is made anew only
+  // when the scene or the input state may have changed.
+  const std::vector<AccessibleItem>& items() const;
   POINT clientOrigin() const;
 
   const Scene& scene_;
@@ -44,6 +47,9 @@ class SceneAccessible : public AccessibleProvider {
   std::function<bool(NodeId)> action_;
   Density density_;
   HWND window_ = nullptr;
+  mutable std::vector<AccessibleItem> items_;
+  mutable std::uint64_t version_ = 0;  // of the scene the items were made from
+  mutable NodeId focused_, pressed_;
 };
 
 }  // namespace varnowick
