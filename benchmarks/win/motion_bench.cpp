@@ -1,0 +1,115 @@
+// What it costs to bring the bar out and to slide it away, with 10 000 shortcuts
+// on it: the time until it stands painted, and the processor time of one step.
+#include <objbase.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+#include "benchmarks/win/host_process.h"
+#include "tests/e2e/harness/bar.h"
+#include "tests/e2e/harness/data_files.h"
+#include "tests/e2e/harness/input.h"
+#include "tests/e2e/harness/program_folder.h"
+#include "tests/e2e/harness/running_program.h"
+#include "ui/win/win_events.h"
+
+namespace varnowick::e2e {
+namespace {
+
+constexpr int kRounds = 15;
+constexpr int kBarWidth = 4700;         // twips
+constexpr double kFrame = 1000.0 / 60;  // ms: a screen's usual frame
+constexpr double kTick = 5;             // ms: the slide's timer
+// From 200 twips off screen until no more than 100 remain, 500 at a time.
+constexpr int kSteps = (kBarWidth - 100 - 200 + 499) / 500;
+
+double now() {
+  LARGE_INTEGER count{};
+  LARGE_INTEGER frequency{};
+  QueryPerformanceCounter(&count);
+  QueryPerformanceFrequency(&frequency);
+  return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+double median(std::vector<double> values) {
+  std::nth_element(values.begin(), values.begin() + kRounds / 2, values.end());
+  return values[kRounds / 2];
+}
+
+void row(const char* name, double measured, const char* limitName, double limit, bool aim) {
+  std::printf("%s | %.2f ms | %.1f ms %s | %.2f | %s | %s\n", name, measured, limit, limitName,
+              measured / limit, aim ? "under 1" : "-",
+              !aim               ? "-"
+              : measured < limit ? "yes"
+                                 : "NO");
+}
+
+DataFiles largeWorkspace() {
+  DataFiles files;
+  files[L"Varnowick.ini"] =
+      SettingsFile().window(-kBarWidth + 40, 0, kBarWidth, 11000).set("[Animate]", "1").bytes();
+  for (int c = 0; c < 40; ++c) {
+    ContainerRow container;
+    container.name = L"Container " + std::to_wstring(c);
+    container.y = 120 + c * 880;
+    container.width = 4200;
+    container.height = 850;
+    for (int s = 0; s < 250; ++s)
+      container.shortcuts.push_back({.caption = L"Shortcut " + std::to_wstring(c * 250 + s),
+                                     .path = L"C:\\windows\\notepad.exe",
+                                     .x = 60 + s % 5 * 820,
+                                     .y = 400 + s / 5 * 500});
+    files[L"Containers\\" + std::to_wstring(c) + L".con"] = containerFile(container);
+  }
+  return files;
+}
+
+void measure() {
+  Events events;
+  const ProgramFolder folder;
+  folder.writeAll(largeWorkspace());
+  const POINT away{GetSystemMetrics(SM_CXSCREEN) / 2, GetSystemMetrics(SM_CYSCREEN) / 2};
+  mouse::moveTo(away);
+  const RunningProgram program(folder, events);
+  Bar bar(program, events);
+  const auto host = HostProcess::find(folder.exe());
+  std::vector<double> shown;
+  std::vector<double> steps;
+  for (int i = 0; i < kRounds; ++i) {
+    RECT client{};
+    GetClientRect(bar.window(), &client);
+    const LPARAM strip = MAKELPARAM(client.right - 1, client.bottom / 2);
+    const double began = now();
+    events.expect(kEventExpanded, L"expanded", [&] {
+      PostMessageW(bar.window(), WM_LBUTTONDOWN, MK_LBUTTON, strip);
+      PostMessageW(bar.window(), WM_LBUTTONUP, 0, strip);
+    });
+    // Answered when the messages before it, the painting among them, are done.
+    RedrawWindow(bar.window(), nullptr, nullptr, RDW_UPDATENOW);
+    SendMessageW(bar.window(), WM_NULL, 0, 0);
+    shown.push_back(now() - began);
+
+    const double before = host ? host->processorTime() : 0;
+    events.expect(kEventCollapsed, L"collapsed",
+                  [&] { PostMessageW(bar.window(), WM_KEYDOWN, VK_ESCAPE, 0); });
+    if (host) steps.push_back((host->processorTime() - before) / kSteps);
+  }
+  row("bar out and painted, 40 x 250", median(shown), "one frame", kFrame, false);
+  if (host) row("one slide step, 40 x 250, processor", median(steps), "its tick", kTick, true);
+}
+
+}  // namespace
+}  // namespace varnowick::e2e
+
+int main() {
+  CoInitialize(nullptr);
+  try {
+    varnowick::e2e::measure();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
+  }
+  return 0;
+}
