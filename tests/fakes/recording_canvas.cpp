@@ -9,8 +9,9 @@ namespace {
 
 std::string hex(Colour colour) {
   char text[8];
-  std::snprintf(text, sizeof text, "#%02x%02x%02x", colour.red() & 0xFFU, colour.green() & 0xFFU,
-                colour.blue() & 0xFFU);
+  std::snprintf(text, sizeof text, "#%02x%02x%02x", static_cast<unsigned>(colour.red()) & 0xFFU,
+                static_cast<unsigned>(colour.green()) & 0xFFU,
+                static_cast<unsigned>(colour.blue()) & 0xFFU);
   return text;
 }
 
