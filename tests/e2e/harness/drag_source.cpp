@@ -36,7 +36,10 @@ class Counted : public Interface {
   virtual ~Counted() = default;
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
     *result = nullptr;
-    if (id != IID_IUnknown && id != __uuidof(Interface)) return E_NOINTERFACE;
+    // A call from another process may hand over an identifier at any address.
+    IID wanted{};
+    std::memcpy(&wanted, &id, sizeof wanted);
+    if (wanted != IID_IUnknown && wanted != __uuidof(Interface)) return E_NOINTERFACE;
     *result = static_cast<Interface*>(this);
     AddRef();
     return S_OK;
