@@ -50,6 +50,16 @@ void drive(const std::wstring& caption) {
   bar.expand();
   shot("expanded");
   bar.click(caption);
+  // A picture of the launch shows what was launched.
+  DWORD bars = 0;
+  GetWindowThreadProcessId(bar.window(), &bars);
+  require(L"the started program's window", [&] {
+    DWORD process = 0;
+    const HWND front = GetForegroundWindow();
+    GetWindowThreadProcessId(front, &process);
+    return front != nullptr && process != bars && process != GetCurrentProcessId();
+  });
+  letTimePass(500);
   shot("launched");
   mouse::moveAwayFrom(bar.rect());
   require(L"the bar to go back", [&] { return !bar.isOut(); });
