@@ -12,7 +12,6 @@ inline constexpr Twips kPad{120};
 inline constexpr Twips kTitleBarHeight{450};
 inline constexpr Twips kBottomBarHeight{510};
 inline constexpr Twips kToolbarButton{360};
-inline constexpr Twips kDockStripWidth{40};  // what stays on screen when collapsed
 inline constexpr Twips kScrollThumbWidth{75};
 inline constexpr Twips kProgressHeight{300};
 

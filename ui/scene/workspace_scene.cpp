@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "sidebar/docking.h"
 #include "ui/scene/metrics.h"
 #include "ui/scene/toolbar_scene.h"
 
@@ -124,16 +125,16 @@ void WorkspaceScene::layoutStrip() {
     case ScreenEdge::None:
       break;
     case ScreenEdge::Left:
-      strip.rect = {width - kDockStripWidth, {}, kDockStripWidth, height};
+      strip.rect = {width - kCollapsedStrip, {}, kCollapsedStrip, height};
       break;
     case ScreenEdge::Right:
-      strip.rect = {{}, {}, kDockStripWidth, height};
+      strip.rect = {{}, {}, kCollapsedStrip, height};
       break;
     case ScreenEdge::Top:
-      strip.rect = {{}, height - kDockStripWidth, width, kDockStripWidth};
+      strip.rect = {{}, height - kCollapsedStrip, width, kCollapsedStrip};
       break;
     case ScreenEdge::Bottom:
-      strip.rect = {{}, {}, width, kDockStripWidth};
+      strip.rect = {{}, {}, width, kCollapsedStrip};
       break;
   }
 }
