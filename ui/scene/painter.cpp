@@ -160,6 +160,8 @@ void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Pale
     case ControlKind::RubberBand:
     case ControlKind::DropMark:
       return canvas_.frame(rect, px(3), p.accent);
+    case ControlKind::LstFolder:
+    case ControlKind::FolderRow:
     case ControlKind::DragLayer:
     case ControlKind::None:
       return;

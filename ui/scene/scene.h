@@ -50,6 +50,8 @@ enum class ControlKind : unsigned char {
   ContainerNote,
   LstRSS,
   lblRSSLastUpdate,
+  LstFolder,  // the entries of a folder container
+  FolderRow,  // one of them
   ProgressText,
   ScrollThumb,
   DragLayer,  // above everything: what is being dragged
