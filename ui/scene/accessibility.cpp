@@ -81,6 +81,12 @@ bool Describer::describe(const Node& node, AccessibleItem& item) const {
       return as(AccessibleRole::StaticText, containerName(node), foldAction);
     case ControlKind::lblFoldUnfold:
       return as(AccessibleRole::Button, foldAction + (L" " + containerName(node)), foldAction);
+    case ControlKind::cmdConShrink:
+      return as(AccessibleRole::Button, L"Shrink " + containerName(node), L"Press");
+    case ControlKind::cmdConDetach:
+      return as(AccessibleRole::Button, L"Detach " + containerName(node), L"Press");
+    case ControlKind::cmdConMenu:
+      return as(AccessibleRole::Button, L"Menu of " + containerName(node), L"Press");
     case ControlKind::ContainerIcon:
       return as(AccessibleRole::Button, containerName(node), L"Expand");
     case ControlKind::ContainerNote:

@@ -22,6 +22,7 @@ inline constexpr Size<Twips> kSmallShortcutCell{{2700}, {330}};
 inline constexpr Twips kSmallIcon{240};
 
 inline constexpr Twips kFoldBoxWidth{345};
+inline constexpr Twips kTitleButtonWidth{300};
 // The note's box stands this far from the body's edges.
 inline constexpr Twips kNoteMargin{60};
 

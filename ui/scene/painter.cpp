@@ -16,6 +16,12 @@ constexpr float kSmallChromePoints = 8;
 // Longer texts never fit; handing them on would only cost time.
 constexpr std::size_t kLongestText = 4000;
 
+bool isOnTitle(ControlKind kind) {
+  return kind == ControlKind::ContainerLabel || kind == ControlKind::lblFoldUnfold ||
+         kind == ControlKind::cmdConShrink || kind == ControlKind::cmdConDetach ||
+         kind == ControlKind::cmdConMenu;
+}
+
 class ScenePainter {
  public:
   ScenePainter(const Scene& scene, const InputState& input, Density density, Canvas& canvas)
@@ -40,6 +46,7 @@ class ScenePainter {
   void paintPicture(const Node& node, const PixelRect& rect, const Palette& p);
   void paintContainer(const Node& node, const PixelRect& rect, const Palette& p);
   void paintTitle(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintTitleButton(const Node& node, const PixelRect& rect, const Palette& p);
   void paintFoldBox(const Node& node, const PixelRect& rect, const Palette& p);
   void paintTile(const Node& node, const PixelRect& rect, const Palette& p);
   void paintBody(const Node& node, const PixelRect& rect, const Palette& p);
@@ -140,6 +147,10 @@ void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Pale
       return paintTitle(node, rect, p);
     case ControlKind::lblFoldUnfold:
       return paintFoldBox(node, rect, p);
+    case ControlKind::cmdConShrink:
+    case ControlKind::cmdConDetach:
+    case ControlKind::cmdConMenu:
+      return paintTitleButton(node, rect, p);
     case ControlKind::ContainerIcon:
       return paintTile(node, rect, p);
     case ControlKind::ContainerNote:
@@ -287,6 +298,16 @@ void ScenePainter::paintTitle(const Node& node, const PixelRect& rect, const Pal
   text({rect.left + px(8), rect.top, rect.width - px(8) - room, rect.height}, node.text,
        chrome(p.titleText, kChromePoints, true));
   focus(node, rect, 2);
+}
+
+// The buttons come into sight with the mouse on the title; else the name has the room.
+void ScenePainter::paintTitleButton(const Node& node, const PixelRect& rect, const Palette& p) {
+  const bool onTitle = hovered_.slot == node.id.slot && isOnTitle(hovered_.kind);
+  if (!onTitle) return;
+  const float share = isPressed(node) ? 0.3F : isHovered(node) ? 0.15F : 0.0F;
+  const Colour ground = mix(mix(p.titleTop, p.titleBottom, 0.5F), p.titleText, share);
+  canvas_.box(rect.inset(px(2)), px(3), ground, ground, ground, 0);
+  drawSign(canvas_, node.id.kind, rect, px(1), p.titleText);
 }
 
 void ScenePainter::paintFoldBox(const Node& node, const PixelRect& rect, const Palette& p) {

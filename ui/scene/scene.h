@@ -46,6 +46,9 @@ enum class ControlKind : unsigned char {
   ContainerFrame,  // its body
   ContainerLabel,  // its title text
   lblFoldUnfold,
+  cmdConShrink,  // the buttons on the title, seen while the mouse is there
+  cmdConDetach,
+  cmdConMenu,
   ContainerIcon,  // the tile picture while shrunk
   ContainerNote,
   LstRSS,

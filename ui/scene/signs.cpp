@@ -86,6 +86,21 @@ void drawMenu(SignPen pen) {
   for (int i = 0; i < 3; ++i) pen.bar(0, i * 4, 11, 1);
 }
 
+void drawTile(SignPen pen) {  // a window that becomes a tile
+  pen.box(0, 0, 9, 9, 0);
+  pen.bar(2, 5, 2, 2);
+}
+
+void drawDetach(SignPen pen) {  // an arrow out of a window
+  pen.bar(0, 3, 1, 7);
+  pen.bar(1, 9, 6, 1);
+  pen.bar(0, 3, 3, 1);
+  pen.bar(6, 7, 1, 2);
+  pen.bar(4, 0, 6, 1);
+  pen.bar(9, 1, 1, 5);
+  pen.steps(3, 6, 6, 1, -1);
+}
+
 }  // namespace
 
 void drawSign(Canvas& canvas, ControlKind kind, const PixelRect& rect, Pixels unit, Colour colour) {
@@ -109,6 +124,11 @@ void drawSign(Canvas& canvas, ControlKind kind, const PixelRect& rect, Pixels un
       return drawAdd(pen(9, 9));
     case ControlKind::cmdSettings:
       return drawSettings(pen(11, 11));
+    case ControlKind::cmdConShrink:
+      return drawTile(pen(9, 9));
+    case ControlKind::cmdConDetach:
+      return drawDetach(pen(10, 10));
+    case ControlKind::cmdConMenu:
     case ControlKind::cmdMenu:
       return drawMenu(pen(11, 9));
     default:

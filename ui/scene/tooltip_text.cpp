@@ -96,6 +96,15 @@ class ContainerText {
     switch (node.kind) {
       case ControlKind::lblFoldUnfold:
         return {{}, (container->folded ? L"Unfold " : L"Fold ") + shortened(name, kLongestLine)};
+      case ControlKind::cmdConShrink:
+        return {{}, L"Shrink to a tile"};
+      case ControlKind::cmdConDetach:
+        return {{}, L"Detach: into a window of its own"};
+      case ControlKind::cmdConMenu:
+        return {{}, L"Commands for this container"};
+      case ControlKind::ContainerFrame:
+        // Only its hot spot has something to tell; where that is, the window knows.
+        return {};
       case ControlKind::ContainerIcon:
         return compose(name.empty() ? L"Container" : name, source);
       case ControlKind::ContainerLabel:

@@ -51,7 +51,7 @@ void WorkspaceEditor::refresh(const std::vector<ObjectId>& objects) {
                           [this](PictureSlot s) { scene_.updatePicture(s); },
                           [this](ContainerSlot s) { scene_.updateContainer(s); }},
                id);
-  scene_.scrollTo(scene_.layout().scroll);
+  scene_.scrollTo(scene_.scroll());
   showSelection();
 }
 
@@ -92,7 +92,7 @@ void WorkspaceEditor::beginDrag() {
   Scene& scene = scene_.scene();
   Node& layer = scene.create(kDragLayer, scene.root());
   layer.hitTarget = false;
-  layer.rect = {{}, {}, scene_.layout().window.width, scene_.layout().window.height};
+  layer.rect = {{}, {}, scene_.windowSize().width, scene_.windowSize().height};
   scene.raise(kDragLayer);
   for (const ObjectId id : selection_.objects()) {
     const NodeId node = nodeOf(id);
@@ -231,7 +231,7 @@ void WorkspaceEditor::carryOut(const DeletePlan& plan) {
 
 Added WorkspaceEditor::add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at) {
   Panel panel = picBack;
-  Point<Twips> from{kPad, kPad + scene_.layout().scroll};
+  Point<Twips> from{kPad, kPad + scene_.scroll()};
   if (at != nullptr) {
     panel = scene_.panelAt(*at);
     from = scene_.toPanel(panel, *at);

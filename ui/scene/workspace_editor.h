@@ -10,14 +10,14 @@
 #include "shortcuts/arrange.h"
 #include "shortcuts/dropped.h"
 #include "shortcuts/selection.h"
-#include "ui/scene/workspace_scene.h"
+#include "ui/scene/object_scene.h"
 
 namespace varnowick {
 
 class WorkspaceEditor {
  public:
   // Both are borrowed and must outlive the editor.
-  WorkspaceEditor(Document& document, WorkspaceScene& scene) : document_(document), scene_(scene) {}
+  WorkspaceEditor(Document& document, ObjectScene& scene) : document_(document), scene_(scene) {}
 
   const Selection& selection() const { return selection_; }
   bool canUndo() const { return !undo_.empty(); }
@@ -74,7 +74,7 @@ class WorkspaceEditor {
   auto beneathDrag(Question&& question);
 
   Document& document_;
-  WorkspaceScene& scene_;
+  ObjectScene& scene_;
   Selection selection_;
   MoveUndo undo_;
   std::vector<NodeId> shownSelected_;

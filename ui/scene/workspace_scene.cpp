@@ -21,10 +21,6 @@ constexpr float kToolbarPlaces = 5;
 
 }  // namespace
 
-WorkspaceScene::WorkspaceScene(const Settings& settings, const Workspace& workspace,
-                               TextMeasure* measure)
-    : settings_(settings), workspace_(workspace), measure_(measure) {}
-
 Node& WorkspaceScene::put(ControlKind kind, NodeId parent, TwipsRect rect) {
   Node& node = scene_.create(one(kind), parent);
   node.rect = rect;
@@ -38,6 +34,7 @@ void WorkspaceScene::build(const FrameLayout& layout) {
 
 void WorkspaceScene::setFrame(const FrameLayout& layout) {
   layout_ = layout;
+  density_ = layout.density;
   const NodeId frame = scene_.root();
   scene_.find(frame)->rect = {{}, {}, layout.window.width, layout.window.height};
   scene_.find(frame)->text = layout.caption;
@@ -70,7 +67,7 @@ void WorkspaceScene::setFrame(const FrameLayout& layout) {
   const Size<Twips> size{width, panelHeight};
   if (!built_ || size != panelSize_) {
     panelSize_ = size;
-    relayObjects();
+    updateAll();
     built_ = true;
   }
   put(ControlKind::ScrollThumb, frame, {}).focusable = false;
@@ -139,17 +136,6 @@ void WorkspaceScene::layoutStrip() {
   }
 }
 
-void WorkspaceScene::relayObjects() {
-  // Slots not in use are visited too, so that nodes of objects that are gone
-  // are hidden.
-  containerNodes_ = std::max(containerNodes_, workspace_.containers.bound());
-  shortcutNodes_ = std::max(shortcutNodes_, workspace_.shortcuts.bound());
-  pictureNodes_ = std::max(pictureNodes_, workspace_.pictures.bound());
-  for (int i = 0; i < containerNodes_; ++i) updateContainer({i});
-  for (int i = 0; i < shortcutNodes_; ++i) updateShortcut({i});
-  for (int i = 0; i < pictureNodes_; ++i) updatePicture({i});
-}
-
 Twips WorkspaceScene::contentHeight() const {
   Twips height{};
   for (const NodeId id : scene_.find(kMainPanel)->children) {
@@ -197,26 +183,33 @@ bool WorkspaceScene::scrollToShow(NodeId id) {
   return layout_.scroll != before;
 }
 
-Panel WorkspaceScene::panelAt(Point<Twips> windowPoint) const {
-  for (const Node* node = scene_.find(scene_.hitTest(windowPoint)); node != nullptr;
-       node = scene_.find(node->parent)) {
-    if (node->id.kind == ControlKind::Container) return {containerOf(node->id)};
-  }
-  return picBack;
+WorkspaceScene::ContainerShape WorkspaceScene::shapeOf(ContainerSlot, const clsContainer& c) const {
+  const bool shrunk = c.shrunk;
+  return {.visible = c.visible && !c.Detached,
+          .folded = c.folded && !shrunk,
+          .shrunk = shrunk,
+          .noteShown = c.noteVisible,
+          .toolbar = !c.HideToolbar};
 }
 
-Point<Twips> WorkspaceScene::bodyPoint(ContainerSlot slot, Point<Twips> windowPoint) const {
-  const NodeId tile = containerPart(ControlKind::ContainerIcon, slot);
-  const bool shrunk = scene_.find(tile) != nullptr && scene_.find(tile)->visible;
-  return scene_.toNode(shrunk ? tile : containerPart(ControlKind::ContainerFrame, slot),
-                       windowPoint);
+Size<Twips> WorkspaceScene::openSize(const clsContainer& container) const {
+  const bool open = !container.folded && !container.shrunk && !container.rect.empty();
+  Size<Twips> size =
+      sane(open ? container.rect : container.savedRect, {kShrunkSize.width, kTitleStripHeight})
+          .size();
+  // Wider than the main panel, the fold box and the contents were out of reach.
+  if (panelSize_.width > kShrunkSize.width) size.width = std::min(size.width, panelSize_.width);
+  return size;
 }
 
-Point<Twips> WorkspaceScene::toPanel(Panel panel, Point<Twips> windowPoint) const {
-  const NodeId id = panel.isMain() ? kMainPanel : containerNode(panel.container);
-  const Point<Twips> local = scene_.toNode(id, windowPoint);
-  const Node* node = scene_.find(id);
-  return node == nullptr ? local : Point<Twips>{local.x + node->scroll.x, local.y + node->scroll.y};
+TwipsRect WorkspaceScene::boxRect(const clsContainer& container, Size<Twips> box) const {
+  return reachable(picBack, container.rect.topLeft(), box);
+}
+
+Size<Twips> WorkspaceScene::surfaceFor(const clsContainer& container) const {
+  const Twips bottom = layout_.scroll + panelSize_.height;
+  const bool inSight = container.rect.top < bottom;
+  return {panelSize_.width, inSight ? bottom : kFarthest};
 }
 
 }  // namespace varnowick

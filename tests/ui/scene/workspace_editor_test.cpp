@@ -1,4 +1,5 @@
 #include "ui/scene/workspace_editor.h"
+#include "ui/scene/workspace_scene.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

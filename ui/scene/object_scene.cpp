@@ -1,11 +1,11 @@
-// The part of WorkspaceScene that places shortcuts, pictures and containers.
+#include "ui/scene/object_scene.h"
+
 #include <algorithm>
 #include <cmath>
 #include <tuple>
 #include <utility>
 
 #include "ui/scene/metrics.h"
-#include "ui/scene/workspace_scene.h"
 
 namespace varnowick {
 
@@ -21,6 +21,7 @@ int layerOf(ControlKind kind) {
   switch (kind) {
     case ControlKind::ContainerNote:
     case ControlKind::LstRSS:
+    case ControlKind::LstFolder:
       return 0;
     case ControlKind::lblRSSLastUpdate:
       return 1;
@@ -61,6 +62,9 @@ const wchar_t* tileAsset(const clsContainer& container) {
 
 }  // namespace
 
+ObjectScene::ObjectScene(const Settings& settings, const Workspace& workspace, TextMeasure* measure)
+    : settings_(settings), workspace_(workspace), measure_(measure) {}
+
 TwipsRect sane(TwipsRect rect, Size<Twips> least) {
   const float far = kFarthest.value;
   return {{number(std::isnan(rect.left.value) ? 0 : rect.left.value, -far, far)},
@@ -69,7 +73,7 @@ TwipsRect sane(TwipsRect rect, Size<Twips> least) {
           {number(rect.height.value, least.height.value, far)}};
 }
 
-ImageRef WorkspaceScene::iconOf(const clsShortcut& shortcut) const {
+ImageRef ObjectScene::iconOf(const clsShortcut& shortcut) const {
   if (iconSource_) return {ImageRef::Source::IconOf, iconSource_(shortcut)};
   if (!shortcut.Icon.empty()) return {ImageRef::Source::IconOf, shortcut.Icon};
   if (shortcut.Command || shortcut.Path.empty()) return {ImageRef::Source::Asset, L"terminal"};
@@ -103,33 +107,27 @@ ContainerSlot containerOf(NodeId id) {
     case ControlKind::ContainerNote:
     case ControlKind::LstRSS:
     case ControlKind::lblRSSLastUpdate:
+    case ControlKind::LstFolder:
+    case ControlKind::cmdConShrink:
+    case ControlKind::cmdConDetach:
+    case ControlKind::cmdConMenu:
       return {id.slot};
     default:
       return {};
   }
 }
 
-NodeId WorkspaceScene::panelNode(Panel panel) const {
+NodeId ObjectScene::panelNode(Panel panel) const {
   if (panel.isMain()) return {ControlKind::picBack, 0};
   return containerPart(ControlKind::ContainerFrame, panel.container);
 }
 
-Size<Twips> WorkspaceScene::openSize(const clsContainer& container) const {
-  const bool open = !container.folded && !container.shrunk && !container.rect.empty();
-  Size<Twips> size =
-      sane(open ? container.rect : container.savedRect, {kShrunkSize.width, kTitleStripHeight})
-          .size();
-  // Wider than the main panel, the fold box and the contents were out of reach.
-  if (panelSize_.width > kShrunkSize.width) size.width = std::min(size.width, panelSize_.width);
-  return size;
-}
-
-Size<Twips> WorkspaceScene::panelSize(Panel panel) const {
+Size<Twips> ObjectScene::panelSize(Panel panel) const {
   const clsContainer* container = workspace_.containers.find(panel.container);
-  return container == nullptr ? panelSize_ : openSize(*container);
+  return container == nullptr ? mainPanelSize() : openSize(*container);
 }
 
-TwipsRect WorkspaceScene::reachable(Panel panel, Point<Twips> at, Size<Twips> size) const {
+TwipsRect ObjectScene::reachable(Panel panel, Point<Twips> at, Size<Twips> size) const {
   TwipsRect rect = sane({at.x, at.y, size.width, size.height}, size);
   const Size<Twips> room = panelSize(panel);
   const Twips leftMost = std::min(Twips{}, kReach - rect.width);
@@ -142,17 +140,17 @@ TwipsRect WorkspaceScene::reachable(Panel panel, Point<Twips> at, Size<Twips> si
   return rect;
 }
 
-Twips WorkspaceScene::iconSize() const {
+Twips ObjectScene::iconSize() const {
   return Twips{15} * static_cast<float>(std::clamp(settings_.largeIconSize, 16, 128));
 }
 
-Size<Twips> WorkspaceScene::shortcutCell(bool small) const {
+Size<Twips> ObjectScene::shortcutCell(bool small) const {
   if (small) return kSmallShortcutCell;
   const Twips more = iconSize() - Twips{480};
   return {std::max(kShortcutCell.width, kShortcutCell.width + more), kShortcutCell.height + more};
 }
 
-Twips WorkspaceScene::textWidth(const std::wstring& text, float points, bool bold) {
+Twips ObjectScene::textWidth(const std::wstring& text, float points, bool bold) {
   // What is surely short or surely long is not worth measuring: thousands of
   // captions are laid out at once.
   const float length = static_cast<float>(std::min<std::size_t>(text.size(), 400));
@@ -162,10 +160,10 @@ Twips WorkspaceScene::textWidth(const std::wstring& text, float points, bool bol
   style.face = settings_.fontName;
   style.points = points;
   style.bold = bold;
-  return layout_.density.toTwips(measure_->measure(text, style, Pixels{10000}).width);
+  return density_.toTwips(measure_->measure(text, style, Pixels{10000}).width);
 }
 
-Size<Twips> WorkspaceScene::largeSize(const clsShortcut& shortcut, float points) {
+Size<Twips> ObjectScene::largeSize(const clsShortcut& shortcut, float points) {
   Size<Twips> size = shortcutCell(false);
   const Twips line = kLineHeightPerPoint * points;
   const bool twoLines =
@@ -175,14 +173,14 @@ Size<Twips> WorkspaceScene::largeSize(const clsShortcut& shortcut, float points)
   return size;
 }
 
-Size<Twips> WorkspaceScene::smallSize(const clsShortcut& shortcut, float points) {
+Size<Twips> ObjectScene::smallSize(const clsShortcut& shortcut, float points) {
   const Twips text = textWidth(shortcut.FullCaption, points, shortcut.FontBold);
   const Twips line = kLineHeightPerPoint * points;
   return {std::clamp(text + kSmallIcon + Twips{285}, Twips{900}, Twips{4500}),
           std::max(kSmallShortcutCell.height, line + Twips{90})};
 }
 
-void WorkspaceScene::placeShortcut(Node& node, ShortcutSlot slot, const clsShortcut& shortcut) {
+void ObjectScene::placeShortcut(Node& node, ShortcutSlot slot, const clsShortcut& shortcut) {
   const bool small = isSmall(shortcut);
   node.look.points = captionPoints(settings_, shortcut);
   node.look.small = small;
@@ -207,7 +205,7 @@ void WorkspaceScene::placeShortcut(Node& node, ShortcutSlot slot, const clsShort
                small ? (rect.height - side) * 0.5F : kIconTop, side, side};
 }
 
-void WorkspaceScene::updateShortcut(ShortcutSlot slot) {
+void ObjectScene::updateShortcut(ShortcutSlot slot) {
   const NodeId id = shortcutNode(slot);
   const clsShortcut* shortcut = workspace_.shortcuts.find(slot);
   // A shortcut whose container is missing has no panel to lie on.
@@ -225,7 +223,7 @@ void WorkspaceScene::updateShortcut(ShortcutSlot slot) {
   placeShortcut(node, slot, *shortcut);
 }
 
-void WorkspaceScene::updatePicture(PictureSlot slot) {
+void ObjectScene::updatePicture(PictureSlot slot) {
   const NodeId id = pictureNode(slot);
   const clsPicture* picture = workspace_.pictures.find(slot);
   if (picture == nullptr || scene_.find(panelNode(picture->parent)) == nullptr) {
@@ -248,25 +246,26 @@ void WorkspaceScene::updatePicture(PictureSlot slot) {
   image.image = {ImageRef::Source::PictureFile, picture->Path};
 }
 
-void WorkspaceScene::moveContainer(ContainerSlot slot) {
+void ObjectScene::moveContainer(ContainerSlot slot) {
   const clsContainer* container = workspace_.containers.find(slot);
   Node* node = scene_.find(containerNode(slot));
   if (container == nullptr || node == nullptr) return;
-  node->rect = reachable(picBack, container->rect.topLeft(), node->rect.size());
+  node->rect = boxRect(*container, node->rect.size());
 }
 
-void WorkspaceScene::updateContainer(ContainerSlot slot) {
+void ObjectScene::updateContainer(ContainerSlot slot) {
   const NodeId id = containerNode(slot);
   const clsContainer* container = workspace_.containers.find(slot);
-  if (container == nullptr) {
-    if (Node* node = scene_.find(id)) node->visible = false;
+  const ContainerShape shape = container == nullptr ? ContainerShape{} : shapeOf(slot, *container);
+  const bool isNew = scene_.find(id) == nullptr;
+  if (container == nullptr || (isNew && !shape.visible)) {
+    if (!isNew) scene_.find(id)->visible = false;
     return;
   }
-  const bool isNew = scene_.find(id) == nullptr;
-  Node& node = scene_.create(id, {ControlKind::picBack, 0});
+  Node& node = scene_.create(id, containerParent());
   containerNodes_ = std::max(containerNodes_, slot.index + 1);
   if (isNew) scene_.sink(id, liesBehind);
-  node.visible = container->visible && !container->Detached;
+  node.visible = shape.visible;
   node.clipsChildren = true;
   node.text = container->name;
   node.look.back.reset();
@@ -277,64 +276,102 @@ void WorkspaceScene::updateContainer(ContainerSlot slot) {
     node.look.fore = Colour{container->foreColor.bgr & 0xFFFFFF};
   }
   Size<Twips> box = openSize(*container);
-  if (container->folded) box.height = kTitleStripHeight;
-  if (container->shrunk) box = kShrunkSize;
-  node.rect = reachable(picBack, container->rect.topLeft(), box);
-  layoutParts(slot, *container, box);
+  if (shape.folded) box.height = kTitleStripHeight;
+  if (shape.shrunk) box = kShrunkSize;
+  node.rect = boxRect(*container, box);
+  layoutParts(slot, *container, shape, box);
+  if (isNew && !updatingAll_) updateContents({slot});
 }
 
-void WorkspaceScene::layoutParts(ContainerSlot slot, const clsContainer& container,
-                                 Size<Twips> box) {
+// What lay here while the container was shown elsewhere.
+void ObjectScene::updateContents(Panel panel) {
+  workspace_.shortcuts.forEach([&](ShortcutSlot slot, const clsShortcut& shortcut) {
+    if (shortcut.parent == panel) updateShortcut(slot);
+  });
+  workspace_.pictures.forEach([&](PictureSlot slot, const clsPicture& picture) {
+    if (picture.parent == panel) updatePicture(slot);
+  });
+}
+
+Node& ObjectScene::part(ControlKind kind, ContainerSlot slot, NodeId parent, TwipsRect rect,
+                        bool visible) {
+  Node& node = scene_.create(containerPart(kind, slot), parent);
+  node.rect = rect;
+  node.visible = visible;
+  return node;
+}
+
+void ObjectScene::layoutParts(ContainerSlot slot, const clsContainer& container,
+                              const ContainerShape& shape, Size<Twips> box) {
   const NodeId id = containerNode(slot);
-  const auto part = [&](ControlKind kind, NodeId parent, TwipsRect rect, bool visible) -> Node& {
-    Node& node = scene_.create(containerPart(kind, slot), parent);
-    node.rect = rect;
-    node.visible = visible;
-    return node;
-  };
   // The body keeps its open size while folded, so that nothing in it moves.
   const Size<Twips> open = openSize(container);
   const TwipsRect body{{}, kTitleStripHeight, open.width, open.height - kTitleStripHeight};
   const NodeId frame = containerPart(ControlKind::ContainerFrame, slot);
   const bool resized = scene_.find(frame) == nullptr || scene_.find(frame)->rect != body;
-  part(ControlKind::ContainerFrame, id, body, !container.folded && !container.shrunk)
-      .clipsChildren = true;
+  part(ControlKind::ContainerFrame, slot, id, body, !shape.folded && !shape.shrunk).clipsChildren =
+      true;
+  layoutTitle(slot, container, shape, box);
+  layoutLists(slot, container, body);
+  Node& note =
+      part(ControlKind::ContainerNote, slot, frame,
+           {kNoteMargin, kNoteMargin, body.width - kNoteMargin * 2, body.height - kNoteMargin * 2},
+           shape.noteShown);
+  note.text = container.note;
+  note.focusable = true;
+  if (resized) relayPanel({slot});
+  if (contentLayout_) contentLayout_(slot);
+}
 
-  Node& label = part(ControlKind::ContainerLabel, id, {{}, {}, box.width, kTitleStripHeight},
-                     !container.shrunk);
+void ObjectScene::layoutTitle(ContainerSlot slot, const clsContainer& container,
+                              const ContainerShape& shape, Size<Twips> box) {
+  const NodeId id = containerNode(slot);
+  Node& label = part(ControlKind::ContainerLabel, slot, id, {{}, {}, box.width, kTitleStripHeight},
+                     !shape.shrunk);
   label.text = container.name;
   label.focusable = true;
-  Node& fold =
-      part(ControlKind::lblFoldUnfold, id,
-           {box.width - kFoldBoxWidth, {}, kFoldBoxWidth, kTitleStripHeight}, !container.shrunk);
-  fold.text = container.folded ? L"+" : L"-";
+  Twips left = box.width - kFoldBoxWidth;
+  Node& fold = part(ControlKind::lblFoldUnfold, slot, id,
+                    {left, {}, kFoldBoxWidth, kTitleStripHeight}, !shape.shrunk);
+  fold.text = shape.folded ? L"+" : L"-";
+  // The name keeps some room; the buttons that still fit stand before the fold box.
+  for (const ControlKind kind :
+       {ControlKind::cmdConMenu, ControlKind::cmdConDetach, ControlKind::cmdConShrink}) {
+    left -= kTitleButtonWidth;
+    const bool fits = left > kTitleButtonWidth * 3;
+    part(kind, slot, id, {left, {}, kTitleButtonWidth, kTitleStripHeight},
+         shape.toolbar && !shape.shrunk && fits);
+  }
   Node& tile =
-      part(ControlKind::ContainerIcon, id, {{}, {}, box.width, box.height}, container.shrunk);
+      part(ControlKind::ContainerIcon, slot, id, {{}, {}, box.width, box.height}, shape.shrunk);
   tile.text = container.name;
   tile.focusable = true;
   tile.image = {ImageRef::Source::Asset, tileAsset(container)};
   if (!container.ShrinkPath.empty()) tile.image = {ImageRef::Source::IconOf, container.ShrinkPath};
+}
 
-  Node& note =
-      part(ControlKind::ContainerNote, frame,
-           {kNoteMargin, kNoteMargin, body.width - kNoteMargin * 2, body.height - kNoteMargin * 2},
-           container.noteVisible);
-  note.text = container.note;
-  note.focusable = true;
+void ObjectScene::layoutLists(ContainerSlot slot, const clsContainer& container,
+                              const TwipsRect& body) {
+  const NodeId frame = containerPart(ControlKind::ContainerFrame, slot);
   const bool isNewList = scene_.find(containerPart(ControlKind::LstRSS, slot)) == nullptr;
-  Node& list = part(ControlKind::LstRSS, frame, {{}, {}, body.width, body.height - kStatusHeight},
-                    container.RSS);
+  // Beside the lists a margin of the body stays in reach for the shrink hot spot.
+  Node& list = part(ControlKind::LstRSS, slot, frame,
+                    {kPad, {}, body.width - kPad, body.height - kStatusHeight}, container.RSS);
   if (isNewList) list.text = kFeedPrompt;
   list.focusable = true;
   list.clipsChildren = true;
-  Node& status = part(ControlKind::lblRSSLastUpdate, frame,
-                      {kPad, body.height - kStatusHeight, body.width - kPad * 2, kStatusHeight},
-                      container.RSS);
+  Node& status =
+      part(ControlKind::lblRSSLastUpdate, slot, frame,
+           {kPad, body.height - kStatusHeight, body.width - kPad * 2, kStatusHeight}, false);
   status.visible = container.RSS && !status.text.empty();
-  if (resized) relayPanel({slot});
+  Node& folder = part(ControlKind::LstFolder, slot, frame,
+                      {kPad, kNoteMargin, body.width - kPad, body.height - kNoteMargin * 2},
+                      containerType(container) == ContainerType::Folder);
+  folder.focusable = true;
+  folder.clipsChildren = true;
 }
 
-void WorkspaceScene::relayPanel(Panel panel) {
+void ObjectScene::relayPanel(Panel panel) {
   // The list is copied: updating may reorder the children.
   const Node* frame = scene_.find(panelNode(panel));
   const std::vector<NodeId> children = frame->children;
@@ -344,17 +381,53 @@ void WorkspaceScene::relayPanel(Panel panel) {
   }
 }
 
-void WorkspaceScene::setFeedPrompt(ContainerSlot slot, std::wstring text) {
+void ObjectScene::setFeedPrompt(ContainerSlot slot, std::wstring text) {
   if (Node* node = scene_.find(containerPart(ControlKind::LstRSS, slot)))
     node->text = std::move(text);
 }
 
-void WorkspaceScene::setFeedStatus(ContainerSlot slot, std::wstring text) {
+void ObjectScene::setFeedStatus(ContainerSlot slot, std::wstring text) {
   const clsContainer* container = workspace_.containers.find(slot);
   Node* node = scene_.find(containerPart(ControlKind::lblRSSLastUpdate, slot));
   if (node == nullptr || container == nullptr) return;
   node->text = std::move(text);
   node->visible = container->RSS && !node->text.empty();
+}
+
+void ObjectScene::updateAll() {
+  // Slots not in use are visited too, so that nodes of objects that are gone
+  // are hidden.
+  containerNodes_ = std::max(containerNodes_, workspace_.containers.bound());
+  shortcutNodes_ = std::max(shortcutNodes_, workspace_.shortcuts.bound());
+  pictureNodes_ = std::max(pictureNodes_, workspace_.pictures.bound());
+  updatingAll_ = true;
+  for (int i = 0; i < containerNodes_; ++i) updateContainer({i});
+  updatingAll_ = false;
+  for (int i = 0; i < shortcutNodes_; ++i) updateShortcut({i});
+  for (int i = 0; i < pictureNodes_; ++i) updatePicture({i});
+}
+
+Panel ObjectScene::panelAt(Point<Twips> windowPoint) const {
+  for (const Node* node = scene_.find(scene_.hitTest(windowPoint)); node != nullptr;
+       node = scene_.find(node->parent)) {
+    if (node->id.kind == ControlKind::Container) return {containerOf(node->id)};
+  }
+  return picBack;
+}
+
+Point<Twips> ObjectScene::bodyPoint(ContainerSlot slot, Point<Twips> windowPoint) const {
+  const NodeId tile = containerPart(ControlKind::ContainerIcon, slot);
+  const bool shrunk = scene_.find(tile) != nullptr && scene_.find(tile)->visible;
+  return scene_.toNode(shrunk ? tile : containerPart(ControlKind::ContainerFrame, slot),
+                       windowPoint);
+}
+
+Point<Twips> ObjectScene::toPanel(Panel panel, Point<Twips> windowPoint) const {
+  const NodeId id =
+      panel.isMain() ? NodeId{ControlKind::picBack, 0} : containerNode(panel.container);
+  const Point<Twips> local = scene_.toNode(id, windowPoint);
+  const Node* node = scene_.find(id);
+  return node == nullptr ? local : Point<Twips>{local.x + node->scroll.x, local.y + node->scroll.y};
 }
 
 }  // namespace varnowick
