@@ -8,7 +8,18 @@
 
 namespace varnowick {
 
-enum class TimerId { TimerShow, TimerSlide, TimerHide, TimeLock, TimerDblClickLabelDelay };
+enum class TimerId {
+  TimerShow,
+  TimerSlide,
+  TimerHide,
+  TimeLock,
+  TimerDblClickLabelDelay,
+  TimerExpandContainer,
+  TimerExpandUnfoldOnDrag,
+  TimerDontShrink,
+  TimerSuspendShrink,
+  TimerSuspendAutoExpand
+};
 
 struct TimerRow {
   TimerId id;
@@ -17,13 +28,22 @@ struct TimerRow {
   bool oneShot;  // true: the first tick is the last
 };
 
-inline constexpr std::array<TimerRow, 5> kTimers{{
+inline constexpr std::array<TimerRow, 10> kTimers{{
     {TimerId::TimerShow, L"TimerShow", 250, false},
     {TimerId::TimerSlide, L"TimerSlide", 5, false},
     {TimerId::TimerHide, L"TimerHide", 1000, false},
     // How long the caption tells of locking or unlocking.
     {TimerId::TimeLock, L"TimeLock", 1500, true},
     {TimerId::TimerDblClickLabelDelay, L"TimerDblClickLabelDelay", 500, true},
+    // The mouse rests on a shrunk container.
+    {TimerId::TimerExpandContainer, L"TimerExpandContainer", 100, true},
+    // What is being dragged rests on a folded or shrunk container.
+    {TimerId::TimerExpandUnfoldOnDrag, L"TimerExpandUnfoldOnDrag", 500, true},
+    // How long after an expansion, a keep-open action and a click on a body
+    // containers neither shrink back nor expand by themselves.
+    {TimerId::TimerDontShrink, L"TimerDontShrink", 20, true},
+    {TimerId::TimerSuspendShrink, L"TimerSuspendShrink", 2000, true},
+    {TimerId::TimerSuspendAutoExpand, L"TimerSuspendAutoExpand", 500, true},
 }};
 
 constexpr const TimerRow& timerRow(TimerId id) { return kTimers[static_cast<std::size_t>(id)]; }
@@ -37,7 +57,8 @@ static_assert(timersStandAtTheirIds());
 
 struct TimerAction {
   TimerId id;
-  bool start;  // false: stop. Starting a running timer begins its interval anew.
+  bool start;        // false: stop. Starting a running timer begins its interval anew.
+  int interval = 0;  // milliseconds; 0: that of the table
   bool operator==(const TimerAction&) const = default;
 };
 

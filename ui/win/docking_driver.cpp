@@ -108,11 +108,15 @@ void DockingDriver::apply(const DockEffects& effects) {
     SetWindowPos(window_, nullptr, px.left.value, px.top.value, 0, 0,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSIZE | SWP_NOOWNERZORDER);
   }
-  for (const TimerAction& action : effects.timers)
-    action.start ? startTimer(action.id) : stopTimer(action.id);
+  apply(effects.timers);
   if (effects.caption != CaptionChange::None && hooks_.captionChanged)
     hooks_.captionChanged(effects.caption == CaptionChange::Suspended);
   if (effects.change != DockChange::None && hooks_.changed) hooks_.changed(effects.change);
+}
+
+void DockingDriver::apply(const std::vector<TimerAction>& timers) {
+  for (const TimerAction& action : timers)
+    action.start ? startTimer(action.id, action.interval) : stopTimer(action.id);
 }
 
 void DockingDriver::draggedOver() {
@@ -145,9 +149,10 @@ void DockingDriver::noteWindowRect() {
   rect_ = toTwips(now, density());
 }
 
-void DockingDriver::startTimer(TimerId id) {
+void DockingDriver::startTimer(TimerId id, int interval) {
   if (id == TimerId::TimerSlide && !fineTimer_) fineTimer_ = beginFineTimer();
-  SetTimer(window_, systemTimer(id), static_cast<UINT>(timerRow(id).interval), nullptr);
+  if (interval <= 0) interval = timerRow(id).interval;
+  SetTimer(window_, systemTimer(id), static_cast<UINT>(interval), nullptr);
 }
 
 void DockingDriver::stopTimer(TimerId id) {

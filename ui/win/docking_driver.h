@@ -35,6 +35,8 @@ class DockingDriver {
   const Docking& rules() const { return rules_; }
   DockInputs inputs() const;
   void apply(const DockEffects& effects);
+  // The timers of any rules; they run on the same window.
+  void apply(const std::vector<TimerAction>& timers);
   // Something is being dragged over the window, from wherever. The system reports
   // no mouse moves meanwhile, and the drag itself keeps the bar open.
   void draggedOver();
@@ -47,7 +49,8 @@ class DockingDriver {
   const TwipsRect& rect() const { return rect_; }
   TwipsRect rectToSave() const { return rules_.rectToSave(inputs()); }
 
-  void startTimer(TimerId id);
+  // In milliseconds; 0: the interval of the table.
+  void startTimer(TimerId id, int interval = 0);
   void stopTimer(TimerId id);
 
  private:
