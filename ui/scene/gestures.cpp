@@ -4,27 +4,8 @@
 
 namespace varnowick {
 
-GestureKind Gestures::dragOf(ControlKind kind) {
-  switch (kind) {
-    case ControlKind::TitleBar:
-    case ControlKind::lblCaption:
-    case ControlKind::DockStrip:  // all that there is to take hold of while collapsed
-      return GestureKind::MoveBar;
-    case ControlKind::lblShortcut:
-    case ControlKind::picShortcut:
-      return GestureKind::MoveObjects;
-    case ControlKind::picBack:
-    case ControlKind::ContainerFrame:
-      return GestureKind::RubberBand;
-    default:
-      return GestureKind::None;
-  }
-}
-
-void Gestures::press(NodeId node, Point<Pixels> screen, bool ctrl, bool locked) {
-  kind_ = dragOf(node.kind);
-  // A locked workspace still lets the user select.
-  if (locked && kind_ != GestureKind::RubberBand) kind_ = GestureKind::None;
+void Gestures::press(NodeId node, GestureKind drag, Point<Pixels> screen, bool ctrl) {
+  kind_ = drag;
   node_ = node;
   start_ = screen;
   ctrl_ = ctrl;

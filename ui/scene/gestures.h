@@ -1,5 +1,5 @@
 // What a press of the left button becomes: a click, a rubber band, or a drag of
-// the bar or of objects. Knows nodes by id and points of the screen; moves nothing.
+// the window or of objects. Knows nodes by id and points of the screen; moves nothing.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,16 @@
 
 namespace varnowick {
 
-enum class GestureKind { None, Click, MoveBar, MoveObjects, RubberBand };
+enum class GestureKind {
+  None,
+  Click,
+  MoveBar,  // the window itself
+  MoveObjects,
+  MoveContainers,
+  Resize,  // by its border
+  RubberBand,
+  DrawContainer
+};
 enum class GesturePhase { Begin, Update, End, Cancel };
 
 struct GestureEvent {
@@ -28,8 +37,9 @@ class Gestures {
   // not begun to drag.
   void setThreshold(Size<Pixels> threshold) { threshold_ = threshold; }
 
-  // While locked nothing can be dragged; a click stays a click wherever it ends.
-  void press(NodeId node, Point<Pixels> screen, bool ctrl, bool locked);
+  // `drag` is what moving the mouse would begin; with None a click stays a click
+  // wherever it ends.
+  void press(NodeId node, GestureKind drag, Point<Pixels> screen, bool ctrl);
   // Begin at the step that leaves the threshold, Update after it.
   std::optional<GestureEvent> move(Point<Pixels> screen);
   // End of a drag, or a click.
@@ -42,7 +52,6 @@ class Gestures {
 
  private:
   GestureEvent event(GesturePhase phase, Point<Pixels> now) const;
-  static GestureKind dragOf(ControlKind kind);
 
   Size<Pixels> threshold_{{4}, {4}};
   GestureKind kind_ = GestureKind::None;

@@ -70,6 +70,28 @@ void WorkspaceEditor::sceneRebuilt() {
   showSelection();
 }
 
+GestureKind WorkspaceEditor::dragFrom(NodeId node, Point<Twips>) const {
+  GestureKind kind = GestureKind::None;
+  switch (node.kind) {
+    case ControlKind::TitleBar:
+    case ControlKind::lblCaption:
+    case ControlKind::DockStrip:  // all that there is to take hold of while collapsed
+      kind = GestureKind::MoveBar;
+      break;
+    case ControlKind::lblShortcut:
+    case ControlKind::picShortcut:
+      kind = GestureKind::MoveObjects;
+      break;
+    case ControlKind::picBack:
+    case ControlKind::ContainerFrame:
+      // A locked workspace still lets the user select.
+      return GestureKind::RubberBand;
+    default:
+      break;
+  }
+  return document_.settings.locked ? GestureKind::None : kind;
+}
+
 void WorkspaceEditor::pressed(NodeId node, bool ctrl) {
   if (const auto object = objectOf(node)) {
     selection_.press(*object, ctrl);

@@ -10,6 +10,7 @@
 #include "shortcuts/arrange.h"
 #include "shortcuts/dropped.h"
 #include "shortcuts/selection.h"
+#include "ui/scene/gestures.h"
 #include "ui/scene/object_scene.h"
 
 namespace varnowick {
@@ -22,6 +23,8 @@ class WorkspaceEditor {
   const Selection& selection() const { return selection_; }
   bool canUndo() const { return !undo_.empty(); }
 
+  // What a drag begins that starts at this node and point of the window.
+  GestureKind dragFrom(NodeId node, Point<Twips> at) const;
   // A press on a node and the release on the same one.
   void pressed(NodeId node, bool ctrl);
   void released(NodeId node, bool ctrl, bool dragged);

@@ -18,8 +18,6 @@ namespace {
 
 constexpr Size<Twips> kLeastWindow{{2400}, {1800}};
 
-POINT pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
-
 // A first start: at the left edge of the primary monitor, expanded, as high as
 // the work area, with the part that stays off screen added to the width.
 TwipsRect firstRect(Monitors& monitors) {
@@ -39,27 +37,11 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
       images_(platform.system.programFolder() + L"\\Images"),
       measure_(platform.monitors.density()),
       workspaceScene_(document_.settings, document_.workspace, &measure_),
-      view_(workspaceScene_.scene(), images_, fonts_),
-      editor_(document_, workspaceScene_),
-      dropTarget_({.over = [this](POINT at) { return dropIsWelcome(at); },
-                   .drop = [this](POINT at, const Dropped& data) { return acceptDrop(at, data); },
-                   .leave =
-                       [this] {
-                         editor_.unmarkDrop();
-                         view_.invalidate();
-                       }}),
-      accessibleItems_(workspaceScene_.scene(), view_.input(), kProgramTitle,
-                       [this](NodeId node) {
-                         return PostMessageW(handle(), kMsgAction, static_cast<WPARAM>(node.kind),
-                                             node.slot) != FALSE;
-                       }),
-      accessible_(accessibleItems_),
+      pane_({platform_, document_, images_, fonts_, measure_, modal_}, workspaceScene_, *this,
+            kProgramTitle),
       docking_(platform, document_.settings,
                {.keepOpen =
-                    [this] {
-                      return modal_.active() || gestures_.dragging() || dropTarget_.dragActive() ||
-                             extras_.jump().hasFocus();
-                    },
+                    [this] { return modal_.active() || pane_.busy() || extras_.jump().hasFocus(); },
                 .prepareCollapse = [this] { extras_.hidePopups(); },
                 .captionChanged = [this](bool) { relayout(); },
                 .changed =
@@ -68,17 +50,18 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                       if (change == DockChange::Expanded) announce(handle(), kEventExpanded);
                       if (change == DockChange::Collapsed) announce(handle(), kEventCollapsed);
                     }}),
-      extras_({platform_, document_, workspaceScene_, view_, images_, fonts_, measure_, docking_},
+      extras_({platform_, document_, workspaceScene_, pane_.view(), images_, fonts_, measure_,
+               docking_},
               {.run =
                    [this](Command command) {
-                     if (!busyElsewhere()) run(command);
+                     if (!busyElsewhere()) pane_.run(command);
                    },
-               .menu = [this](MenuId menu, POINT at) { showMenu(menu, at); },
+               .menu = [this](MenuId menu, POINT at) { pane_.showMenu(menu, at); },
                .start =
                    [this](ShortcutSlot slot) {
-                     if (!busyElsewhere()) launch(slot);
+                     if (!busyElsewhere()) pane_.launch(slot);
                    },
-               .showShortcut = [this](ShortcutSlot slot) { showShortcut(slot); },
+               .showShortcut = [this](ShortcutSlot slot) { pane_.showShortcut(slot); },
                .key = [this](const KeyDecision& decision) { apply(decision); },
                .open = [this] { bringForward(); },
                .toggle =
@@ -105,12 +88,9 @@ bool frmMain::open() {
   options.exStyle = WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_LAYERED;
   if (!create(options)) return false;
   SetLayeredWindowAttributes(handle(), 0, 255, LWA_ALPHA);
-  view_.attach(handle(), platform_.monitors.density());
+  pane_.attach(handle());
   docking_.attach(handle());
-  accessibleItems_.attach(handle());
-  dropTarget_.attach(handle());
   extras_.attach(handle());
-  gestures_.setThreshold({{GetSystemMetrics(SM_CXDRAG)}, {GetSystemMetrics(SM_CYDRAG)}});
   return true;
 }
 
@@ -141,12 +121,8 @@ void frmMain::show() {
 }
 
 LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (const auto answer = pane_.handleMessage(message, wParam, lParam)) return *answer;
   switch (message) {
-    case WM_ERASEBKGND:
-      return 1;
-    case WM_PAINT:
-      view_.paint();
-      return 0;
     case WM_TIMER:
       onTimer(wParam);
       return 0;
@@ -164,7 +140,7 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     }
     case WM_NCHITTEST:
-      return onHitTest(pointOf(lParam));
+      return onHitTest({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
     case WM_ENTERSIZEMOVE:
       rectBeforeSizing_ = docking_.rect();
       return 0;
@@ -173,46 +149,9 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       docking_.apply(docking_.rules().movedByUser(docking_.inputs()));
       workspaceChanged();
       return 0;
-    case WM_MOUSEMOVE:
-      onMouseMove(pointOf(lParam));
-      return 0;
-    case WM_MOUSELEAVE:
-      trackingLeave_ = false;
-      view_.mouseLeft();
-      extras_.hideTooltip();
-      return 0;
-    case WM_LBUTTONDOWN:
-      doubleClicked_ = false;
-      onLeftDown(pointOf(lParam));
-      return 0;
-    case WM_LBUTTONDBLCLK:
-      onDoubleClick(pointOf(lParam));
-      return 0;
-    case WM_LBUTTONUP:
-      onLeftUp(pointOf(lParam));
-      return 0;
-    case WM_CAPTURECHANGED:
-      if (const auto event = gestures_.cancel()) onGesture(*event);
-      view_.captureLost();
-      return 0;
-    case WM_MOUSEWHEEL: {
-      const int notches = GET_WHEEL_DELTA_WPARAM(wParam);
-      workspaceScene_.scrollTo(workspaceScene_.layout().scroll -
-                               Twips{static_cast<float>(notches) * 6.0F});
-      view_.invalidate();
-      return 0;
-    }
-    case WM_CONTEXTMENU:
-      onContextMenu(pointOf(lParam));
-      return 0;
-    case WM_KEYDOWN:
-    case WM_SYSKEYDOWN:
-      onKeyDown(static_cast<int>(wParam));
-      if (message == WM_KEYDOWN || wParam == VK_F4) return 0;
-      break;
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE) docking_.rules().lostFocus();
-      view_.invalidate();
+      pane_.view().invalidate();
       break;
     case WM_POWERBROADCAST:
       // After a rest the machine may have other monitors.
@@ -227,10 +166,6 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DISPLAYCHANGE:
       docking_.apply(docking_.rules().screenChanged(docking_.inputs()));
       break;
-    case WM_GETOBJECT:
-      if (const LRESULT answer = accessible_.getObject(handle(), wParam, lParam); answer != 0)
-        return answer;
-      break;
     case WM_CLOSE:
       if (!busyElsewhere()) exitProgram();
       return 0;
@@ -244,17 +179,9 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       onDestroy();
       return 0;
     default:
-      if (message == kMsgAction) {
-        if (!busyElsewhere()) clicked({static_cast<ControlKind>(wParam), static_cast<int>(lParam)});
-        return 0;
-      }
-      if (message == kMsgDropped) {
-        if (!modal_.active()) takePendingDrops();
-        return 0;
-      }
       if (message == kMsgImages) {
         if (images_.deliver()) {
-          view_.invalidate();
+          pane_.view().invalidate();
           extras_.imagesDelivered();
         }
         return 0;
@@ -280,10 +207,10 @@ void frmMain::onTimer(UINT_PTR timer) {
   // Timers of others may reach the window.
   if (timer < 1 || timer > kTimers.size()) return;
   const auto id = static_cast<TimerId>(timer - 1);
-  if (!modal_.active()) takePendingDrops();
+  pane_.takePendingDrops();
   if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id)) return;
-  if (id == TimerId::TimerDblClickLabelDelay) clickGuard_.TimerDblClickLabelDelayTick();
+  if (id == TimerId::TimerDblClickLabelDelay) pane_.clickGuard().TimerDblClickLabelDelayTick();
   if (id == TimerId::TimeLock) {
     lockTold_ = false;
     relayout();
@@ -326,10 +253,8 @@ FrameLayout frmMain::frameLayout() const {
 void frmMain::rebuildScene() {
   laidOut_ = true;
   workspaceScene_.build(frameLayout());
-  editor_.sceneRebuilt();
   extras_.arrange();
-  view_.invalidate();
-  announce(handle(), kEventSceneChanged);
+  pane_.refresh();
 }
 
 void frmMain::relayout() {
@@ -338,20 +263,19 @@ void frmMain::relayout() {
   if (!laidOut_) return;
   workspaceScene_.setFrame(frameLayout());
   extras_.arrange();
-  view_.invalidate();
+  pane_.view().invalidate();
 }
 
 void frmMain::applyPalette() {
   const Palette palette = systemIsHighContrast()
                               ? makeHighContrastPalette(document_.settings, systemColours())
                               : makePalette(document_.settings);
-  view_.setPalette(palette);
+  pane_.view().setPalette(palette);
   extras_.setPalette(palette);
 }
 
 void frmMain::onDestroy() {
-  dropTarget_.revoke();
-  accessible_.disconnect();
+  pane_.detach();
   PostQuitMessage(0);
 }
 

@@ -14,14 +14,6 @@
 namespace varnowick {
 namespace {
 
-class SystemForeground final : public ForegroundWindow {
- public:
-  std::uintptr_t current() override {
-    return reinterpret_cast<std::uintptr_t>(GetForegroundWindow());
-  }
-  void set(std::uintptr_t window) override { SetForegroundWindow(reinterpret_cast<HWND>(window)); }
-};
-
 // Whether this is a 32-bit program on 64-bit Windows, which sees another System32.
 bool runsUnderWow64() {
   using IsWow64ProcessFunction = BOOL(WINAPI*)(HANDLE, PBOOL);
@@ -34,172 +26,99 @@ bool runsUnderWow64() {
 
 }  // namespace
 
-void frmMain::clicked(NodeId node) {
-  const PixelRect at = view_.toClient(node);
-  POINT below{at.left.value, at.bottom().value};
+void frmMain::clicked(NodeId node, POINT) {
+  const PixelRect place = pane_.view().toClient(node);
+  POINT below{place.left.value, place.bottom().value};
   ClientToScreen(handle(), &below);
   switch (node.kind) {
-    case ControlKind::lblShortcut:
-    case ControlKind::picShortcut:
-      return launch(shortcutOf(node));
     case ControlKind::DockStrip:
       return docking_.apply(docking_.rules().ExpandFromEdge(docking_.inputs()));
     case ControlKind::cmdMenu:
-      return showMenu(MenuId::Main, below);
+      return pane_.showMenu(MenuId::Main, below);
     case ControlKind::cmdSettings:
-      return showMenu(MenuId::Settings, below);
+      return pane_.showMenu(MenuId::Settings, below);
     case ControlKind::cmdAdd:
-      return showMenu(MenuId::Add, below);
+      return pane_.showMenu(MenuId::Add, below);
     default:
-      return run(toolbarCommand(node.kind));
+      return pane_.run(toolbarCommand(node.kind));
   }
 }
 
-void frmMain::run(Command command) {
-  if (command == Command::None || !commandRow(command).built || !isEnabled(command, commandState()))
-    return;
+void frmMain::describeState(CommandState& state) const {
+  state.suspended = docking_.rules().suspended();
+}
+
+bool frmMain::runOwn(Command command) {
   switch (command) {
-    case Command::mnuShortcutProperties:
-      return editShortcut(currentShortcut(), L"");
-    case Command::mnuPaste:
-      return takeDropped(readClipboard(), nullptr);
-    case Command::mnuSelectAll:
-      editor_.selectAll();
-      return view_.invalidate();
-    case Command::mnuUnselectAll:
-      editor_.selectNone();
-      return view_.invalidate();
-    case Command::mnuUndo:
-      if (!editor_.undo()) return;
-      view_.invalidate();
-      return workspaceChanged();
-    case Command::mnuDeleteSelected:
-      return deleteSelected();
     case Command::mnuAlign:
       document_.settings.align = !document_.settings.align;
-      return workspaceChanged();
-    case Command::mnuSortByName:
-      return finishMove(editor_.sortByName({menuContainer_}));
-    case Command::mnuStartSelected:
-      return startSelected();
-    case Command::mnuStartAll:
-      return startMany([this](StartMany& start) {
-        StartAll(start, menuContainer_, document_.settings.confirmStartAllShortcuts);
-      });
-    case Command::mnuOpenFileLocation: {
-      const clsShortcut* shortcut = document_.workspace.shortcuts.find(currentShortcut());
-      if (shortcut != nullptr && !OpenFileLocation(platform_, *this, *shortcut, true))
-        editShortcut(currentShortcut(), L"");
-      return;
-    }
-    case Command::mnuUseRelativePath: {
-      const std::vector<ShortcutSlot> selected = editor_.selection().shortcuts();
-      if (UseRelativePath(platform_, document_.workspace, selected)) workspaceChanged();
-      return;
-    }
+      workspaceChanged();
+      break;
     case Command::mnuRefreshShortcuts:
       images_.clear();
-      return view_.invalidate();
+      pane_.view().invalidate();
+      break;
     case Command::mnuTranslucent:
-      return toggleTranslucency();
+      toggleTranslucency();
+      break;
     case Command::mnuDockLeft:
-      return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Left));
+      docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Left));
+      break;
     case Command::mnuDockRight:
-      return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Right));
+      docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Right));
+      break;
     case Command::mnuDockTop:
-      return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Top));
+      docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Top));
+      break;
     case Command::mnuDockBottom:
-      return docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Bottom));
+      docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Bottom));
+      break;
     case Command::mnuDockNow:
-      return docking_.apply(docking_.rules().dockNow(docking_.inputs()));
+      docking_.apply(docking_.rules().dockNow(docking_.inputs()));
+      break;
     case Command::mnuSuspendSlideOut:
-      return docking_.apply(docking_.rules().mnuSuspendSlideOut());
+      docking_.apply(docking_.rules().mnuSuspendSlideOut());
+      break;
     case Command::mnuLock:
-      return setLocked(!document_.settings.locked);
+      setLocked(!document_.settings.locked);
+      break;
     case Command::mnuSave:
-      return saveWorkspace();
+      saveWorkspace();
+      break;
     case Command::mnuAbout:
-      return about();
+      about();
+      break;
     case Command::mnuAddLink:
-      return askForNewShortcut(NewShortcutKind::WebUrl);
+      askForNewShortcut(NewShortcutKind::WebUrl);
+      break;
     case Command::mnuAddFileLink:
-      return askForNewShortcut(NewShortcutKind::File);
+      askForNewShortcut(NewShortcutKind::File);
+      break;
     case Command::mnuAddFolderLink:
-      return askForNewShortcut(NewShortcutKind::Directory);
+      askForNewShortcut(NewShortcutKind::Directory);
+      break;
     case Command::mnuNewCommand:
-      return askForNewShortcut(NewShortcutKind::SystemCommand);
+      askForNewShortcut(NewShortcutKind::SystemCommand);
+      break;
     case Command::mnuRestart:
-      return restartWithoutRecentChanges();
+      restartWithoutRecentChanges();
+      break;
     case Command::mnuLoadDefaults:
-      return loadDefaultSettings();
+      loadDefaultSettings();
+      break;
     case Command::mnuExitMainWin:
-      return exitProgram();
+      exitProgram();
+      break;
     default:
-      return;
+      return false;
   }
-}
-
-void frmMain::launch(ShortcutSlot slot) {
-  const clsShortcut* found = document_.workspace.shortcuts.find(slot);
-  if (found == nullptr || ended_ || clickGuard_.blocked()) return;
-  const clsShortcut shortcut = *found;  // a dialog may change the table meanwhile
-  const LaunchResult result = LaunchShortcut(platform_, *this, shortcut);
-  if (result.outcome == LaunchOutcome::FailedFaulty) editShortcut(slot, result.propertiesError);
-  if (result.outcome == LaunchOutcome::Started) {
-    extras_.countStart(slot);
-    announce(handle(), kEventLaunched);
-  }
-}
-
-// Each in turn; a dialog of one does not keep the others from starting.
-void frmMain::startSelected() {
-  for (const ShortcutSlot slot : editor_.selection().shortcuts()) launch(slot);
-}
-
-void frmMain::startMany(const std::function<void(StartMany&)>& start) {
-  SystemForeground foreground;
-  StartMany many{
-      platform_,
-      *this,
-      *this,
-      foreground,
-      document_.workspace,
-      [this](ShortcutSlot slot, const std::wstring& error) { editShortcut(slot, error); }};
-  launchSuppressed_ = false;
-  start(many);
-  announce(handle(), kEventLaunched);
+  return true;
 }
 
 void frmMain::toggleTranslucency() {
   document_.settings.translucent = !document_.settings.translucent;
   docking_.apply(docking_.rules().opacityChanged(docking_.inputs()));
   workspaceChanged();
-}
-
-void frmMain::editShortcut(ShortcutSlot slot, const std::wstring& error) {
-  clsShortcut* shortcut = document_.workspace.shortcuts.find(slot);
-  if (shortcut == nullptr) return;
-  clsShortcut edited = *shortcut;
-  {
-    const ModalDepth::Scope scope(modal_);
-    if (!frmShortcutProperties(edited, error).edit(handle())) return;
-  }
-  shortcut = document_.workspace.shortcuts.find(slot);
-  if (shortcut == nullptr) return;
-  *shortcut = std::move(edited);
-  applyTagFilter(document_.workspace, shortcut->parent);
-  editor_.shortcutChanged(slot);
-  view_.invalidate();
-  announce(handle(), kEventSceneChanged);
-  workspaceChanged();
-}
-
-void frmMain::showShortcut(ShortcutSlot slot) {
-  const NodeId node = shortcutNode(slot);
-  workspaceScene_.scrollToShow(node);
-  editor_.selectOnly(slot);
-  view_.focus(node);
-  view_.invalidate();
 }
 
 void frmMain::askForNewShortcut(NewShortcutKind kind) {
@@ -214,8 +133,9 @@ void frmMain::askForNewShortcut(NewShortcutKind kind) {
   }
   if (!shortcut) return;
   // A chosen link file is read like one that was dropped.
-  if (kind == NewShortcutKind::File) return takeDropped({.paths = {{shortcut->Path}}}, nullptr);
-  addShortcuts({*shortcut}, nullptr, {});
+  if (kind == NewShortcutKind::File)
+    return pane_.takeDropped({.paths = {{shortcut->Path}}}, nullptr);
+  pane_.addShortcuts({*shortcut}, nullptr, {});
 }
 
 void frmMain::about() {
@@ -244,13 +164,6 @@ void frmMain::setLocked(bool locked) {
   docking_.startTimer(TimerId::TimeLock);
   relayout();
   workspaceChanged();
-}
-
-ShortcutSlot frmMain::currentShortcut() const {
-  if (const ShortcutSlot selected = editor_.selection().current(); !selected.none())
-    return selected;
-  const ShortcutSlot slot = shortcutOf(view_.input().focused());
-  return document_.workspace.shortcuts.contains(slot) ? slot : ShortcutSlot{};
 }
 
 }  // namespace varnowick

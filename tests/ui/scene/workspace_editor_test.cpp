@@ -144,5 +144,26 @@ TEST_F(WorkspaceEditorTest, WhatIsAddedLiesWhereItWasDroppedAndIsSelected) {
   EXPECT_THAT(editor.add({dropped}, &at).slots, IsEmpty());
 }
 
+TEST_F(WorkspaceEditorTest, WhatIsDraggedFollowsFromWhatWasPressed) {
+  const struct {
+    ControlKind pressed;
+    bool locked;
+    GestureKind expected;
+  } cases[] = {
+      {ControlKind::lblCaption, false, GestureKind::MoveBar},
+      {ControlKind::DockStrip, false, GestureKind::MoveBar},
+      {ControlKind::lblShortcut, false, GestureKind::MoveObjects},
+      {ControlKind::ContainerFrame, false, GestureKind::RubberBand},
+      {ControlKind::picBack, true, GestureKind::RubberBand},
+      {ControlKind::lblShortcut, true, GestureKind::None},
+      {ControlKind::lblCaption, true, GestureKind::None},
+      {ControlKind::cmdMenu, false, GestureKind::None},
+  };
+  for (const auto& c : cases) {
+    document.settings.locked = c.locked;
+    EXPECT_EQ(editor.dragFrom({c.pressed, 0}, {}), c.expected) << static_cast<int>(c.pressed);
+  }
+}
+
 }  // namespace
 }  // namespace varnowick

@@ -1,0 +1,22 @@
+// What the windows of the program share: the outside world, the document, and what
+// is costly to have twice. Owned by the main window; everything is borrowed.
+#pragma once
+
+#include "core/document.h"
+#include "platform/platform.h"
+#include "ui/win/gdi_text.h"
+#include "ui/win/image_store.h"
+#include "ui/win/modal.h"
+
+namespace varnowick {
+
+struct Desk {
+  Platform platform;
+  Document& document;
+  ImageStore& images;
+  GdiFonts& fonts;
+  GdiTextMeasure& measure;
+  ModalDepth& modal;
+};
+
+}  // namespace varnowick

@@ -1,0 +1,274 @@
+#include "ui/win/workspace_pane.h"
+
+#include <windowsx.h>
+
+#include "platform/screen.h"
+#include "ui/win/win_events.h"
+
+namespace varnowick {
+namespace {
+
+POINT pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
+
+bool isDown(int key) { return GetKeyState(key) < 0; }
+
+}  // namespace
+
+WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& owner,
+                             std::wstring title)
+    : desk_(desk),
+      scene_(scene),
+      owner_(owner),
+      view_(scene.scene(), desk.images, desk.fonts),
+      editor_(desk.document, scene),
+      dropTarget_({.over = [this](POINT at) { return dropIsWelcome(at); },
+                   .drop = [this](POINT at, const Dropped& data) { return acceptDrop(at, data); },
+                   .leave =
+                       [this] {
+                         editor_.unmarkDrop();
+                         owner_.dragLeft();
+                         view_.invalidate();
+                       }}),
+      accessibleItems_(scene.scene(), view_.input(), std::move(title),
+                       [this](NodeId node) {
+                         return PostMessageW(window_, kMsgAction, static_cast<WPARAM>(node.kind),
+                                             node.slot) != FALSE;
+                       }),
+      accessible_(accessibleItems_) {}
+
+void WorkspacePane::attach(HWND window) {
+  window_ = window;
+  const Density density = desk_.platform.monitors.density();
+  view_.attach(window, density);
+  accessibleItems_.attach(window);
+  accessibleItems_.setDensity(density);
+  dropTarget_.attach(window);
+  gestures_.setThreshold({{GetSystemMetrics(SM_CXDRAG)}, {GetSystemMetrics(SM_CYDRAG)}});
+}
+
+void WorkspacePane::detach() {
+  dropTarget_.revoke();
+  accessible_.disconnect();
+}
+
+std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT:
+      view_.paint();
+      return 0;
+    case WM_MOUSEMOVE:
+      onMouseMove(pointOf(lParam));
+      return 0;
+    case WM_MOUSELEAVE:
+      trackingLeave_ = false;
+      view_.mouseLeft();
+      owner_.hovered({}, {});
+      return 0;
+    case WM_LBUTTONDOWN:
+      doubleClicked_ = false;
+      onLeftDown(pointOf(lParam));
+      return 0;
+    case WM_LBUTTONDBLCLK:
+      onDoubleClick(pointOf(lParam));
+      return 0;
+    case WM_LBUTTONUP:
+      onLeftUp(pointOf(lParam));
+      return 0;
+    case WM_CAPTURECHANGED:
+      if (const auto event = gestures_.cancel()) onGesture(*event);
+      view_.captureLost();
+      return 0;
+    case WM_MOUSEWHEEL:
+      onWheel(GET_WHEEL_DELTA_WPARAM(wParam));
+      return 0;
+    case WM_CONTEXTMENU:
+      onContextMenu(pointOf(lParam));
+      return 0;
+    case WM_SETCURSOR: {
+      if (LOWORD(lParam) != HTCLIENT) return std::nullopt;
+      POINT at{};
+      GetCursorPos(&at);
+      ScreenToClient(window_, &at);
+      const HCURSOR cursor = owner_.cursorOver(scene_.scene().hitTest(view_.toScene(at)), at);
+      if (cursor == nullptr) return std::nullopt;
+      SetCursor(cursor);
+      return TRUE;
+    }
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+      if (onKeyDown(static_cast<int>(wParam)) || message == WM_KEYDOWN) return 0;
+      return std::nullopt;
+    case WM_GETOBJECT:
+      if (const LRESULT answer = accessible_.getObject(window_, wParam, lParam); answer != 0)
+        return answer;
+      return std::nullopt;
+    case kMsgAction:
+      if (!owner_.busyElsewhere()) {
+        const NodeId node{static_cast<ControlKind>(wParam), static_cast<int>(lParam)};
+        const PixelRect r = view_.toClient(node);
+        clicked(node, {r.left.value + r.width.value / 2, r.top.value + r.height.value / 2});
+      }
+      return 0;
+    case kMsgDropped:
+      takePendingDrops();
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+// Where a button went down or up. The cursor itself may be elsewhere by the time
+// the message is handled, and a drag would begin at the wrong place.
+Point<Pixels> WorkspacePane::toScreen(POINT client) const {
+  ClientToScreen(window_, &client);
+  return {{client.x}, {client.y}};
+}
+
+Point<Twips> WorkspacePane::toScene(Point<Pixels> screen) const {
+  POINT client{screen.x.value, screen.y.value};
+  ScreenToClient(window_, &client);
+  return view_.toScene(client);
+}
+
+void WorkspacePane::onMouseMove(POINT client) {
+  if (!trackingLeave_) {
+    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, window_, 0};
+    trackingLeave_ = TrackMouseEvent(&track) != FALSE;
+  }
+  if (const auto event = gestures_.move(desk_.platform.cursor.position())) return onGesture(*event);
+  if (gestures_.dragging()) return;
+  owner_.mouseMoved();
+  view_.mouseMoved(client);
+  owner_.hovered(view_.input().hovered(), client);
+}
+
+void WorkspacePane::onLeftDown(POINT client) {
+  SetFocus(window_);
+  const NodeId node = view_.mousePressed(client);
+  SetCapture(window_);
+  const bool ctrl = isDown(VK_CONTROL);
+  const GestureKind drag = editor_.dragFrom(node, view_.toScene(client));
+  editor_.pressed(node, ctrl);
+  if (!shortcutOf(node).none()) view_.focus(node);
+  gestures_.press(node, drag, toScreen(client), ctrl);
+  owner_.pressed(node, client);
+  view_.invalidate();
+}
+
+// The second press of a double click: it starts a shortcut where the user wants
+// double clicks, and on containers it must not start what has just moved there.
+void WorkspacePane::onDoubleClick(POINT client) {
+  doubleClicked_ = true;
+  onLeftDown(client);
+  if (!containerOf(view_.input().pressed()).none()) {
+    clickGuard_.SetDblClickDelay();
+    owner_.startClickGuardTimer();
+  }
+}
+
+void WorkspacePane::onLeftUp(POINT client) {
+  const auto event = gestures_.release(toScreen(client));
+  const NodeId node = view_.mouseReleased(client);
+  ReleaseCapture();
+  if (!event) return;
+  const bool click = event->kind == GestureKind::Click;
+  editor_.released(event->node, event->ctrl, !click);
+  view_.invalidate();
+  onGesture(*event);
+  // Of two quick clicks one starts the shortcut: the one the user has chosen.
+  const bool starts =
+      shortcutOf(node).none() || doubleClicked_ == desk_.document.settings.doubleClick;
+  if (click && starts && !event->ctrl && !node.none() && !clickGuard_.blocked())
+    clicked(node, client);
+  launchSuppressed_ = false;
+}
+
+void WorkspacePane::clicked(NodeId node, POINT at) {
+  if (!shortcutOf(node).none()) return launch(shortcutOf(node));
+  owner_.clicked(node, at);
+}
+
+void WorkspacePane::onContextMenu(POINT screen) {
+  POINT client = screen;
+  NodeId node;
+  if (screen.x == -1 && screen.y == -1) {
+    // From the keyboard: at the focused object, or in the window's corner.
+    node = view_.input().focused();
+    const PixelRect r = node.none() ? PixelRect{{0}, {0}, {0}, {24}} : view_.toClient(node);
+    client = {r.left.value + 8, r.bottom().value};
+    screen = client;
+    ClientToScreen(window_, &screen);
+  } else {
+    ScreenToClient(window_, &client);
+    node = scene_.scene().hitTest(view_.toScene(client));
+  }
+  const ShortcutSlot shortcut = shortcutOf(node);
+  if (desk_.document.workspace.shortcuts.contains(shortcut)) {
+    // The menu is about the selection, which the object under the mouse joins.
+    if (!editor_.selection().contains(shortcut)) editor_.selectOnly(shortcut);
+    view_.focus(shortcutNode(shortcut));
+    view_.invalidate();
+    return showMenu(MenuId::Shortcut, screen);
+  }
+  if (owner_.ownMenu(node, screen)) return;
+  const ContainerSlot container = containerOf(node);
+  showMenu(container.none() ? MenuId::Main : MenuId::Container, screen, container);
+}
+
+void WorkspacePane::onWheel(int notches) {
+  scene_.scrollTo(scene_.scroll() - Twips{static_cast<float>(notches) * 6.0F});
+  view_.invalidate();
+}
+
+// By Tab without a direction. What has the focus is in sight, and selected if it
+// is a shortcut, so that keys can act on it.
+void WorkspacePane::moveFocus(Point<int> direction, bool backwards) {
+  if (direction == Point<int>{})
+    view_.focusNext(backwards);
+  else
+    view_.focusTowards(direction);
+  const NodeId focused = view_.input().focused();
+  if (const ShortcutSlot slot = shortcutOf(focused); !slot.none()) editor_.selectOnly(slot);
+  scene_.scrollToShow(focused);
+  view_.invalidate();
+  announce(window_, EVENT_OBJECT_FOCUS, accessibleItems_.childOf(focused));
+}
+
+bool WorkspacePane::onKeyDown(int key) {
+  const int modifiers = (isDown(VK_SHIFT) ? kShift : 0) + (isDown(VK_CONTROL) ? kCtrl : 0) +
+                        (isDown(VK_MENU) ? kAlt : 0);
+  if (key == VK_ESCAPE && gestures_.dragging()) {
+    ReleaseCapture();
+    return true;
+  }
+  if (owner_.keyDown(key, modifiers)) return true;
+  const Point<int> direction{(key == VK_RIGHT ? 1 : 0) - (key == VK_LEFT ? 1 : 0),
+                             (key == VK_DOWN ? 1 : 0) - (key == VK_UP ? 1 : 0)};
+  if (modifiers == 0 && direction != Point<int>{}) {
+    moveFocus(direction, false);
+  } else if (key == VK_TAB && (modifiers & ~kShift) == 0) {
+    moveFocus({}, modifiers == kShift);
+  } else if (key == VK_RETURN && modifiers == 0) {
+    if (const NodeId focused = view_.input().focused(); !focused.none()) {
+      const PixelRect r = view_.toClient(focused);
+      clicked(focused, {r.left.value + r.width.value / 2, r.top.value + r.height.value / 2});
+    }
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void WorkspacePane::refresh() {
+  editor_.sceneRebuilt();
+  sceneChanged();
+}
+
+void WorkspacePane::sceneChanged() {
+  view_.invalidate();
+  announce(window_, kEventSceneChanged);
+}
+
+}  // namespace varnowick

@@ -1,0 +1,170 @@
+// One scene of workspace objects on one window: the mouse, the keyboard, selecting,
+// dragging, dropping, menus and the commands for what is selected, shared by the
+// bar and the detached containers. What is particular to a window it asks its
+// owner; where the window stands, and saving, are none of its business.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shortcuts/launch.h"
+#include "sidebar/commands.h"
+#include "ui/scene/gestures.h"
+#include "ui/scene/object_scene.h"
+#include "ui/scene/workspace_editor.h"
+#include "ui/win/desk.h"
+#include "ui/win/drop_target.h"
+#include "ui/win/popup_menu.h"
+#include "ui/win/scene_accessible.h"
+#include "ui/win/scene_view.h"
+
+namespace varnowick {
+
+// The messages that a pane posts to its window.
+inline constexpr UINT kMsgAction = WM_APP + 2;   // a default action, see SceneAccessible
+inline constexpr UINT kMsgDropped = WM_APP + 3;  // a drop waits to be taken in
+
+// The window around a pane. Points are in client pixels unless said otherwise.
+class PaneOwner : public LaunchHost {
+ public:
+  // The window that is collapsed before several shortcuts start.
+  virtual LaunchHost& mainWindow() = 0;
+  // True, and the dialog comes forward, while a dialog of the program is open.
+  virtual bool busyElsewhere() = 0;
+  // The workspace has been changed from this window: it is to be saved, and other
+  // windows may have to show it.
+  virtual void workspaceChanged() = 0;
+  // The second press of a double click on a container: clickGuard() is to be
+  // released when TimerDblClickLabelDelay ticks.
+  virtual void startClickGuardTimer() = 0;
+
+  virtual void pressed(NodeId, POINT) {}
+  // A click on anything but a shortcut, or its default action.
+  virtual void clicked(NodeId node, POINT at) = 0;
+  virtual void mouseMoved() {}
+  // After each move; none when the mouse has left.
+  virtual void hovered(NodeId, POINT) {}
+  // The cursor over a node where it is not the arrow; null for the arrow.
+  virtual HCURSOR cursorOver(NodeId, POINT) { return nullptr; }
+  virtual void moveWindow(const GestureEvent& event) = 0;
+  // Something is being dragged over the window, from this program or another.
+  virtual void draggedOver(POINT) {}
+  virtual void dragLeft() {}
+  virtual void shortcutStarted(ShortcutSlot) {}
+
+  // Of the menu and the commands that the pane does not know.
+  virtual void describeState(CommandState&) const {}
+  virtual bool runOwn(Command) { return false; }
+  // True when the owner has shown a menu of its own for the node.
+  virtual bool ownMenu(NodeId, POINT /*screen*/) { return false; }
+  // A key that the pane has no use for. True when it was taken.
+  virtual bool keyDown(int /*key*/, int /*modifiers*/) { return false; }
+};
+
+class WorkspacePane {
+ public:
+  // All are borrowed and must outlive the pane. The title names the window for
+  // screen readers.
+  WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& owner, std::wstring title);
+
+  void attach(HWND window);
+  // Before the window is destroyed.
+  void detach();
+  // Answers the messages of painting, mouse, keyboard, drops and accessibility.
+  std::optional<LRESULT> handleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+  ObjectScene& objects() { return scene_; }
+  SceneView& view() { return view_; }
+  const SceneView& view() const { return view_; }
+  WorkspaceEditor& editor() { return editor_; }
+  const WorkspaceEditor& editor() const { return editor_; }
+  SceneAccessible& accessibleItems() { return accessibleItems_; }
+  ClickGuard& clickGuard() { return clickGuard_; }
+  bool launchSuppressed() const { return launchSuppressed_; }
+  // A drag or an edit is under way that must not lose its window.
+  bool busy() const { return gestures_.dragging() || dropTarget_.dragActive(); }
+
+  // Runs the command here or by the owner, when it is built and enabled.
+  void run(Command command);
+  CommandState commandState() const;
+  void showMenu(MenuId menu, POINT screen, ContainerSlot container = {});
+  void launch(ShortcutSlot slot);
+  void startMany(const std::function<void(StartMany&)>& start);
+  // Scrolls to it, selects and focuses it.
+  void showShortcut(ShortcutSlot slot);
+  // Adds what was dropped or entered; at no point: where there is room. A refusal
+  // that is known already is told with the others.
+  void takeDropped(const Dropped& dropped, const Point<Twips>* at);
+  void addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips>* at,
+                    std::wstring refusal);
+  // Drops come in only when no dialog is open; the owner calls it now and then.
+  void takePendingDrops();
+  // The workspace was changed by someone else.
+  void refresh();
+  // Everything on screen may have moved: repaints and tells it.
+  void sceneChanged();
+
+ private:
+  // The mouse and the keyboard (workspace_pane.cpp)
+  void onMouseMove(POINT client);
+  void onLeftDown(POINT client);
+  void onLeftUp(POINT client);
+  void onDoubleClick(POINT client);
+  void onContextMenu(POINT screen);
+  bool onKeyDown(int key);
+  void onWheel(int notches);
+  void moveFocus(Point<int> direction, bool backwards);
+  void clicked(NodeId node, POINT at);
+  Point<Pixels> toScreen(POINT client) const;
+  Point<Twips> toScene(Point<Pixels> screen) const;
+
+  // Editing (workspace_pane_editing.cpp)
+  void onGesture(const GestureEvent& event);
+  void moveObjects(const GestureEvent& event);
+  void openWith(ShortcutSlot dragged, ShortcutSlot target);
+  void finishMove(const Moved& moved);
+  bool dropIsWelcome(POINT screen);
+  bool acceptDrop(POINT screen, const Dropped& dropped);
+  void deleteSelected();
+  void setTagFilter(ContainerSlot slot, const std::wstring& tag);
+  bool refuseWhileLocked();
+
+  // Commands (workspace_pane_commands.cpp)
+  bool runHere(Command command);
+  void startSelected();
+  void editShortcut(ShortcutSlot slot, const std::wstring& error);
+  void addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const;
+  // The shortcut that a command is about: the selected one, else the focused one.
+  ShortcutSlot currentShortcut() const;
+  // What commands for selected shortcuts work on: several, or the focused one.
+  bool anythingSelected() const {
+    return !editor_.selection().empty() || !currentShortcut().none();
+  }
+
+  Desk desk_;
+  ObjectScene& scene_;
+  PaneOwner& owner_;
+  HWND window_ = nullptr;
+  SceneView view_;
+  WorkspaceEditor editor_;
+  Gestures gestures_;
+  DropTarget dropTarget_;
+  SceneAccessible accessibleItems_;
+  AccessibleServer accessible_;
+  ClickGuard clickGuard_;
+  bool launchSuppressed_ = false;
+  bool trackingLeave_ = false;
+  bool doubleClicked_ = false;
+  ContainerSlot menuContainer_;  // that the open menu, or its command, is about
+  struct PendingDrop {
+    Dropped data;
+    Point<Twips> at;  // of the window
+  };
+  std::vector<PendingDrop> pendingDrops_;
+};
+
+}  // namespace varnowick

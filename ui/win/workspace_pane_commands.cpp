@@ -1,0 +1,228 @@
+// The commands of a pane and its menus: rows from the tables, and the tags of a
+// container.
+
+#include "platform/msg_box.h"
+#include "shortcuts/paths.h"
+#include "shortcuts/tags.h"
+#include "ui/win/frm_shortcut_properties.h"
+#include "ui/win/win_events.h"
+#include "ui/win/workspace_pane.h"
+
+namespace varnowick {
+namespace {
+
+// Commands of menu rows that the tables do not have: tags, by their place in the
+// list of the container's tags.
+constexpr int kStartTag = 10'000;
+constexpr int kShowTag = 20'000;
+constexpr std::size_t kMostTagRows = 60;
+
+class SystemForeground final : public ForegroundWindow {
+ public:
+  std::uintptr_t current() override {
+    return reinterpret_cast<std::uintptr_t>(GetForegroundWindow());
+  }
+  void set(std::uintptr_t window) override { SetForegroundWindow(reinterpret_cast<HWND>(window)); }
+};
+
+// A tag may hold what menus take for a mnemonic or a key.
+std::wstring menuText(const std::wstring& text) {
+  std::wstring result;
+  for (const wchar_t c : text) result += c == L'&' ? L"&&" : std::wstring(1, c == L'\t' ? L' ' : c);
+  return result;
+}
+
+}  // namespace
+
+CommandState WorkspacePane::commandState() const {
+  CommandState state;
+  state.locked = desk_.document.settings.locked;
+  state.translucent = desk_.document.settings.translucent;
+  state.align = desk_.document.settings.align;
+  state.shortcutSelected = anythingSelected();
+  state.canUndo = editor_.canUndo() && !desk_.document.settings.locked;
+  owner_.describeState(state);
+  return state;
+}
+
+void WorkspacePane::addTagMenus(std::vector<MenuItem>& items,
+                                std::vector<std::wstring>& tags) const {
+  const clsContainer* container = desk_.document.workspace.containers.find(menuContainer_);
+  if (container == nullptr || !desk_.document.settings.showTags) return;
+  tags = allTags(desk_.document.workspace, Panel{menuContainer_});
+  if (tags.size() > kMostTagRows) tags.resize(kMostTagRows);
+  if (tags.empty()) return;
+  items.push_back({});
+  items.push_back({.depth = 0, .caption = commandRow(Command::mnuStartAllWTag).caption});
+  for (std::size_t i = 0; i < tags.size(); ++i)
+    items.push_back(
+        {.depth = 1, .command = kStartTag + static_cast<int>(i), .caption = menuText(tags[i])});
+  items.push_back({.depth = 0, .caption = L"S&how tag"});
+  items.push_back({.depth = 1,
+                   .command = kShowTag,
+                   .caption = L"&All",
+                   .checked = container->ShowingTag.empty()});
+  for (std::size_t i = 0; i < tags.size(); ++i)
+    items.push_back({.depth = 1,
+                     .command = kShowTag + 1 + static_cast<int>(i),
+                     .caption = menuText(tags[i]),
+                     .checked = sameIgnoringCase(container->ShowingTag, tags[i])});
+}
+
+void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container) {
+  if (owner_.busyElsewhere()) return;
+  menuContainer_ = container;
+  std::vector<MenuItem> items;
+  std::vector<std::wstring> tags;
+  for (const ShownMenuRow& row : shownMenu(menu, commandState())) {
+    items.push_back(
+        {row.depth, static_cast<int>(row.command), row.caption, row.key, row.checked, row.enabled});
+    if (row.command == Command::mnuStartAll)
+      items.back().caption = startAllCaption(desk_.document.workspace, menuContainer_);
+  }
+  if (menu == MenuId::Container) addTagMenus(items, tags);
+  if (items.empty()) return;
+  int chosen = 0;
+  {
+    const ModalDepth::Scope scope(desk_.modal);
+    announce(window_, kEventMenuOpened);
+    chosen = showPopupMenu(window_, items, screen);
+    announce(window_, kEventMenuClosed);
+  }
+  if (chosen > kShowTag)
+    setTagFilter(menuContainer_, tags[static_cast<std::size_t>(chosen - kShowTag - 1)]);
+  else if (chosen == kShowTag)
+    setTagFilter(menuContainer_, L"");
+  else if (chosen >= kStartTag)
+    startMany([&](StartMany& start) {
+      StartByTag(start, tags[static_cast<std::size_t>(chosen - kStartTag)]);
+    });
+  else if (chosen != 0)
+    run(static_cast<Command>(chosen));
+}
+
+bool WorkspacePane::runHere(Command command) {
+  switch (command) {
+    case Command::mnuShortcutProperties:
+      editShortcut(currentShortcut(), L"");
+      return true;
+    case Command::mnuPaste:
+      takeDropped(readClipboard(), nullptr);
+      return true;
+    case Command::mnuSelectAll:
+      editor_.selectAll();
+      view_.invalidate();
+      return true;
+    case Command::mnuUnselectAll:
+      editor_.selectNone();
+      view_.invalidate();
+      return true;
+    case Command::mnuUndo:
+      if (editor_.undo()) {
+        sceneChanged();
+        owner_.workspaceChanged();
+      }
+      return true;
+    case Command::mnuDeleteSelected:
+      deleteSelected();
+      return true;
+    case Command::mnuSortByName:
+      finishMove(editor_.sortByName({menuContainer_}));
+      return true;
+    case Command::mnuStartSelected:
+      startSelected();
+      return true;
+    case Command::mnuStartAll:
+      startMany([this](StartMany& start) {
+        StartAll(start, menuContainer_, desk_.document.settings.confirmStartAllShortcuts);
+      });
+      return true;
+    case Command::mnuOpenFileLocation: {
+      const clsShortcut* shortcut = desk_.document.workspace.shortcuts.find(currentShortcut());
+      if (shortcut != nullptr &&
+          !OpenFileLocation(desk_.platform, owner_.mainWindow(), *shortcut, true))
+        editShortcut(currentShortcut(), L"");
+      return true;
+    }
+    case Command::mnuUseRelativePath: {
+      const std::vector<ShortcutSlot> selected = editor_.selection().shortcuts();
+      if (UseRelativePath(desk_.platform, desk_.document.workspace, selected))
+        owner_.workspaceChanged();
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
+void WorkspacePane::run(Command command) {
+  if (command == Command::None || !commandRow(command).built || !isEnabled(command, commandState()))
+    return;
+  if (!runHere(command)) owner_.runOwn(command);
+}
+
+void WorkspacePane::launch(ShortcutSlot slot) {
+  const clsShortcut* found = desk_.document.workspace.shortcuts.find(slot);
+  if (found == nullptr || clickGuard_.blocked()) return;
+  const clsShortcut shortcut = *found;  // a dialog may change the table meanwhile
+  const LaunchResult result = LaunchShortcut(desk_.platform, owner_, shortcut);
+  if (result.outcome == LaunchOutcome::FailedFaulty) editShortcut(slot, result.propertiesError);
+  if (result.outcome == LaunchOutcome::Started) {
+    owner_.shortcutStarted(slot);
+    announce(window_, kEventLaunched);
+  }
+}
+
+// Each in turn; a dialog of one does not keep the others from starting.
+void WorkspacePane::startSelected() {
+  for (const ShortcutSlot slot : editor_.selection().shortcuts()) launch(slot);
+}
+
+void WorkspacePane::startMany(const std::function<void(StartMany&)>& start) {
+  SystemForeground foreground;
+  StartMany many{
+      desk_.platform,
+      owner_.mainWindow(),
+      owner_,
+      foreground,
+      desk_.document.workspace,
+      [this](ShortcutSlot slot, const std::wstring& error) { editShortcut(slot, error); }};
+  launchSuppressed_ = false;
+  start(many);
+  announce(window_, kEventLaunched);
+}
+
+void WorkspacePane::editShortcut(ShortcutSlot slot, const std::wstring& error) {
+  clsShortcut* shortcut = desk_.document.workspace.shortcuts.find(slot);
+  if (shortcut == nullptr) return;
+  clsShortcut edited = *shortcut;
+  {
+    const ModalDepth::Scope scope(desk_.modal);
+    if (!frmShortcutProperties(edited, error).edit(window_)) return;
+  }
+  shortcut = desk_.document.workspace.shortcuts.find(slot);
+  if (shortcut == nullptr) return;
+  *shortcut = std::move(edited);
+  applyTagFilter(desk_.document.workspace, shortcut->parent);
+  editor_.shortcutChanged(slot);
+  view_.invalidate();
+  announce(window_, kEventSceneChanged);
+  owner_.workspaceChanged();
+}
+
+void WorkspacePane::showShortcut(ShortcutSlot slot) {
+  const NodeId node = shortcutNode(slot);
+  scene_.scrollToShow(node);
+  editor_.selectOnly(slot);
+  view_.focus(node);
+  view_.invalidate();
+}
+
+ShortcutSlot WorkspacePane::currentShortcut() const {
+  if (const ShortcutSlot selected = editor_.selection().current(); !selected.none())
+    return selected;
+  const ShortcutSlot slot = shortcutOf(view_.input().focused());
+  return desk_.document.workspace.shortcuts.contains(slot) ? slot : ShortcutSlot{};
+}
+
+}  // namespace varnowick

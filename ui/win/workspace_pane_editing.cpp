@@ -1,0 +1,169 @@
+// Selecting, dragging, dropping, pasting and deleting on a pane.
+
+#include "platform/msg_box.h"
+#include "shortcuts/tags.h"
+#include "ui/win/win_events.h"
+#include "ui/win/workspace_pane.h"
+
+namespace varnowick {
+namespace {
+
+std::wstring expandEnvironment(const std::wstring& text) {
+  const DWORD length = ExpandEnvironmentStringsW(text.c_str(), nullptr, 0);
+  if (length == 0) return text;
+  std::wstring expanded(length, L'\0');
+  ExpandEnvironmentStringsW(text.c_str(), expanded.data(), length);
+  expanded.resize(length - 1);
+  return expanded;
+}
+
+}  // namespace
+
+void WorkspacePane::onGesture(const GestureEvent& event) {
+  // A release that ends a drag or a selection starts nothing.
+  launchSuppressed_ = event.kind != GestureKind::Click || event.ctrl;
+  switch (event.kind) {
+    case GestureKind::MoveBar:
+      return owner_.moveWindow(event);
+    case GestureKind::MoveObjects:
+      return moveObjects(event);
+    case GestureKind::RubberBand:
+      if (event.phase == GesturePhase::Begin || event.phase == GesturePhase::Update)
+        editor_.band(toScene(event.start), toScene(event.now));
+      else
+        editor_.endBand();
+      return view_.invalidate();
+    default:
+      return;
+  }
+}
+
+void WorkspacePane::moveObjects(const GestureEvent& event) {
+  const Density density = view_.density();
+  const Point<Twips> distance{density.toTwips(event.now.x - event.start.x),
+                              density.toTwips(event.now.y - event.start.y)};
+  const Point<Twips> pointer = toScene(event.now);
+  switch (event.phase) {
+    case GesturePhase::Begin:
+      editor_.beginDrag();
+      [[fallthrough]];
+    case GesturePhase::Update:
+      editor_.drag(distance, pointer);
+      break;
+    case GesturePhase::Cancel:
+      editor_.cancelDrag();
+      break;
+    case GesturePhase::End: {
+      const ShortcutSlot target = editor_.openWithTarget(pointer);
+      if (!target.none()) {
+        const ShortcutSlot dragged = editor_.selection().current();
+        editor_.cancelDrag();
+        view_.invalidate();
+        openWith(dragged, target);
+        break;
+      }
+      finishMove(editor_.drop(distance, pointer));
+      break;
+    }
+  }
+  view_.invalidate();
+}
+
+void WorkspacePane::openWith(ShortcutSlot dragged, ShortcutSlot target) {
+  const clsShortcut* one = desk_.document.workspace.shortcuts.find(dragged);
+  const clsShortcut* other = desk_.document.workspace.shortcuts.find(target);
+  if (one == nullptr || other == nullptr) return;
+  OpenWith(desk_.platform, owner_, clsShortcut(*one), clsShortcut(*other));
+}
+
+void WorkspacePane::finishMove(const Moved& moved) {
+  view_.invalidate();
+  if (moved.refusal != nullptr)
+    desk_.platform.msgBox.show(moved.refusal, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+  if (moved.objects.empty()) return;
+  // What came into a container that shows one tag only may not carry it.
+  for (const ShortcutSlot changed : applyTagFilters(desk_.document.workspace))
+    editor_.shortcutChanged(changed);
+  announce(window_, kEventSceneChanged);
+  owner_.workspaceChanged();
+}
+
+// True, and the user is told, while editing is locked.
+bool WorkspacePane::refuseWhileLocked() {
+  if (!desk_.document.settings.locked) return false;
+  desk_.platform.msgBox.show(kLockedMessage, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+  return true;
+}
+
+void WorkspacePane::takeDropped(const Dropped& dropped, const Point<Twips>* at) {
+  if (refuseWhileLocked()) return;
+  DropRecords records =
+      recordsFromDrop(dropped, desk_.document.settings.extractURLs,
+                      {desk_.platform.files, desk_.platform.codec, &expandEnvironment});
+  addShortcuts(std::move(records.shortcuts), at, records.refusal);
+}
+
+void WorkspacePane::addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips>* at,
+                                 std::wstring refusal) {
+  const Added added = editor_.add(std::move(shortcuts), at);
+  if (added.refusal != nullptr) refusal = added.refusal;
+  if (!added.slots.empty()) {
+    scene_.scrollToShow(shortcutNode(added.slots.front()));
+    view_.focus(shortcutNode(added.slots.front()));
+    announce(window_, kEventSceneChanged);
+  }
+  view_.invalidate();
+  if (!added.slots.empty()) owner_.workspaceChanged();
+  if (!refusal.empty())
+    desk_.platform.msgBox.show(refusal, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+}
+
+bool WorkspacePane::dropIsWelcome(POINT screen) {
+  if (desk_.modal.active() || desk_.document.settings.locked) return false;
+  owner_.draggedOver(screen);
+  editor_.markDrop(toScene({{screen.x}, {screen.y}}));
+  view_.invalidate();
+  return true;
+}
+
+// The source waits for the answer: what may ask the user comes after it.
+bool WorkspacePane::acceptDrop(POINT screen, const Dropped& dropped) {
+  if (!mayBecomeShortcuts(dropped)) return false;
+  pendingDrops_.push_back({dropped, toScene({{screen.x}, {screen.y}})});
+  return PostMessageW(window_, kMsgDropped, 0, 0) != FALSE;
+}
+
+void WorkspacePane::takePendingDrops() {
+  if (desk_.modal.active()) return;
+  std::vector<PendingDrop> drops;
+  drops.swap(pendingDrops_);
+  for (const PendingDrop& drop : drops) takeDropped(drop.data, &drop.at);
+}
+
+void WorkspacePane::deleteSelected() {
+  if (refuseWhileLocked()) return;
+  const DeletePlan plan = editor_.planDelete();
+  if (plan.empty()) return;
+  if (plan.question != nullptr &&
+      desk_.platform.msgBox.show(plan.question, kMsgYesNo | kMsgExclamation, kProgramTitle) ==
+          kMsgAnswerNo)
+    return;
+  editor_.carryOut(plan);
+  view_.invalidate();
+  announce(window_, kEventSceneChanged);
+  owner_.workspaceChanged();
+}
+
+void WorkspacePane::setTagFilter(ContainerSlot slot, const std::wstring& tag) {
+  clsContainer* container = desk_.document.workspace.containers.find(slot);
+  if (container == nullptr) return;
+  container->ShowingTag = tag;
+  for (const ShortcutSlot changed : applyTagFilter(desk_.document.workspace, {slot}))
+    editor_.shortcutChanged(changed);
+  scene_.updateContainer(slot);
+  view_.invalidate();
+  announce(window_, kEventSceneChanged);
+  owner_.workspaceChanged();
+}
+
+}  // namespace varnowick
