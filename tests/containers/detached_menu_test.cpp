@@ -1,0 +1,150 @@
+#include "containers/detached_menu.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/fakes/fake_msg_box.h"
+
+namespace varnowick {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using enum DetachedItem;
+
+// The captions, a separator as "-", deeper rows indented, check marks as "*",
+// disabled rows in brackets.
+std::vector<std::wstring> menuOf(const clsContainer& c, const DetachedMenuState& state) {
+  std::vector<std::wstring> rows;
+  for (const ShownDetachedRow& row : shownDetachedMenu(c, state)) {
+    std::wstring text = row.caption.empty() ? L"-" : row.caption;
+    if (row.checked) text += L"*";
+    if (!row.enabled) text = L"[" + text + L"]";
+    rows.push_back(std::wstring(static_cast<std::size_t>(row.depth), L' ') + text);
+  }
+  return rows;
+}
+
+TEST(DetachedMenu, ShowsTheRecordsFlags) {
+  clsContainer c;
+  c.DetachedUseTab = c.DetachedAutoHide = true;
+  c.DetachedTabDockedWhere = 2;
+  EXPECT_THAT(menuOf(c, {}),
+              ElementsAre(L"[Sta&rt selected]", L"&Tag start", L"Show and Hide", L" Use &Tab*",
+                          L" &Toggle both", L" Auto &show", L" Auto &hide*", L" Enable &fade-out",
+                          L" &Hide on click", L"-", L"&Attach to Workspace", L"Close && &Delete",
+                          L"-", L"Hide &now", L"Tab &edge", L" &Left", L" &Right*", L" &Top",
+                          L" &Bottom", L"-", L"&Start all", L"Sort &by name", L"&Paste"));
+  c.DetachedUseTab = false;
+  c.note = L"a note";
+  const std::vector<std::wstring> tabs = menuOf(c, {.shortcutSelected = true, .shown = false});
+  EXPECT_EQ(tabs.front(), L"Sta&rt selected");
+  EXPECT_THAT(std::vector(tabs.begin() + 10, tabs.end()),
+              ElementsAre(L"&Attach to Workspace", L"Close && &Delete", L"-", L"&Start all"));
+}
+
+TEST(DetachedMenu, EveryItemButTheHeadsAndActionsChangesTheRecord) {
+  FakeMsgBox msgBox;
+  Settings settings;
+  for (const DetachedMenuRow& row : detachedMenuRows()) {
+    if (row.checked == nullptr) continue;
+    SCOPED_TRACE(testing::Message() << static_cast<int>(row.item));
+    clsContainer c;
+    EXPECT_EQ(changeDetached(row.item, c, settings, msgBox), DetachedChange::Record);
+    EXPECT_TRUE(c.*row.checked);
+    changeDetached(row.item, c, settings, msgBox);
+    EXPECT_FALSE(c.*row.checked);
+  }
+  clsContainer c;
+  c.detachedLabelRect = {{10}, {20}, {30}, {40}};
+  EXPECT_EQ(changeDetached(mnuTabTop, c, settings, msgBox), DetachedChange::Record);
+  EXPECT_EQ(c.DetachedTabDockedWhere, 3);
+  EXPECT_EQ(c.detachedLabelRect, TwipsRect{});
+  for (const DetachedItem item : {None, mnuAttach, mnuShowAndHide, mnuTabEdge, mnuCloseAndDelete})
+    EXPECT_EQ(changeDetached(item, c, settings, msgBox), DetachedChange::None);
+  EXPECT_THAT(msgBox.shown, IsEmpty());
+}
+
+TEST(DetachedMenu, ToggleBothGoesByAutoHide) {
+  struct Case {
+    bool hide, show, both;
+  };
+  for (const Case& k : {Case{false, false, true}, Case{false, true, true}, Case{true, false, false},
+                        Case{true, true, false}}) {
+    FakeMsgBox msgBox;
+    Settings settings;
+    clsContainer c;
+    c.DetachedAutoHide = k.hide;
+    c.DetachedAutoShow = k.show;
+    changeDetached(mnuToggleAutoShowHide, c, settings, msgBox);
+    EXPECT_EQ(c.DetachedAutoHide, k.both);
+    EXPECT_EQ(c.DetachedAutoShow, k.both);
+  }
+}
+
+TEST(DetachedMenu, FadeOutAsksForEffectsThatAreOff) {
+  const FakeMsgBox::Shown question{L"Do you want to enable special effects?",
+                                   kMsgYesNo | kMsgQuestion, kProgramTitle};
+  for (const int answer : {kMsgAnswerYes, kMsgAnswerNo, 2}) {
+    FakeMsgBox msgBox;
+    msgBox.answers = {answer};
+    Settings settings;
+    settings.animate = false;
+    clsContainer c;
+    const bool yes = answer == kMsgAnswerYes;
+    EXPECT_EQ(changeDetached(mnuEnableFadeOut, c, settings, msgBox),
+              yes ? DetachedChange::Settings : DetachedChange::None);
+    EXPECT_THAT(msgBox.shown, ElementsAre(question));
+    EXPECT_EQ(settings.animate, yes);
+    EXPECT_EQ(c.DetachedFadeOut, yes);
+  }
+  FakeMsgBox msgBox;
+  Settings settings;
+  settings.animate = false;
+  clsContainer c;
+  c.DetachedFadeOut = true;
+  changeDetached(mnuEnableFadeOut, c, settings, msgBox);
+  EXPECT_FALSE(c.DetachedFadeOut || settings.animate);
+  EXPECT_THAT(msgBox.shown, IsEmpty()) << "unchecking asks nothing";
+}
+
+TEST(DetachedMenu, CloseAndDeleteDeletesOnlyAfterAYes) {
+  const FakeMsgBox::Shown question{L"Close detached container and delete it from the workspace?",
+                                   kMsgYesNo | kMsgExclamation | kMsgSystemModal,
+                                   L"Close & Delete"};
+  for (const int answer : {kMsgAnswerYes, kMsgAnswerNo, 2}) {
+    FakeMsgBox msgBox;
+    msgBox.answers = {answer};
+    EXPECT_EQ(confirmCloseAndDelete({}, msgBox), answer == kMsgAnswerYes);
+    EXPECT_THAT(msgBox.shown, ElementsAre(question));
+  }
+  FakeMsgBox msgBox;
+  Settings settings;
+  settings.confirmDelete = false;
+  EXPECT_FALSE(confirmCloseAndDelete(settings, msgBox));
+  EXPECT_THAT(msgBox.shown, IsEmpty());
+}
+
+TEST(DetachedMenu, DetachTakesTheContainersAndRefusesPictures) {
+  Workspace w;
+  const ContainerSlot a = w.containers.add({});
+  const ContainerSlot detached = w.containers.add({});
+  w.containers[detached].Detached = true;
+  const ContainerSlot b = w.containers.add({});
+  const PictureSlot picture = w.pictures.add({});
+  const ShortcutSlot shortcut = w.shortcuts.add({});
+  Selection selection;
+  EXPECT_THAT(detachable(w, selection).containers, IsEmpty());
+  for (const ObjectId id : {ObjectId(shortcut), ObjectId(b), ObjectId(detached), ObjectId(a),
+                            ObjectId(ContainerSlot{77})})
+    selection.select(id);
+  EXPECT_THAT(detachable(w, selection).containers, ElementsAre(a, b));
+  EXPECT_EQ(detachable(w, selection).refusal, nullptr);
+  selection.select(picture);
+  EXPECT_THAT(detachable(w, selection).containers, ElementsAre(a, b));
+  EXPECT_STREQ(detachable(w, selection).refusal,
+               L"The option to detach picture containers is currently not available");
+}
+
+}  // namespace
+}  // namespace varnowick
