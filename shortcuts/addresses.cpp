@@ -65,11 +65,18 @@ std::optional<std::wstring> completed(std::wstring_view address) {
 
 }  // namespace
 
-std::vector<std::wstring> extractUrls(std::wstring_view text, std::size_t limit) {
-  text = text.substr(0, kMaxSearchedText);
-  std::vector<std::wstring> found;
-  std::set<std::wstring> seen;
-  for (std::size_t at = 0; at < text.size() && found.size() < limit; ++at) {
+std::size_t addressEnd(std::wstring_view text, std::size_t from) {
+  std::size_t end = from;
+  while (end < text.size() && !endsAddress(text[end])) ++end;
+  return from + withoutSentenceMarks(text.substr(from, end - from)).size();
+}
+
+namespace {
+
+// Calls take(start, length, address) for each until it answers false.
+template <class Take>
+void forEachUrl(std::wstring_view text, Take&& take) {
+  for (std::size_t at = 0; at < text.size(); ++at) {
     // The second letters of kStarts: nearly all of a long text ends here.
     constexpr std::wstring_view kSecond = L"tTaAwW";
     if (at + 1 == text.size() || kSecond.find(text[at + 1]) == kSecond.npos) continue;
@@ -80,11 +87,36 @@ std::vector<std::wstring> extractUrls(std::wstring_view text, std::size_t limit)
     if (!begins) continue;
     std::size_t end = at;
     while (end < text.size() && !endsAddress(text[end])) ++end;
-    const auto address = completed(withoutSentenceMarks(text.substr(at, end - at)));
-    if (address && seen.insert(*address).second) found.push_back(*address);
+    const std::wstring_view shown = withoutSentenceMarks(text.substr(at, end - at));
+    const auto address = completed(shown);
+    if (address && !take(at, shown.size(), *address)) return;
     // Everything up to here has been looked at, so that no text takes long.
     at = end;
   }
+}
+
+}  // namespace
+
+std::vector<std::wstring> extractUrls(std::wstring_view text, std::size_t limit) {
+  std::vector<std::wstring> found;
+  std::set<std::wstring> seen;
+  if (limit == 0) return found;
+  forEachUrl(text.substr(0, kMaxSearchedText),
+             [&](std::size_t, std::size_t, const std::wstring& address) {
+               if (seen.insert(address).second) found.push_back(address);
+               return found.size() < limit;
+             });
+  return found;
+}
+
+std::vector<FoundAddress> findUrls(std::wstring_view text, std::size_t limit) {
+  std::vector<FoundAddress> found;
+  if (limit == 0) return found;
+  forEachUrl(text.substr(0, kMaxSearchedText),
+             [&](std::size_t start, std::size_t length, const std::wstring& address) {
+               found.push_back({start, length, address});
+               return found.size() < limit;
+             });
   return found;
 }
 

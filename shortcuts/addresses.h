@@ -19,6 +19,18 @@ inline constexpr std::size_t kMaxAddresses = 100;
 // around an address are no part of it.
 std::vector<std::wstring> extractUrls(std::wstring_view text, std::size_t limit = kMaxAddresses);
 
+// One of them where it stands in the text: www. has no scheme there.
+struct FoundAddress {
+  std::size_t start = 0;
+  std::size_t length = 0;
+  std::wstring address;
+};
+// All of them, with those that occur more than once. Takes time in proportion to
+// the text, whatever it holds.
+std::vector<FoundAddress> findUrls(std::wstring_view text, std::size_t limit);
+// Where an address ends that begins at `from`, before the marks of the sentence.
+std::size_t addressEnd(std::wstring_view text, std::size_t from);
+
 // The address that the whole text is, blanks at its ends apart; www. gets its
 // scheme. Nothing when it is none or no safe one.
 std::optional<std::wstring> wholeAddress(std::wstring_view text);
