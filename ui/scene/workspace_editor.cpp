@@ -1,6 +1,7 @@
 #include "ui/scene/workspace_editor.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "ui/scene/metrics.h"
 
@@ -11,18 +12,19 @@ constexpr NodeId kDragLayer{ControlKind::DragLayer, 0};
 constexpr NodeId kRubberBand{ControlKind::RubberBand, 0};
 constexpr NodeId kDropMark{ControlKind::DropMark, 0};
 
+TwipsRect between(Point<Twips> a, Point<Twips> b) {
+  return {std::min(a.x, b.x),
+          std::min(a.y, b.y),
+          {std::abs(a.x.value - b.x.value)},
+          {std::abs(a.y.value - b.y.value)}};
+}
+
 template <class... Visitors>
 struct Overloaded : Visitors... {
   using Visitors::operator()...;
 };
 template <class... Visitors>
 Overloaded(Visitors...) -> Overloaded<Visitors...>;
-
-std::optional<ObjectId> objectOf(NodeId node) {
-  if (const ShortcutSlot slot = shortcutOf(node); !slot.none()) return slot;
-  if (const PictureSlot slot = pictureOf(node); !slot.none()) return slot;
-  return std::nullopt;
-}
 
 }  // namespace
 
@@ -36,6 +38,15 @@ PanelMeasures WorkspaceEditor::measures() const {
   };
   m.shortcutSize = [this](const clsShortcut& s) { return scene_.shortcutCell(isSmall(s)); };
   return m;
+}
+
+std::optional<ObjectId> WorkspaceEditor::objectOf(NodeId node) const {
+  if (const ShortcutSlot slot = shortcutOf(node); !slot.none()) return slot;
+  if (const PictureSlot slot = pictureOf(node); !slot.none()) return slot;
+  const bool handle =
+      node.kind == ControlKind::ContainerLabel || node.kind == ControlKind::ContainerIcon;
+  if (handle && hasMainPanel()) return containerOf(node);
+  return std::nullopt;
 }
 
 NodeId WorkspaceEditor::nodeOf(ObjectId id) const {
@@ -70,7 +81,7 @@ void WorkspaceEditor::sceneRebuilt() {
   showSelection();
 }
 
-GestureKind WorkspaceEditor::dragFrom(NodeId node, Point<Twips>) const {
+GestureKind WorkspaceEditor::dragFrom(NodeId node, Point<Twips> at) const {
   GestureKind kind = GestureKind::None;
   switch (node.kind) {
     case ControlKind::TitleBar:
@@ -78,18 +89,27 @@ GestureKind WorkspaceEditor::dragFrom(NodeId node, Point<Twips>) const {
     case ControlKind::DockStrip:  // all that there is to take hold of while collapsed
       kind = GestureKind::MoveBar;
       break;
+    case ControlKind::ContainerLabel:
+    case ControlKind::ContainerIcon:
+      kind = hasMainPanel() ? GestureKind::MoveContainers : GestureKind::MoveBar;
+      break;
     case ControlKind::lblShortcut:
     case ControlKind::picShortcut:
+    case ControlKind::PicContainer:
+    case ControlKind::PicImage:
       kind = GestureKind::MoveObjects;
       break;
     case ControlKind::picBack:
     case ControlKind::ContainerFrame:
       // A locked workspace still lets the user select.
-      return GestureKind::RubberBand;
+      kind = GestureKind::RubberBand;
+      break;
     default:
       break;
   }
-  return document_.settings.locked ? GestureKind::None : kind;
+  if (document_.settings.locked) return kind == GestureKind::RubberBand ? kind : GestureKind::None;
+  if (drawMode_ && node.kind == ControlKind::picBack) return GestureKind::DrawContainer;
+  return borderAt(node, at) == Edges{} ? kind : GestureKind::Resize;
 }
 
 void WorkspaceEditor::pressed(NodeId node, bool ctrl) {
@@ -142,6 +162,10 @@ auto WorkspaceEditor::beneathDrag(Question&& question) {
   return answer;
 }
 
+Panel WorkspaceEditor::dropPanel(Point<Twips> pointer) {
+  return beneathDrag([&] { return scene_.panelAt(pointer); });
+}
+
 ShortcutSlot WorkspaceEditor::openWithTarget(Point<Twips> pointer) {
   if (dragged_.size() != 1 || !std::holds_alternative<ShortcutSlot>(dragged_.front().id)) return {};
   const ShortcutSlot target =
@@ -150,7 +174,7 @@ ShortcutSlot WorkspaceEditor::openWithTarget(Point<Twips> pointer) {
 }
 
 Moved WorkspaceEditor::drop(Point<Twips> distance, Point<Twips> pointer) {
-  const Panel target = beneathDrag([&] { return scene_.panelAt(pointer); });
+  const Panel target = dropPanel(pointer);
   endDrag();
   Moved moved = moveSelection(document_.workspace, document_.settings, measures(),
                               {selection_, distance, &target}, undo_);
@@ -170,16 +194,18 @@ void WorkspaceEditor::endDrag() {
   scene_.scene().remove(kDragLayer);
 }
 
-void WorkspaceEditor::band(Point<Twips> from, Point<Twips> to) {
-  const TwipsRect rect{{std::min(from.x, to.x)},
-                       {std::min(from.y, to.y)},
-                       {std::abs(to.x.value - from.x.value)},
-                       {std::abs(to.y.value - from.y.value)}};
+void WorkspaceEditor::showBand(Point<Twips> from, Point<Twips> to) {
   Scene& scene = scene_.scene();
   Node& band = scene.create(kRubberBand, scene.root());
   band.hitTarget = false;
-  band.rect = rect;
+  band.rect = between(from, to);
   scene.raise(kRubberBand);
+}
+
+void WorkspaceEditor::band(Point<Twips> from, Point<Twips> to) {
+  showBand(from, to);
+  const TwipsRect rect = between(from, to);
+  Scene& scene = scene_.scene();
   std::vector<ObjectId> touched;
   const auto test = [&](ObjectId id, Panel parent) {
     if (parent == bandPanel_ && scene.shown(nodeOf(id)) &&
@@ -190,6 +216,9 @@ void WorkspaceEditor::band(Point<Twips> from, Point<Twips> to) {
       [&](ShortcutSlot slot, const clsShortcut& s) { test(slot, s.parent); });
   document_.workspace.pictures.forEach(
       [&](PictureSlot slot, const clsPicture& p) { test(slot, p.parent); });
+  if (bandPanel_.isMain())
+    document_.workspace.containers.forEach(
+        [&](ContainerSlot slot, const clsContainer&) { test(slot, picBack); });
   selection_.band(touched);
   showSelection();
 }
@@ -271,7 +300,7 @@ Added WorkspaceEditor::add(std::vector<clsShortcut> shortcuts, const Point<Twips
 }
 
 void WorkspaceEditor::markDrop(Point<Twips> pointer) {
-  const Panel panel = beneathDrag([&] { return scene_.panelAt(pointer); });
+  const Panel panel = dropPanel(pointer);
   Scene& scene = scene_.scene();
   Node& mark = scene.create(kDropMark, scene.root());
   mark.hitTarget = false;

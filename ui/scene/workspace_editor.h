@@ -1,11 +1,13 @@
-// Editing the workspace on its scene: selecting, dragging between panels, rubber
-// band, deleting, sorting, undo, adding what was dropped. Works on the document
-// and the scene; it saves nothing, asks nothing and knows no window.
+// Editing the workspace on its scene: selecting, dragging between panels, sizing,
+// drawing containers, rubber band, deleting, sorting, undo, adding what was dropped. Works on the
+// document and the scene; it saves nothing, asks nothing and knows no window.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "containers/layout.h"
 #include "core/document.h"
 #include "shortcuts/arrange.h"
 #include "shortcuts/dropped.h"
@@ -17,7 +19,8 @@ namespace varnowick {
 
 class WorkspaceEditor {
  public:
-  // Both are borrowed and must outlive the editor.
+  // Both are borrowed and must outlive the editor. A scene without a main panel shows
+  // one container, which is its window and no object on it.
   WorkspaceEditor(Document& document, ObjectScene& scene) : document_(document), scene_(scene) {}
 
   const Selection& selection() const { return selection_; }
@@ -39,6 +42,44 @@ class WorkspaceEditor {
   // The shortcut of the same panel under the pointer that is not being dragged,
   // while one shortcut alone is: dropping it there opens it with that one.
   ShortcutSlot openWithTarget(Point<Twips> pointer);
+
+  // The panel that a drop at the point goes to, whatever is being dragged there.
+  Panel dropPanel(Point<Twips> pointer);
+
+  // Dragging the selected containers of the main panel by a title or tile.
+  void beginContainerDrag();
+  void dragContainers(Point<Twips> distance);
+  Moved dropContainers(Point<Twips> distance);
+
+  // The border of the container or picture at a point of the window by which it can
+  // be sized; no edge where there is none.
+  Edges borderAt(NodeId node, Point<Twips> at) const;
+  // Sizing it by that border. A picture keeps its shape unless `free`.
+  void beginResize(NodeId node, Point<Twips> at);
+  void resize(Point<Twips> distance, bool free);
+  // True when something has changed.
+  bool endResize();
+  void cancelResize();
+
+  // In draw mode the next drag on the main panel makes a container.
+  void setDrawMode(bool on) { drawMode_ = on; }
+  bool drawMode() const { return drawMode_; }
+  void showDrawn(Point<Twips> from, Point<Twips> to);
+  // The place of the container dragged out between two points of the window. Ends
+  // the draw mode.
+  TwipsRect drawn(Point<Twips> from, Point<Twips> to);
+
+  // A free place of that size on the main panel, in sight where there is one.
+  TwipsRect freePlace(Size<Twips> size) const;
+  // Adds a container at that place of the main panel and selects it. None, and
+  // nothing happens, while editing is locked.
+  ContainerSlot addContainer(clsContainer container, const TwipsRect& rect);
+  // Adds a picture to the panel and selects it; the same.
+  PictureSlot addPicture(const clsPicture& picture);
+  // With what lies in them. Files of a folder container are never touched.
+  void removeContainers(const std::vector<ContainerSlot>& slots);
+  std::vector<ContainerSlot> selectedContainers() const;
+  void selectOnly(ContainerSlot slot);
 
   // The rubber band between two points of the window, on the panel pressed.
   void band(Point<Twips> from, Point<Twips> to);
@@ -69,6 +110,10 @@ class WorkspaceEditor {
  private:
   PanelMeasures measures() const;
   NodeId nodeOf(ObjectId id) const;
+  std::optional<ObjectId> objectOf(NodeId node) const;
+  bool hasMainPanel() const { return scene_.scene().find({ControlKind::picBack, 0}) != nullptr; }
+  void showBand(Point<Twips> from, Point<Twips> to);
+  Point<Twips> onGrid(const TwipsRect& start, Edges edges, Point<Twips> distance) const;
   void refresh(const std::vector<ObjectId>& objects);
   void showSelection();
   void endDrag();
@@ -87,6 +132,14 @@ class WorkspaceEditor {
   };
   std::vector<Dragged> dragged_;
   Panel bandPanel_;
+  bool drawMode_ = false;
+  struct Resizing {
+    ObjectId id;
+    Edges edges;
+    clsContainer container;  // as it was
+    TwipsRect picture;
+  };
+  std::optional<Resizing> resizing_;
 };
 
 }  // namespace varnowick
