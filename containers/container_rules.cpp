@@ -103,6 +103,7 @@ void ContainerRules::expandByItself(const ContainerInputs& in, ContainerSlot slo
                                     ContainerEffects& effects) {
   const clsContainer* c = find(slot);
   if (!settings_.autoExpand || slot == autoExpandedContainer_ || in.underCursor != slot) return;
+  if (in.buttonDown) return;
   if (c == nullptr || !c->shrunk || autoExpandSuspended_) return;
   shrinkBack(in, effects);
   autoExpandedContainer_ = slot;

@@ -22,7 +22,10 @@ struct ContainerInputs {
   Point<Pixels> cursor;       // on the screen
   ContainerSlot underCursor;  // the container over which the cursor lies now
   // The room that the container has on the workspace; see layout.h. May be empty.
-  std::function<Size<Twips>(ContainerSlot)> surface;
+  std::function<Size<Twips>(ContainerSlot)> surface = {};
+  // A press has begun, of which a click or a drag will come: nothing expands by
+  // itself from under it.
+  bool buttonDown = false;
 };
 
 struct ContainerEffects {

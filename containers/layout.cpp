@@ -167,7 +167,7 @@ bool IsOnShrinkHotSpot(const clsContainer& c, Point<Twips> bodyPoint) {
 
 TwipsRect resized(const TwipsRect& start, Edges edges, Point<Twips> distance, Size<Twips> least,
                   Size<Twips> surface) {
-  const TwipsRect box = usable(start, {kShrunkSize.width, kTitleStripHeight});
+  const TwipsRect box = usable(start, {{1}, {1}});
   distance = usable(distance);
   least = usable(least);
   surface = usable(surface);

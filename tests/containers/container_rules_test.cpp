@@ -26,6 +26,7 @@ struct World {
   ContainerRules rules{workspace, settings};
   Size<Twips> surface{{30000}, {9000}};
   Point<Pixels> cursor{{500}, {500}};
+  bool buttonDown = false;
   std::map<TimerId, int> running;  // with their intervals
   std::vector<std::wstring> sounds;
   ContainerEffects last;
@@ -52,7 +53,7 @@ struct World {
   }
 
   ContainerInputs in(ContainerSlot under = kNone) {
-    return {cursor, under, [this](ContainerSlot) { return surface; }};
+    return {cursor, under, [this](ContainerSlot) { return surface; }, buttonDown};
   }
   const ContainerEffects& apply(ContainerEffects effects) {
     for (const TimerAction& t : effects.timers) {
@@ -239,6 +240,11 @@ TEST(ContainerRules, WaitEndsWhenTheMouseIsElsewhere) {
   w.moveOver(A);
   w.tick(kExpand, kNone);  // another window came between
   EXPECT_EQ(w.states(), "ss");
+  w.moveOver(A);
+  w.buttonDown = true;
+  w.tick(kExpand, A);
+  EXPECT_EQ(w.states(), "ss") << "a click or a drag begins";
+  w.buttonDown = false;
   w.moveOver(A);
   w.moveOver(B);
   w.tick(kExpand, B);

@@ -246,6 +246,8 @@ TEST(Layout, DraggingABorderKeepsTheOppositeOne) {
   const Edges all{.right = true, .bottom = true};
   EXPECT_EQ(resized(odd, all, {}, kLeastContainer, kSurface), odd);
   EXPECT_EQ(resized(odd, left, {{-50}, {}}, kLeastContainer, kSurface), odd);
+  EXPECT_EQ(resized(at(10, 10, 300, 240), right, {{100}, {}}, {{240}, {240}}, kSurface),
+            at(10, 10, 400, 240));
   EXPECT_EQ(resized(at(4000, 0, 2000, 400), right, {{500}, {}}, kLeastContainer, kSurface),
             at(4000, 0, 2000, 400));
 }
