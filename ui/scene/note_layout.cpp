@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kLeastWidth = 24;             // pixels; narrower boxes are laid out as if so wide
 constexpr std::size_t kLongestLine = 1000;  // letters without width must not fill one for ever
-constexpr std::size_t kMostText = 100'000'000;
+constexpr std::size_t kMostText = 50'000'000;
 
 bool isBlank(wchar_t c) { return c == L' ' || c == L'\t' || c == 0x3000; }
 

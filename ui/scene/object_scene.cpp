@@ -317,7 +317,7 @@ void ObjectScene::layoutParts(ContainerSlot slot, const clsContainer& container,
       part(ControlKind::ContainerNote, slot, frame,
            {kNoteMargin, kNoteMargin, body.width - kNoteMargin * 2, body.height - kNoteMargin * 2},
            shape.noteShown);
-  note.text = container.note;
+  noteLayouts_.update(note, container.note, shape.noteShown, measure_, density_);
   note.focusable = true;
   if (resized) relayPanel({slot});
   if (contentLayout_) contentLayout_(slot);

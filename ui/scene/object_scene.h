@@ -9,6 +9,7 @@
 
 #include "core/settings.h"
 #include "core/workspace.h"
+#include "ui/scene/note_view.h"
 #include "ui/scene/scene.h"
 
 namespace varnowick {
@@ -128,6 +129,7 @@ class ObjectScene {
   TextMeasure* measure_;
   IconSource iconSource_;
   ContentLayout contentLayout_;
+  NoteLayouts noteLayouts_;
   bool updatingAll_ = false;
   // One past the highest slots that may have nodes: tables can shrink.
   int containerNodes_ = 0, shortcutNodes_ = 0, pictureNodes_ = 0;

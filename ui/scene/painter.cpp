@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "ui/scene/note_view.h"
 #include "ui/scene/signs.h"
 
 namespace varnowick {
@@ -336,10 +337,7 @@ void ScenePainter::paintBody(const Node& node, const PixelRect& rect, const Pale
 }
 
 void ScenePainter::paintNote(const Node& node, const PixelRect& rect, const Palette& p) {
-  TextStyle style = chrome(p.noteText, kChromePoints);
-  style.vertical = VAlign::Top;
-  style.wrap = true;
-  text({rect.left + px(4), rect.top, rect.width - px(8), rect.height}, node.text, style);
+  paintNoteText(canvas_, node, rect, p, density_);
   focus(node, rect, 0);
 }
 

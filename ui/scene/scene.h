@@ -5,6 +5,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -77,6 +78,8 @@ struct NodeIdHash {
   }
 };
 
+class NoteLayout;
+
 // What a node's own record says about its look; the palette says the rest.
 struct NodeLook {
   std::optional<Colour> back;
@@ -101,6 +104,7 @@ struct Node {
   std::vector<NodeId> children;  // in painting order
   Point<Twips> scroll;           // the children lie this much further left and up
   NodeLook look;
+  std::shared_ptr<const NoteLayout> note;  // of a note that is shown; its text is `text`
 };
 
 class Scene {

@@ -1,0 +1,96 @@
+#include "ui/scene/note_view.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/fake_text_measure.h"
+#include "tests/fakes/recording_canvas.h"
+
+namespace varnowick {
+namespace {
+
+class NoteViewTest : public testing::Test {
+ protected:
+  NoteViewTest() {
+    scene_.find(scene_.root())->rect = {{}, {}, {6000}, {6000}};
+    Node& note = scene_.create(id_, scene_.root());
+    note.rect = {{300}, {300}, {1500}, {1500}};  // 20, 20, 100 x 100 pixels
+  }
+  Node& note() { return *scene_.find(id_); }
+  void show(const std::wstring& text) { layouts_.update(note(), text, true, &measure_, density_); }
+  std::string painted() {
+    RecordingCanvas canvas;
+    paintNoteText(canvas, note(), toPixels(note().rect, density_), makePalette({}), density_);
+    return canvas.written({"text"});
+  }
+  int thumbTop() const {
+    const Node& node = *scene_.find(id_);
+    return noteThumb(node, toPixels(node.rect, density_), density_).top.value;
+  }
+
+  const NodeId id_{ControlKind::ContainerNote, 0};
+  Density density_;
+  FakeTextMeasure measure_;
+  Scene scene_;
+  NoteLayouts layouts_;
+};
+
+TEST_F(NoteViewTest, IsLaidOutAgainOnlyWhenSomethingHasChanged) {
+  show(L"some text");
+  const auto* first = note().note.get();
+  show(L"some text");
+  EXPECT_EQ(note().note.get(), first);
+  note().rect.height = Twips{900};
+  show(L"some text");
+  EXPECT_EQ(note().note.get(), first) << "lines depend on the width alone";
+  note().rect.width = Twips{900};
+  show(L"some text");
+  EXPECT_NE(note().note.get(), first);
+  layouts_.update(note(), L"another", false, &measure_, density_);
+  EXPECT_EQ(note().note, nullptr) << "what nobody sees is not laid out";
+  EXPECT_EQ(note().text, L"another");
+}
+
+TEST_F(NoteViewTest, PaintsOnlyTheLinesInSight) {
+  std::wstring text;
+  for (int i = 0; i < 5000; ++i) text += L"line " + std::to_wstring(i) + L"\n";
+  show(text);
+  EXPECT_EQ(painted().find("line 8 "), std::string::npos);
+  EXPECT_TRUE(
+      scrollNote(scene_, id_, density_.toTwips(note().note->lineHeight() * 1000), density_));
+  const std::string seen = painted();
+  EXPECT_NE(seen.find("line 1000 "), std::string::npos);
+  EXPECT_EQ(seen.find("line 999 "), std::string::npos);
+  EXPECT_LT(std::count(seen.begin(), seen.end(), '\n'), 12);
+}
+
+TEST_F(NoteViewTest, ScrollsWithinItsText) {
+  show(L"short");
+  EXPECT_FALSE(scrollNote(scene_, id_, 500_tw, density_)) << "the panel may scroll instead";
+  std::wstring text;
+  for (int i = 0; i < 100; ++i) text += L"line\n";
+  show(text);
+  EXPECT_FALSE(scrollNote(scene_, id_, Twips{-500}, density_));
+  EXPECT_EQ(thumbTop(), 20);
+  EXPECT_TRUE(scrollNote(scene_, id_, 1'000'000_tw, density_));
+  EXPECT_NE(painted().find("line"), std::string::npos) << "no further than the last line";
+  EXPECT_FALSE(scrollNote(scene_, id_, 500_tw, density_));
+  EXPECT_EQ(thumbTop() + noteThumb(note(), toPixels(note().rect, density_), density_).height.value,
+            120);
+  show(L"short again");
+  EXPECT_EQ(note().scroll.y, Twips{});
+}
+
+TEST_F(NoteViewTest, TellsTheLinkUnderTheMouse) {
+  std::wstring text;
+  for (int i = 0; i < 50; ++i) text += L"line\n";
+  show(text + L"www.example.org");
+  scrollNote(scene_, id_, 1'000'000_tw, density_);
+  const Point<Twips> last{400_tw, 1750_tw};
+  EXPECT_EQ(noteLinkAt(scene_, id_, last, density_), L"http://www.example.org");
+  EXPECT_EQ(noteLinkAt(scene_, id_, {400_tw, 1400_tw}, density_), L"");
+  EXPECT_EQ(noteLinkAt(scene_, {ControlKind::picBack, 0}, last, density_), L"");
+  EXPECT_NE(painted().find("www.example.org"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace varnowick
