@@ -110,6 +110,8 @@ void ContainerRules::expandByItself(const ContainerInputs& in, ContainerSlot slo
   justExpanded_ = true;
   toggleShrink(in, slot, kSyntheticClick, effects);
   startTimer(effects, TimerId::TimerDontShrink);
+  clickMeantTile_ = true;
+  startTimer(effects, TimerId::TimerTileClick);
 }
 
 ContainerEffects ContainerRules::lblFoldUnfold_Click(const ContainerInputs& in,
@@ -193,6 +195,10 @@ ContainerEffects ContainerRules::bodyClicked(const ContainerInputs& in, Containe
                                              Point<Twips> bodyPoint) {
   ContainerEffects effects;
   if (find(slot) == nullptr) return effects;
+  // The tile has opened under a mouse that came to click it.
+  const bool opensOnly = clickMeantTile_ && slot == autoExpandedContainer_;
+  clickMeantTile_ = false;
+  if (opensOnly) return effects;
   shrinkBack(in, effects);
   if (std::find(effects.reshaped.begin(), effects.reshaped.end(), slot) == effects.reshaped.end())
     toggleShrink(in, slot, bodyPoint, effects);
@@ -270,6 +276,7 @@ bool ContainerRules::ownsTimer(TimerId id) {
     case TimerId::TimerDontShrink:
     case TimerId::TimerSuspendShrink:
     case TimerId::TimerSuspendAutoExpand:
+    case TimerId::TimerTileClick:
       return true;
     default:
       return false;
@@ -282,6 +289,7 @@ ContainerEffects ContainerRules::tick(TimerId id, const ContainerInputs& in) {
   if (id == TimerId::TimerDontShrink) TimerDontShrinkTick();
   if (id == TimerId::TimerSuspendShrink) TimerSuspendShrinkTick();
   if (id == TimerId::TimerSuspendAutoExpand) TimerSuspendAutoExpandTick();
+  if (id == TimerId::TimerTileClick) clickMeantTile_ = false;
   return {};
 }
 

@@ -105,6 +105,7 @@ class ContainerRules {
   bool shrinkBackSuspended_ = false;
   bool autoExpandSuspended_ = false;
   bool workspaceLoading_ = false;
+  bool clickMeantTile_ = false;  // for a moment after a tile has opened by itself
   // Where the wait began, and for which container; none while nothing waits.
   struct Rest {
     ContainerSlot slot;

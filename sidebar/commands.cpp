@@ -20,6 +20,7 @@ constexpr bool kBuilt = true;
 
 constexpr auto kAlways = Enabled::Always;
 constexpr auto kSelected = Enabled::ShortcutSelected;
+constexpr auto kContainer = Enabled::ContainerSelected;
 
 constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuNewFolderLink), L"Fo&lder container", ctrl('K')},
@@ -31,7 +32,7 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuAddPicture), L"&Picture", ctrl('P')},
     CommandRow{VARNOWICK_COMMAND(mnuAddReminder), L"&Reminder", ctrl('R')},
     // Ctrl+C deliberately begins a container; it does not copy.
-    CommandRow{VARNOWICK_COMMAND(mnuNew), L"&Container", ctrl('C')},
+    CommandRow{VARNOWICK_COMMAND(mnuNew), L"&Container", ctrl('C'), kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuNewNote), L"&Note", ctrl('N')},
     CommandRow{VARNOWICK_COMMAND(mnuNewCommand), L"&System command", ctrl('O'), kAlways, kBuilt},
 
@@ -60,8 +61,19 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuRefreshShortcuts), L"Refresh &icons", function(5, kShift),
                kAlways, kBuilt},
 
-    CommandRow{VARNOWICK_COMMAND(mnuShrinkAll), L"S&hrink/Expand All", function(1, kCtrl)},
-    CommandRow{VARNOWICK_COMMAND(mnuFoldAll), L"&Fold/Unfold All", function(2, kCtrl)},
+    CommandRow{VARNOWICK_COMMAND(mnuConRename), L"Re&name", kNoKey, kContainer, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuShowNote), L"Show no&te", kNoKey, kContainer, kBuilt,
+               &CommandState::noteShown},
+    CommandRow{VARNOWICK_COMMAND(mnuConColors), L"Co&lors...", kNoKey, kContainer},
+    CommandRow{VARNOWICK_COMMAND(mnuConIcon), L"Change &icon...", kNoKey, kContainer, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuHideToolbar), L"Hide tool&bar", kNoKey, kContainer, kBuilt,
+               &CommandState::toolbarHidden},
+    CommandRow{VARNOWICK_COMMAND(mnuDetachContainer), L"&Detach", kNoKey, kContainer},
+    CommandRow{VARNOWICK_COMMAND(mnuConRemove), L"&Remove containers", kNoKey, kContainer, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuShrinkAll), L"S&hrink/Expand All", function(1, kCtrl), kAlways,
+               kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuFoldAll), L"&Fold/Unfold All", function(2, kCtrl), kAlways,
+               kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAttachAll), L"&Attach all", function(3, kCtrl)},
     CommandRow{VARNOWICK_COMMAND(mnuContainerLibrary), L"Container &Library...", function(6)},
 
@@ -150,7 +162,11 @@ constexpr std::array kMainMenu{
     head(0, L"&Containers"),
     item(1, Command::mnuFoldAll),
     item(1, Command::mnuShrinkAll),
+    separator(1),
+    item(1, Command::mnuDetachContainer),
     item(1, Command::mnuAttachAll),
+    item(1, Command::mnuConRemove),
+    separator(1),
     item(1, Command::mnuContainerLibrary),
     head(0, L"&RSS"),
     item(1, Command::mnuRSSRefreshAll),
@@ -190,9 +206,12 @@ constexpr std::array kShortcutMenu{
 
 // Submenus of tags stand below it; the window adds them.
 constexpr std::array kContainerMenu{
-    item(0, Command::mnuStartAll),
-    item(0, Command::mnuSortByName),
-    item(0, Command::mnuPaste),
+    item(0, Command::mnuStartAll),        item(0, Command::mnuSortByName),
+    item(0, Command::mnuPaste),           separator(0),
+    item(0, Command::mnuConRename),       item(0, Command::mnuShowNote),
+    item(0, Command::mnuConColors),       item(0, Command::mnuConIcon),
+    item(0, Command::mnuHideToolbar),     separator(0),
+    item(0, Command::mnuDetachContainer), item(0, Command::mnuConRemove),
 };
 
 // The rows below a head, in their own right: the menus of buttons.
@@ -248,6 +267,8 @@ bool isEnabled(Command command, const CommandState& state) {
   switch (row(command).enabled) {
     case Enabled::ShortcutSelected:
       return state.shortcutSelected;
+    case Enabled::ContainerSelected:
+      return state.containerSelected;
     case Enabled::CanUndo:
       return state.canUndo;
     default:

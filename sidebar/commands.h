@@ -40,6 +40,13 @@ enum class Command : int {
   mnuUseRelativePath,
   mnuRefreshShortcuts,
   // Containers
+  mnuConRename,
+  mnuShowNote,
+  mnuConColors,
+  mnuConIcon,
+  mnuHideToolbar,
+  mnuDetachContainer,
+  mnuConRemove,
   mnuShrinkAll,
   mnuFoldAll,
   mnuAttachAll,
@@ -88,10 +95,13 @@ struct CommandState {
   bool translucent = false;
   bool align = false;
   bool shortcutSelected = false;
+  bool containerSelected = false;  // or the menu is a container's
+  bool noteShown = false;          // of that container
+  bool toolbarHidden = false;
   bool canUndo = false;
 };
 
-enum class Enabled { Always, ShortcutSelected, CanUndo };
+enum class Enabled { Always, ShortcutSelected, ContainerSelected, CanUndo };
 
 struct CommandRow {
   Command id;

@@ -18,7 +18,9 @@ enum class TimerId {
   TimerExpandUnfoldOnDrag,
   TimerDontShrink,
   TimerSuspendShrink,
-  TimerSuspendAutoExpand
+  TimerSuspendAutoExpand,
+  TimerTileClick,
+  TimerSave
 };
 
 struct TimerRow {
@@ -28,7 +30,7 @@ struct TimerRow {
   bool oneShot;  // true: the first tick is the last
 };
 
-inline constexpr std::array<TimerRow, 10> kTimers{{
+inline constexpr std::array<TimerRow, 12> kTimers{{
     {TimerId::TimerShow, L"TimerShow", 250, false},
     {TimerId::TimerSlide, L"TimerSlide", 5, false},
     {TimerId::TimerHide, L"TimerHide", 1000, false},
@@ -44,6 +46,10 @@ inline constexpr std::array<TimerRow, 10> kTimers{{
     {TimerId::TimerDontShrink, L"TimerDontShrink", 20, true},
     {TimerId::TimerSuspendShrink, L"TimerSuspendShrink", 2000, true},
     {TimerId::TimerSuspendAutoExpand, L"TimerSuspendAutoExpand", 500, true},
+    // A click on a tile that has just opened by itself was meant to open it.
+    {TimerId::TimerTileClick, L"TimerTileClick", 500, true},
+    // Until folding and shrinking are written.
+    {TimerId::TimerSave, L"TimerSave", 400, true},
 }};
 
 constexpr const TimerRow& timerRow(TimerId id) { return kTimers[static_cast<std::size_t>(id)]; }

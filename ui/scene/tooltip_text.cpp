@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::size_t kLongestTitle = 60;
 constexpr std::size_t kLongestLine = 240;
+constexpr const wchar_t* kShrinkExpand = L"Shrink/Expand";
 constexpr const wchar_t* kLineBreak = L"\r\n";
 
 // One line: line breaks and other control characters become blanks.
@@ -103,10 +104,13 @@ class ContainerText {
       case ControlKind::cmdConMenu:
         return {{}, L"Commands for this container"};
       case ControlKind::ContainerFrame:
-        // Only its hot spot has something to tell; where that is, the window knows.
-        return {};
-      case ControlKind::ContainerIcon:
-        return compose(name.empty() ? L"Container" : name, source);
+        // Asked for on its hot spot only.
+        return {{}, kShrinkExpand};
+      case ControlKind::ContainerIcon: {
+        std::wstring lines = source;
+        addLine(lines, kShrinkExpand);
+        return compose(name.empty() ? L"Container" : name, lines);
+      }
       case ControlKind::ContainerLabel:
         if (!source.empty() || !fits(node, name)) return compose(name, source);
         return {};

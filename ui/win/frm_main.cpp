@@ -41,8 +41,15 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
             kProgramTitle),
       docking_(platform, document_.settings,
                {.keepOpen =
-                    [this] { return modal_.active() || pane_.busy() || extras_.jump().hasFocus(); },
-                .prepareCollapse = [this] { extras_.hidePopups(); },
+                    [this] {
+                      return modal_.active() || pane_.busy() || pane_.editor().drawMode() ||
+                             extras_.jump().hasFocus();
+                    },
+                .prepareCollapse =
+                    [this] {
+                      pane_.endEditing();
+                      extras_.hidePopups();
+                    },
                 .captionChanged = [this](bool) { relayout(); },
                 .changed =
                     [this](DockChange change) {
@@ -50,6 +57,8 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                       if (change == DockChange::Expanded) announce(handle(), kEventExpanded);
                       if (change == DockChange::Collapsed) announce(handle(), kEventCollapsed);
                     }}),
+      containers_({platform_, document_, images_, fonts_, measure_, modal_}, workspaceScene_, pane_,
+                  docking_, [this] { saveSoon(); }),
       extras_({platform_, document_, workspaceScene_, pane_.view(), images_, fonts_, measure_,
                docking_},
               {.run =
@@ -90,13 +99,16 @@ bool frmMain::open() {
   SetLayeredWindowAttributes(handle(), 0, 255, LWA_ALPHA);
   pane_.attach(handle());
   docking_.attach(handle());
+  containers_.attach(handle());
   extras_.attach(handle());
   return true;
 }
 
 void frmMain::load(const Progress& progress) {
   firstStart_ = !platform_.files.exists(store_.settingsPath());
+  containers_.rules().loadingStarted();
   store_.LoadSettings(document_, progress);
+  containers_.rules().loadingEnded();
   applyTagFilters(document_.workspace);
 }
 
@@ -209,7 +221,8 @@ void frmMain::onTimer(UINT_PTR timer) {
   const auto id = static_cast<TimerId>(timer - 1);
   pane_.takePendingDrops();
   if (timerRow(id).oneShot) docking_.stopTimer(id);
-  if (docking_.tick(id)) return;
+  if (docking_.tick(id) || containers_.tick(id)) return;
+  if (id == TimerId::TimerSave) workspaceChanged();
   if (id == TimerId::TimerDblClickLabelDelay) pane_.clickGuard().TimerDblClickLabelDelayTick();
   if (id == TimerId::TimeLock) {
     lockTold_ = false;
@@ -229,6 +242,7 @@ void frmMain::bringForward() {
 }
 
 std::wstring frmMain::captionNow() const {
+  if (pane_.editor().drawMode()) return L"CONTAINER DRAW MODE";
   if (lockTold_) return document_.settings.locked ? L"EDITING LOCKED" : L"EDITING UNLOCKED";
   return docking_.rules().suspended() ? kSuspendedCaption : kProgramTitle;
 }
@@ -262,6 +276,7 @@ void frmMain::relayout() {
   // every caption; until it is shown only the last one counts.
   if (!laidOut_) return;
   workspaceScene_.setFrame(frameLayout());
+  pane_.arrangeEditing();
   extras_.arrange();
   pane_.view().invalidate();
 }
@@ -270,7 +285,7 @@ void frmMain::applyPalette() {
   const Palette palette = systemIsHighContrast()
                               ? makeHighContrastPalette(document_.settings, systemColours())
                               : makePalette(document_.settings);
-  pane_.view().setPalette(palette);
+  pane_.setPalette(palette);
   extras_.setPalette(palette);
 }
 

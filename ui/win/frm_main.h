@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 #include "core/desktop_store.h"
 #include "core/document.h"
@@ -14,6 +15,7 @@
 #include "sidebar/keys.h"
 #include "ui/scene/workspace_scene.h"
 #include "ui/win/bar_extras.h"
+#include "ui/win/container_driver.h"
 #include "ui/win/desk.h"
 #include "ui/win/docking_driver.h"
 #include "ui/win/frm_add_shortcut.h"
@@ -72,7 +74,11 @@ class frmMain final : public Window, private PaneOwner {
   void endSession();
   void end();
 
-  // PaneOwner (frm_main_input.cpp, frm_main_actions.cpp)
+  // Containers (frm_main_containers.cpp)
+  void startDrawMode();
+  void saveSoon();
+
+  // PaneOwner (frm_main_input.cpp, frm_main_actions.cpp, frm_main_containers.cpp)
   LaunchHost& mainWindow() override { return *this; }
   bool busyElsewhere() override;
   void workspaceChanged() override;
@@ -82,7 +88,13 @@ class frmMain final : public Window, private PaneOwner {
   void mouseMoved() override;
   void hovered(NodeId node, POINT at) override;
   void moveWindow(const GestureEvent& event) override;
+  void released(NodeId node, bool click) override;
+  HCURSOR cursorOver(NodeId node, POINT at) override;
   void draggedOver(POINT screen) override;
+  void dragLeft() override { containers_.dragLeft(); }
+  void keepOpen() override;
+  void removing(const std::vector<ContainerSlot>& slots) override;
+  void drawModeEnded() override { relayout(); }
   void shortcutStarted(ShortcutSlot slot) override { extras_.countStart(slot); }
   void describeState(CommandState& state) const override;
   bool runOwn(Command command) override;
@@ -105,6 +117,7 @@ class frmMain final : public Window, private PaneOwner {
   WorkspaceScene workspaceScene_;
   WorkspacePane pane_;
   DockingDriver docking_;
+  ContainerDriver containers_;
   BarExtras extras_;
   bool saveFailureTold_ = false;  // until a save succeeds again
   bool lockTold_ = false;         // the caption tells of locking for a moment

@@ -26,11 +26,13 @@ bool runsUnderWow64() {
 
 }  // namespace
 
-void frmMain::clicked(NodeId node, POINT) {
+void frmMain::clicked(NodeId node, POINT at) {
   const PixelRect place = pane_.view().toClient(node);
   POINT below{place.left.value, place.bottom().value};
   ClientToScreen(handle(), &below);
   switch (node.kind) {
+    case ControlKind::cmdConMenu:
+      return pane_.showMenu(MenuId::Container, below, containerOf(node));
     case ControlKind::DockStrip:
       return docking_.apply(docking_.rules().ExpandFromEdge(docking_.inputs()));
     case ControlKind::cmdMenu:
@@ -40,6 +42,7 @@ void frmMain::clicked(NodeId node, POINT) {
     case ControlKind::cmdAdd:
       return pane_.showMenu(MenuId::Add, below);
     default:
+      if (containers_.clicked(node, at)) return;
       return pane_.run(toolbarCommand(node.kind));
   }
 }
@@ -57,6 +60,15 @@ bool frmMain::runOwn(Command command) {
     case Command::mnuRefreshShortcuts:
       images_.clear();
       pane_.view().invalidate();
+      break;
+    case Command::mnuFoldAll:
+      containers_.apply(containers_.rules().mnuFoldAll(containers_.inputs()));
+      break;
+    case Command::mnuShrinkAll:
+      containers_.apply(containers_.rules().mnuShrinkAll(containers_.inputs()));
+      break;
+    case Command::mnuNew:
+      startDrawMode();
       break;
     case Command::mnuTranslucent:
       toggleTranslucency();

@@ -34,18 +34,7 @@ LRESULT frmMain::onHitTest(POINT screen) const {
   return HTCLIENT;
 }
 
-void frmMain::pressed(NodeId, POINT) { extras_.hideTooltip(); }
-
 void frmMain::mouseMoved() { docking_.apply(docking_.rules().mouseMoved(docking_.inputs())); }
-
-void frmMain::hovered(NodeId node, POINT) {
-  if (node.none())
-    extras_.hideTooltip();
-  else
-    extras_.hover(node);
-}
-
-void frmMain::draggedOver(POINT) { docking_.draggedOver(); }
 
 void frmMain::startClickGuardTimer() { docking_.startTimer(TimerId::TimerDblClickLabelDelay); }
 

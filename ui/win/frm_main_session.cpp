@@ -33,6 +33,7 @@ bool startRestarter(const std::wstring& path) {
 }  // namespace
 
 SaveResult frmMain::save(bool recovery) {
+  docking_.stopTimer(TimerId::TimerSave);
   Settings& settings = document_.settings;
   settings.window = docking_.rectToSave();
   settings.hidden = docking_.rules().collapseSide() != ScreenEdge::None;
@@ -88,6 +89,7 @@ void frmMain::restartWithoutRecentChanges() {
 
 void frmMain::exitProgram() {
   if (ended_) return;
+  pane_.endEditing();
   ended_ = true;
   if (const SaveResult result = save(false); !result) {
     const std::wstring question =
@@ -101,6 +103,7 @@ void frmMain::exitProgram() {
 // There is no time for questions: what cannot be saved now stays recoverable.
 void frmMain::endSession() {
   if (ended_) return;
+  pane_.endEditing();
   ended_ = true;
   save(false);
   end();

@@ -34,7 +34,8 @@ WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& ow
                          return PostMessageW(window_, kMsgAction, static_cast<WPARAM>(node.kind),
                                              node.slot) != FALSE;
                        }),
-      accessible_(accessibleItems_) {}
+      accessible_(accessibleItems_),
+      nameEdit_(scene.scene(), desk.fonts) {}
 
 void WorkspacePane::attach(HWND window) {
   window_ = window;
@@ -43,7 +44,13 @@ void WorkspacePane::attach(HWND window) {
   accessibleItems_.attach(window);
   accessibleItems_.setDensity(density);
   dropTarget_.attach(window);
+  nameEdit_.attach(window, density);
   gestures_.setThreshold({{GetSystemMetrics(SM_CXDRAG)}, {GetSystemMetrics(SM_CYDRAG)}});
+}
+
+void WorkspacePane::setPalette(const Palette& palette) {
+  view_.setPalette(palette);
+  nameEdit_.setPalette(palette);
 }
 
 void WorkspacePane::detach() {
@@ -91,7 +98,7 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       POINT at{};
       GetCursorPos(&at);
       ScreenToClient(window_, &at);
-      const HCURSOR cursor = owner_.cursorOver(scene_.scene().hitTest(view_.toScene(at)), at);
+      const HCURSOR cursor = cursorAt(at);
       if (cursor == nullptr) return std::nullopt;
       SetCursor(cursor);
       return TRUE;
@@ -106,9 +113,7 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       return std::nullopt;
     case kMsgAction:
       if (!owner_.busyElsewhere()) {
-        const NodeId node{static_cast<ControlKind>(wParam), static_cast<int>(lParam)};
-        const PixelRect r = view_.toClient(node);
-        clicked(node, {r.left.value + r.width.value / 2, r.top.value + r.height.value / 2});
+        activate({static_cast<ControlKind>(wParam), static_cast<int>(lParam)});
       }
       return 0;
     case kMsgDropped:
@@ -130,6 +135,19 @@ Point<Twips> WorkspacePane::toScene(Point<Pixels> screen) const {
   POINT client{screen.x.value, screen.y.value};
   ScreenToClient(window_, &client);
   return view_.toScene(client);
+}
+
+HCURSOR WorkspacePane::cursorAt(POINT client) {
+  const Point<Twips> at = view_.toScene(client);
+  const NodeId node = scene_.scene().hitTest(at);
+  if (editor_.drawMode() && node.kind == ControlKind::picBack)
+    return LoadCursorW(nullptr, IDC_CROSS);
+  const Edges e = desk_.document.settings.locked ? Edges{} : editor_.borderAt(node, at);
+  if ((e.left && e.top) || (e.right && e.bottom)) return LoadCursorW(nullptr, IDC_SIZENWSE);
+  if ((e.right && e.top) || (e.left && e.bottom)) return LoadCursorW(nullptr, IDC_SIZENESW);
+  if (e.left || e.right) return LoadCursorW(nullptr, IDC_SIZEWE);
+  if (e.top || e.bottom) return LoadCursorW(nullptr, IDC_SIZENS);
+  return owner_.cursorOver(node, client);
 }
 
 void WorkspacePane::onMouseMove(POINT client) {
@@ -175,6 +193,7 @@ void WorkspacePane::onLeftUp(POINT client) {
   if (!event) return;
   const bool click = event->kind == GestureKind::Click;
   editor_.released(event->node, event->ctrl, !click);
+  owner_.released(event->node, click);
   view_.invalidate();
   onGesture(*event);
   // Of two quick clicks one starts the shortcut: the one the user has chosen.
@@ -188,6 +207,14 @@ void WorkspacePane::onLeftUp(POINT client) {
 void WorkspacePane::clicked(NodeId node, POINT at) {
   if (!shortcutOf(node).none()) return launch(shortcutOf(node));
   owner_.clicked(node, at);
+}
+
+// The default action of a node, which does not depend on what clicks are set to do.
+void WorkspacePane::activate(NodeId node) {
+  if (node.none()) return;
+  if (node.kind == ControlKind::ContainerLabel) node.kind = ControlKind::lblFoldUnfold;
+  const PixelRect r = view_.toClient(node);
+  clicked(node, {r.left.value + r.width.value / 2, r.top.value + r.height.value / 2});
 }
 
 void WorkspacePane::onContextMenu(POINT screen) {
@@ -214,11 +241,19 @@ void WorkspacePane::onContextMenu(POINT screen) {
   }
   if (owner_.ownMenu(node, screen)) return;
   const ContainerSlot container = containerOf(node);
+  const bool onTitle =
+      node.kind == ControlKind::ContainerLabel || node.kind == ControlKind::ContainerIcon;
+  if (onTitle) owner_.keepOpen();
+  if (onTitle && !editor_.selection().contains(container)) {
+    editor_.selectOnly(container);
+    view_.invalidate();
+  }
   showMenu(container.none() ? MenuId::Main : MenuId::Container, screen, container);
 }
 
 void WorkspacePane::onWheel(int notches) {
   scene_.scrollTo(scene_.scroll() - Twips{static_cast<float>(notches) * 6.0F});
+  nameEdit_.arrange();
   view_.invalidate();
 }
 
@@ -243,6 +278,11 @@ bool WorkspacePane::onKeyDown(int key) {
     ReleaseCapture();
     return true;
   }
+  if (key == VK_ESCAPE && editor_.drawMode()) {
+    editor_.setDrawMode(false);
+    owner_.drawModeEnded();
+    return true;
+  }
   if (owner_.keyDown(key, modifiers)) return true;
   const Point<int> direction{(key == VK_RIGHT ? 1 : 0) - (key == VK_LEFT ? 1 : 0),
                              (key == VK_DOWN ? 1 : 0) - (key == VK_UP ? 1 : 0)};
@@ -251,10 +291,7 @@ bool WorkspacePane::onKeyDown(int key) {
   } else if (key == VK_TAB && (modifiers & ~kShift) == 0) {
     moveFocus({}, modifiers == kShift);
   } else if (key == VK_RETURN && modifiers == 0) {
-    if (const NodeId focused = view_.input().focused(); !focused.none()) {
-      const PixelRect r = view_.toClient(focused);
-      clicked(focused, {r.left.value + r.width.value / 2, r.top.value + r.height.value / 2});
-    }
+    activate(view_.input().focused());
   } else {
     return false;
   }

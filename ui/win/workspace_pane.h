@@ -18,6 +18,7 @@
 #include "ui/scene/workspace_editor.h"
 #include "ui/win/desk.h"
 #include "ui/win/drop_target.h"
+#include "ui/win/in_place_edit.h"
 #include "ui/win/popup_menu.h"
 #include "ui/win/scene_accessible.h"
 #include "ui/win/scene_view.h"
@@ -43,6 +44,8 @@ class PaneOwner : public LaunchHost {
   virtual void startClickGuardTimer() = 0;
 
   virtual void pressed(NodeId, POINT) {}
+  // The left button has come up again; `click`: nothing was dragged.
+  virtual void released(NodeId /*pressed*/, bool /*click*/) {}
   // A click on anything but a shortcut, or its default action.
   virtual void clicked(NodeId node, POINT at) = 0;
   virtual void mouseMoved() {}
@@ -51,6 +54,14 @@ class PaneOwner : public LaunchHost {
   // The cursor over a node where it is not the arrow; null for the arrow.
   virtual HCURSOR cursorOver(NodeId, POINT) { return nullptr; }
   virtual void moveWindow(const GestureEvent& event) = 0;
+  // Containers have been let go outside the window. True when the owner took them:
+  // then they are not moved.
+  virtual bool draggedOut(const std::vector<ContainerSlot>&, POINT /*screen*/) { return false; }
+  // Before containers are removed from the workspace, and when something is done to
+  // them that they must stay open for.
+  virtual void removing(const std::vector<ContainerSlot>&) {}
+  virtual void keepOpen() {}
+  virtual void drawModeEnded() {}
   // Something is being dragged over the window, from this program or another.
   virtual void draggedOver(POINT) {}
   virtual void dragLeft() {}
@@ -86,7 +97,14 @@ class WorkspacePane {
   ClickGuard& clickGuard() { return clickGuard_; }
   bool launchSuppressed() const { return launchSuppressed_; }
   // A drag or an edit is under way that must not lose its window.
-  bool busy() const { return gestures_.dragging() || dropTarget_.dragActive(); }
+  bool busy() const {
+    return gestures_.dragging() || dropTarget_.dragActive() || nameEdit_.active();
+  }
+  // Takes what is being edited, before the window goes away or is laid out anew.
+  void endEditing() { nameEdit_.accept(); }
+  void setPalette(const Palette& palette);
+  // The layout or the scrolling has changed under the edit boxes.
+  void arrangeEditing() { nameEdit_.arrange(); }
 
   // Runs the command here or by the owner, when it is built and enabled.
   void run(Command command);
@@ -96,6 +114,15 @@ class WorkspacePane {
   void startMany(const std::function<void(StartMany&)>& start);
   // Scrolls to it, selects and focuses it.
   void showShortcut(ShortcutSlot slot);
+  // Adds a container and lets the user name it at once. None while locked.
+  ContainerSlot addContainer(clsContainer container, const TwipsRect& rect);
+  void rename(ContainerSlot slot);
+  // What commands for containers are about: the container of the menu with those
+  // selected together with it, else those selected.
+  std::vector<ContainerSlot> targetContainers() const;
+  // Other windows show what was changed here, or the other way round.
+  void containersChanged(const std::vector<ContainerSlot>& slots);
+  bool refuseWhileLocked();
   // Adds what was dropped or entered; at no point: where there is room. A refusal
   // that is known already is told with the others.
   void takeDropped(const Dropped& dropped, const Point<Twips>* at);
@@ -117,8 +144,10 @@ class WorkspacePane {
   void onContextMenu(POINT screen);
   bool onKeyDown(int key);
   void onWheel(int notches);
+  HCURSOR cursorAt(POINT client);
   void moveFocus(Point<int> direction, bool backwards);
   void clicked(NodeId node, POINT at);
+  void activate(NodeId node);
   Point<Pixels> toScreen(POINT client) const;
   Point<Twips> toScene(Point<Pixels> screen) const;
 
@@ -131,10 +160,15 @@ class WorkspacePane {
   bool acceptDrop(POINT screen, const Dropped& dropped);
   void deleteSelected();
   void setTagFilter(ContainerSlot slot, const std::wstring& tag);
-  bool refuseWhileLocked();
+  void moveContainers(const GestureEvent& event);
+  void resizeObject(const GestureEvent& event);
+  void drawContainer(const GestureEvent& event);
 
   // Commands (workspace_pane_commands.cpp)
   bool runHere(Command command);
+  bool runForContainers(Command command);
+  void removeContainers();
+  void chooseIcon();
   void startSelected();
   void editShortcut(ShortcutSlot slot, const std::wstring& error);
   void addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const;
@@ -156,6 +190,7 @@ class WorkspacePane {
   SceneAccessible accessibleItems_;
   AccessibleServer accessible_;
   ClickGuard clickGuard_;
+  InPlaceEdit nameEdit_;
   bool launchSuppressed_ = false;
   bool trackingLeave_ = false;
   bool doubleClicked_ = false;

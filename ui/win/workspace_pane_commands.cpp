@@ -40,6 +40,13 @@ CommandState WorkspacePane::commandState() const {
   state.translucent = desk_.document.settings.translucent;
   state.align = desk_.document.settings.align;
   state.shortcutSelected = anythingSelected();
+  const std::vector<ContainerSlot> containers = targetContainers();
+  state.containerSelected = !containers.empty();
+  if (!containers.empty()) {
+    const clsContainer& first = desk_.document.workspace.containers[containers.front()];
+    state.noteShown = first.Detached ? first.Detached_Note_Visible : first.noteVisible;
+    state.toolbarHidden = first.HideToolbar;
+  }
   state.canUndo = editor_.canUndo() && !desk_.document.settings.locked;
   owner_.describeState(state);
   return state;
@@ -82,6 +89,7 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
   }
   if (menu == MenuId::Container) addTagMenus(items, tags);
   if (items.empty()) return;
+  owner_.hovered({}, {});
   int chosen = 0;
   {
     const ModalDepth::Scope scope(desk_.modal);
@@ -104,6 +112,7 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
 bool WorkspacePane::runHere(Command command) {
   switch (command) {
     case Command::mnuShortcutProperties:
+      if (currentShortcut().none()) return runForContainers(Command::mnuConRename);
       editShortcut(currentShortcut(), L"");
       return true;
     case Command::mnuPaste:
@@ -151,7 +160,7 @@ bool WorkspacePane::runHere(Command command) {
       return true;
     }
     default:
-      return false;
+      return runForContainers(command);
   }
 }
 

@@ -27,6 +27,12 @@ void WorkspacePane::onGesture(const GestureEvent& event) {
       return owner_.moveWindow(event);
     case GestureKind::MoveObjects:
       return moveObjects(event);
+    case GestureKind::MoveContainers:
+      return moveContainers(event);
+    case GestureKind::Resize:
+      return resizeObject(event);
+    case GestureKind::DrawContainer:
+      return drawContainer(event);
     case GestureKind::RubberBand:
       if (event.phase == GesturePhase::Begin || event.phase == GesturePhase::Update)
         editor_.band(toScene(event.start), toScene(event.now));
@@ -49,6 +55,7 @@ void WorkspacePane::moveObjects(const GestureEvent& event) {
       [[fallthrough]];
     case GesturePhase::Update:
       editor_.drag(distance, pointer);
+      owner_.draggedOver({event.now.x.value, event.now.y.value});
       break;
     case GesturePhase::Cancel:
       editor_.cancelDrag();
@@ -65,6 +72,75 @@ void WorkspacePane::moveObjects(const GestureEvent& event) {
       finishMove(editor_.drop(distance, pointer));
       break;
     }
+  }
+  view_.invalidate();
+}
+
+void WorkspacePane::moveContainers(const GestureEvent& event) {
+  const Density density = view_.density();
+  const Point<Twips> distance{density.toTwips(event.now.x - event.start.x),
+                              density.toTwips(event.now.y - event.start.y)};
+  switch (event.phase) {
+    case GesturePhase::Begin:
+      editor_.beginContainerDrag();
+      [[fallthrough]];
+    case GesturePhase::Update:
+      editor_.dragContainers(distance);
+      break;
+    case GesturePhase::Cancel:
+      editor_.cancelDrag();
+      break;
+    case GesturePhase::End: {
+      const POINT screen{event.now.x.value, event.now.y.value};
+      RECT r{};
+      GetWindowRect(window_, &r);
+      const std::vector<ContainerSlot> slots = editor_.selectedContainers();
+      if (!PtInRect(&r, screen) && owner_.draggedOut(slots, screen))
+        editor_.cancelDrag();
+      else
+        finishMove(editor_.dropContainers(distance));
+      break;
+    }
+  }
+  view_.invalidate();
+}
+
+void WorkspacePane::resizeObject(const GestureEvent& event) {
+  const Density density = view_.density();
+  switch (event.phase) {
+    case GesturePhase::Begin:
+      editor_.beginResize(event.node, toScene(event.start));
+      [[fallthrough]];
+    case GesturePhase::Update:
+      editor_.resize({density.toTwips(event.now.x - event.start.x),
+                      density.toTwips(event.now.y - event.start.y)},
+                     GetKeyState(VK_SHIFT) < 0);
+      break;
+    case GesturePhase::Cancel:
+      editor_.cancelResize();
+      break;
+    case GesturePhase::End:
+      if (!editor_.endResize()) break;
+      sceneChanged();
+      owner_.workspaceChanged();
+      break;
+  }
+  view_.invalidate();
+}
+
+void WorkspacePane::drawContainer(const GestureEvent& event) {
+  const Point<Twips> from = toScene(event.start);
+  const Point<Twips> to = toScene(event.now);
+  if (event.phase == GesturePhase::Begin || event.phase == GesturePhase::Update) {
+    editor_.showDrawn(from, to);
+    return view_.invalidate();
+  }
+  const TwipsRect rect = editor_.drawn(from, to);
+  owner_.drawModeEnded();
+  if (event.phase == GesturePhase::End) {
+    clsContainer container;
+    container.name = L"Container";
+    addContainer(std::move(container), rect);
   }
   view_.invalidate();
 }
@@ -142,6 +218,8 @@ void WorkspacePane::takePendingDrops() {
 
 void WorkspacePane::deleteSelected() {
   if (refuseWhileLocked()) return;
+  menuContainer_ = {};
+  if (!editor_.selectedContainers().empty()) removeContainers();
   const DeletePlan plan = editor_.planDelete();
   if (plan.empty()) return;
   if (plan.question != nullptr &&

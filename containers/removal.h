@@ -1,0 +1,15 @@
+// The question before containers are removed from the workspace. Removes nothing.
+#pragma once
+
+#include <cstddef>
+
+#include "core/settings.h"
+#include "platform/msg_box.h"
+
+namespace varnowick {
+
+// True when the containers are to go: after a Yes, or unasked with [ConfirmDelete]
+// off.
+bool confirmRemoval(const Settings& settings, MsgBox& msgBox, std::size_t count);
+
+}  // namespace varnowick
