@@ -39,11 +39,6 @@ constexpr std::array kRows{
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabRight), L"&Right"},
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabTop), L"&Top"},
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabBottom), L"&Bottom"},
-    DetachedMenuRow{},
-    // The window puts the caption that counts the shortcuts in its place.
-    DetachedMenuRow{0, VARNOWICK_ITEM(mnuStartAll), L"&Start all"},
-    DetachedMenuRow{0, VARNOWICK_ITEM(mnuSortByName), L"Sort &by name"},
-    DetachedMenuRow{0, VARNOWICK_ITEM(mnuPaste), L"&Paste"},
 };
 #undef VARNOWICK_ITEM
 
@@ -83,10 +78,6 @@ bool isShown(const DetachedMenuRow& row, const clsContainer& container,
     case DetachedItem::mnuTabTop:
     case DetachedItem::mnuTabBottom:
       return container.DetachedUseTab;
-    // About what lies in the window, while it can be seen.
-    case DetachedItem::mnuSortByName:
-    case DetachedItem::mnuPaste:
-      return state.shown && containerType(container) == ContainerType::Shortcuts;
     default:
       return true;
   }
@@ -176,6 +167,19 @@ Detachable detachable(const Workspace& workspace, const Selection& selection) {
     }
   }
   return result;
+}
+
+void markDetached(clsContainer& container) {
+  container.Detached = true;
+  container.Detached_Note_Visible = container.Detached_Note_Visible || container.noteVisible;
+  // The files have one flag for both places: the other one must not bring it back.
+  container.noteVisible = false;
+}
+
+void markAttached(clsContainer& container) {
+  container.Detached = false;
+  container.noteVisible = container.Detached_Note_Visible;
+  container.Detached_Note_Visible = false;
 }
 
 }  // namespace varnowick

@@ -32,16 +32,13 @@ enum class DetachedItem : int {
   mnuCancel,
   mnuAttach,
   mnuCloseAndDelete,
-  // Beyond the above: what is at hand on the bar, and the tab's edge.
+  // Beyond the above: hiding, and the tab's edge.
   mnuDockMe,
   mnuTabEdge,
   mnuTabLeft,
   mnuTabRight,
   mnuTabTop,
   mnuTabBottom,
-  mnuStartAll,
-  mnuSortByName,
-  mnuPaste,
   Count
 };
 
@@ -94,5 +91,10 @@ inline constexpr const wchar_t* kPictureStays =
 Detachable detachable(const Workspace& workspace, const Selection& selection);
 
 inline constexpr const wchar_t* kNoDetachedContainers = L"[No Detached Containers]";
+
+// The record as it becomes when its container leaves the bar, also after loading, and
+// when it comes back. The note stays in sight where it was.
+void markDetached(clsContainer& container);
+void markAttached(clsContainer& container);
 
 }  // namespace varnowick

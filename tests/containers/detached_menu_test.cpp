@@ -34,13 +34,12 @@ TEST(DetachedMenu, ShowsTheRecordsFlags) {
                           L" &Toggle both", L" Auto &show", L" Auto &hide*", L" Enable &fade-out",
                           L" &Hide on click", L"-", L"&Attach to Workspace", L"Close && &Delete",
                           L"-", L"Hide &now", L"Tab &edge", L" &Left", L" &Right*", L" &Top",
-                          L" &Bottom", L"-", L"&Start all", L"Sort &by name", L"&Paste"));
+                          L" &Bottom"));
   c.DetachedUseTab = false;
-  c.note = L"a note";
   const std::vector<std::wstring> tabs = menuOf(c, {.shortcutSelected = true, .shown = false});
   EXPECT_EQ(tabs.front(), L"Sta&rt selected");
   EXPECT_THAT(std::vector(tabs.begin() + 10, tabs.end()),
-              ElementsAre(L"&Attach to Workspace", L"Close && &Delete", L"-", L"&Start all"));
+              ElementsAre(L"&Attach to Workspace", L"Close && &Delete"));
 }
 
 TEST(DetachedMenu, EveryItemButTheHeadsAndActionsChangesTheRecord) {
@@ -144,6 +143,20 @@ TEST(DetachedMenu, DetachTakesTheContainersAndRefusesPictures) {
   EXPECT_THAT(detachable(w, selection).containers, ElementsAre(a, b));
   EXPECT_STREQ(detachable(w, selection).refusal,
                L"The option to detach picture containers is currently not available");
+}
+
+TEST(DetachedMenu, TheNoteStaysInSightAndCanBeHiddenForGood) {
+  clsContainer c;
+  c.noteVisible = true;
+  markDetached(c);
+  EXPECT_TRUE(c.Detached && c.Detached_Note_Visible);
+  c.Detached_Note_Visible = false;
+  markDetached(c);
+  EXPECT_FALSE(c.Detached_Note_Visible || c.noteVisible) << "the other flag would be saved as on";
+  c.Detached_Note_Visible = true;
+  markAttached(c);
+  EXPECT_TRUE(c.noteVisible);
+  EXPECT_FALSE(c.Detached || c.Detached_Note_Visible);
 }
 
 }  // namespace
