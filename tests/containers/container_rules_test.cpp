@@ -350,6 +350,8 @@ TEST(ContainerRules, ClickOnABodyShrinksBackAndHoldsExpansion) {
   World w("ss");
   w.restOn(A);
   w.clickBody(A, 100, 150);
+  EXPECT_EQ(w.states(), "os") << "the click was meant for the tile";
+  w.clickBody(A, 100, 150);
   EXPECT_EQ(w.states(), "ss") << "shrunk once, not back and forth";
   EXPECT_EQ(w.running[TimerId::TimerSuspendAutoExpand], 500);
   w.apply(w.rules.tileClicked(w.in(A), A));
@@ -360,6 +362,7 @@ TEST(ContainerRules, ClickOnABodyShrinksBackAndHoldsExpansion) {
   w.tick(TimerId::TimerSuspendAutoExpand);
   w.restOn(B);
   EXPECT_EQ(w.states(), "so");
+  w.tick(TimerId::TimerTileClick);
   w.clickBody(B, 1000, 1000);
   EXPECT_EQ(w.states(), "ss");
 }

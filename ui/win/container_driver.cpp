@@ -30,6 +30,11 @@ void ContainerDriver::apply(const ContainerEffects& effects) {
     action.start ? timers_.startTimer(action.id, action.interval) : timers_.stopTimer(action.id);
   if (!effects.reshaped.empty()) {
     pane_.containersChanged(effects.reshaped);
+    // What has opened may cover its neighbours, and not the other way round.
+    for (const ContainerSlot slot : effects.reshaped) {
+      const clsContainer* container = desk_.document.workspace.containers.find(slot);
+      if (container != nullptr && isOpen(*container)) scene_.scene().raise(containerNode(slot));
+    }
     // Saving takes longer than painting, and nobody waits for it.
     UpdateWindow(window_);
   }

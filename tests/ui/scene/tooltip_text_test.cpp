@@ -91,7 +91,8 @@ TEST_F(TooltipTextTest, ATitleSpeaksOnlyWhenItHasSomethingToAdd) {
   EXPECT_EQ(at(containerPart(ControlKind::ContainerLabel, folder)),
             (TooltipText{L"Music", L"D:\\Music"}));
   EXPECT_EQ(at(containerPart(ControlKind::lblFoldUnfold, folder)).text, L"Unfold Music");
-  EXPECT_EQ(at(containerPart(ControlKind::ContainerIcon, plain)).text, L"Work");
+  EXPECT_EQ(at(containerPart(ControlKind::ContainerIcon, plain)),
+            (TooltipText{L"Work", L"Shrink/Expand"}));
   EXPECT_EQ(at(containerPart(ControlKind::ContainerLabel, {77})), TooltipText{});
 }
 
