@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "shortcuts/tags.h"
 #include "ui/scene/metrics.h"
 
 namespace varnowick {
@@ -259,9 +260,13 @@ Moved WorkspaceEditor::align() {
 
 bool WorkspaceEditor::undo() {
   if (document_.settings.locked) return false;
-  const std::vector<ObjectId> back = undo_.undo(document_.workspace);
+  std::vector<ObjectId> back = undo_.undo(document_.workspace);
+  if (back.empty()) return false;
+  // What comes back from a container that shows one tag only is hidden by it no
+  // more.
+  for (const ShortcutSlot slot : applyTagFilters(document_.workspace)) back.emplace_back(slot);
   refresh(back);
-  return !back.empty();
+  return true;
 }
 
 DeletePlan WorkspaceEditor::planDelete() const {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "shortcuts/tags.h"
 #include "tests/fakes/fake_text_measure.h"
 
 namespace varnowick {
@@ -142,6 +143,21 @@ TEST_F(WorkspaceEditorTest, WhatIsAddedLiesWhereItWasDroppedAndIsSelected) {
 
   document.settings.locked = true;
   EXPECT_THAT(editor.add({dropped}, &at).slots, IsEmpty());
+}
+
+// What a tag filter has hidden after a drop is seen again where it came from.
+TEST_F(WorkspaceEditorTest, UndoBringsBackWhatTheNewPanelHid) {
+  document.workspace.containers[box].ShowingTag = L"work";
+  press(first);
+  editor.beginDrag();
+  const Point<Twips> from = middle(shortcutNode(first));
+  const Point<Twips> way = point(1440, 3600);
+  editor.drop(way, point(from.x.value + 1440, from.y.value + 3600));
+  ASSERT_EQ(record(first).parent, Panel{box});
+  for (const ShortcutSlot slot : applyTagFilters(document.workspace)) editor.shortcutChanged(slot);
+  ASSERT_FALSE(view.scene().shown(shortcutNode(first)));
+  EXPECT_TRUE(editor.undo());
+  EXPECT_TRUE(view.scene().shown(shortcutNode(first)));
 }
 
 TEST_F(WorkspaceEditorTest, WhatIsDraggedFollowsFromWhatWasPressed) {
