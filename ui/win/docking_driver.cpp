@@ -5,6 +5,7 @@
 #include "platform/screen.h"
 #include "platform/win32/multimedia.h"
 #include "ui/win/full_screen.h"
+#include "ui/win/system_look.h"
 
 namespace varnowick {
 namespace {
@@ -15,15 +16,6 @@ constexpr int kTranslucentOpacity = 200;
 constexpr UINT kFineTimer = 1;  // ms
 
 UINT_PTR systemTimer(TimerId id) { return static_cast<UINT_PTR>(id) + 1; }
-
-bool systemAnimates() {
-#ifndef SPI_GETCLIENTAREAANIMATION
-  constexpr UINT SPI_GETCLIENTAREAANIMATION = 0x1042;
-#endif
-  BOOL on = TRUE;
-  // Systems before Vista do not know the setting and animate.
-  return !SystemParametersInfoW(SPI_GETCLIENTAREAANIMATION, 0, &on, 0) || on;
-}
 
 bool beginFineTimer() {
   const auto begin = Multimedia::get().timeBeginPeriod;

@@ -23,4 +23,13 @@ SystemColours systemColours() {
           systemColour(COLOR_GRAYTEXT)};
 }
 
+bool systemAnimates() {
+#ifndef SPI_GETCLIENTAREAANIMATION
+  constexpr UINT SPI_GETCLIENTAREAANIMATION = 0x1042;
+#endif
+  BOOL on = TRUE;
+  // Systems before Vista do not know the setting and animate.
+  return !SystemParametersInfoW(SPI_GETCLIENTAREAANIMATION, 0, &on, 0) || on;
+}
+
 }  // namespace varnowick

@@ -1,4 +1,4 @@
-// What the system says about colours and contrast, in the scene's terms.
+// What the system says about colours, contrast and motion, in the scene's terms.
 #pragma once
 
 #include "ui/scene/palette.h"
@@ -7,5 +7,7 @@ namespace varnowick {
 
 bool systemIsHighContrast();
 SystemColours systemColours();
+// Whether the user wants windows to move and fade rather than jump.
+bool systemAnimates();
 
 }  // namespace varnowick

@@ -13,7 +13,9 @@ enum PrivateEvent : unsigned {
   kEventLaunched,         // a shortcut was handed to the shell
   kEventMenuOpened,
   kEventMenuClosed,
-  kEventSceneChanged  // items came, went or moved
+  kEventSceneChanged,   // items came, went or moved
+  kEventDetachedShown,  // a detached container has come out, or has been detached
+  kEventDetachedHidden  // it has gone into its tab, or out of sight
 };
 
 }  // namespace varnowick

@@ -29,6 +29,8 @@ namespace varnowick {
 inline constexpr UINT kMsgAction = WM_APP + 2;   // a default action, see SceneAccessible
 inline constexpr UINT kMsgDropped = WM_APP + 3;  // a drop waits to be taken in
 
+inline constexpr int kOwnRows = 30'000;
+
 // The window around a pane. Points are in client pixels unless said otherwise.
 class PaneOwner : public LaunchHost {
  public:
@@ -72,6 +74,10 @@ class PaneOwner : public LaunchHost {
   virtual bool runOwn(Command) { return false; }
   // True when the owner has shown a menu of its own for the node.
   virtual bool ownMenu(NodeId, POINT /*screen*/) { return false; }
+  // A menu is about to be shown: the owner may change its rows. Its own ones have
+  // numbers from kOwnRows on, and come back to ownRowChosen.
+  virtual void completeMenu(MenuId, std::vector<MenuItem>&) {}
+  virtual void ownRowChosen(int /*row*/) {}
   // A key that the pane has no use for. True when it was taken.
   virtual bool keyDown(int /*key*/, int /*modifiers*/) { return false; }
 };

@@ -88,6 +88,7 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
       items.back().caption = startAllCaption(desk_.document.workspace, menuContainer_);
   }
   if (menu == MenuId::Container) addTagMenus(items, tags);
+  owner_.completeMenu(menu, items);
   if (items.empty()) return;
   owner_.hovered({}, {});
   int chosen = 0;
@@ -97,7 +98,9 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
     chosen = showPopupMenu(window_, items, screen);
     announce(window_, kEventMenuClosed);
   }
-  if (chosen > kShowTag)
+  if (chosen >= kOwnRows)
+    owner_.ownRowChosen(chosen);
+  else if (chosen > kShowTag)
     setTagFilter(menuContainer_, tags[static_cast<std::size_t>(chosen - kShowTag - 1)]);
   else if (chosen == kShowTag)
     setTagFilter(menuContainer_, L"");

@@ -1,0 +1,185 @@
+#include "ui/win/detached_windows.h"
+
+#include <algorithm>
+
+#include "platform/screen.h"
+
+namespace varnowick {
+namespace {
+
+// Where the pointer holds a title that has just been dragged off the bar.
+constexpr Twips kHeldAt{600};
+
+}  // namespace
+
+frmContainer* DetachedWindows::find(ContainerSlot slot) {
+  const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                  [&](const auto& w) { return w->slot() == slot; });
+  return found == windows_.end() ? nullptr : found->get();
+}
+
+frmContainer* DetachedWindows::open(ContainerSlot slot) {
+  windows_.push_back(std::make_unique<frmContainer>(desk_, slot, *this));
+  if (windows_.back()->open()) return windows_.back().get();
+  windows_.pop_back();
+  return nullptr;
+}
+
+void DetachedWindows::giveFirstRect(ContainerSlot slot, std::optional<Point<Pixels>> at) {
+  clsContainer& c = desk_.document.workspace.containers[slot];
+  const std::vector<TwipsRect> works = workAreas(desk_.platform.monitors);
+  TwipsRect r = c.detachedRect;
+  if (needsDefaultRect(r)) {
+    std::vector<TwipsRect> others;
+    for (const auto& window : windows_) others.push_back(window->rect());
+    r = defaultDetachedRect(hooks_.boxOnScreen(slot), hooks_.barOnScreen(), works, others);
+  }
+  if (at) {
+    const Density d = desk_.platform.monitors.density();
+    r.left = d.toTwips(at->x) - std::min(kHeldAt, r.width * 0.5F);
+    r.top = d.toTwips(at->y) - kTitleStripHeight * 0.5F;
+  }
+  c.detachedRect = r;
+}
+
+void DetachedWindows::detach(const std::vector<ContainerSlot>& slots,
+                             std::optional<Point<Pixels>> at) {
+  std::vector<ContainerSlot> detached;
+  for (const ContainerSlot slot : slots) {
+    clsContainer* c = desk_.document.workspace.containers.find(slot);
+    if (c == nullptr || c->Detached) continue;
+    giveUp(slot);  // the former one may still be fading
+    giveFirstRect(slot, at);
+    at.reset();
+    markDetached(*c);
+    if (frmContainer* window = open(slot)) {
+      window->showFirst();
+      detached.push_back(slot);
+    } else {
+      markAttached(*c);
+    }
+  }
+  if (detached.empty()) return;
+  hooks_.barChanged(detached);
+  hooks_.workspaceChanged();
+}
+
+void DetachedWindows::detachLoaded(const Progress& progress) {
+  int number = 0;
+  desk_.document.workspace.containers.forEach([&](ContainerSlot slot, clsContainer& c) {
+    if (!c.Detached || find(slot) != nullptr) return;
+    if (progress) progress(L"Detaching Containers... " + std::to_wstring(++number));
+    // A place that was never set stands for the one that a first detaching gives.
+    if (needsDefaultRect(c.detachedRect)) giveFirstRect(slot, std::nullopt);
+    markDetached(c);
+    // A window that the system refuses must not take the container with it.
+    if (open(slot) == nullptr) markAttached(c);
+  });
+}
+
+void DetachedWindows::showLoaded() {
+  for (const auto& window : windows_) window->showFirst();
+}
+
+// Takes the window off the list. Its own handlers may be running.
+void DetachedWindows::giveUp(ContainerSlot slot) {
+  const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                  [&](const auto& w) { return w->slot() == slot; });
+  if (found == windows_.end()) return;
+  (*found)->hideForGood();
+  closed_.push_back(std::move(*found));
+  windows_.erase(found);
+  hooks_.sweepSoon();
+}
+
+void DetachedWindows::attach(ContainerSlot slot) { attachThese({slot}); }
+
+void DetachedWindows::attachAll() {
+  std::vector<ContainerSlot> slots;
+  for (const Row& row : rows()) slots.push_back(row.slot);
+  attachThese(slots);
+}
+
+void DetachedWindows::attachThese(std::vector<ContainerSlot> slots) {
+  std::erase_if(slots, [this](ContainerSlot slot) {
+    frmContainer* window = find(slot);
+    clsContainer* c = desk_.document.workspace.containers.find(slot);
+    if (window == nullptr || c == nullptr || window->rules().unloading()) return true;
+    window->pane().endEditing();
+    markAttached(*c);
+    return false;
+  });
+  if (slots.empty()) return;
+  hooks_.barChanged(slots);
+  for (const ContainerSlot slot : slots) find(slot)->close();
+  hooks_.workspaceChanged();
+}
+
+void DetachedWindows::showAll() {
+  for (const auto& window : windows_)
+    if (window->rules().hidden()) window->Undock(false);
+}
+
+bool DetachedWindows::anyHidden() const {
+  return std::any_of(windows_.begin(), windows_.end(),
+                     [](const auto& w) { return w->rules().hidden(); });
+}
+
+void DetachedWindows::removed(ContainerSlot slot) { giveUp(slot); }
+
+void DetachedWindows::deleteContainer(ContainerSlot slot) {
+  giveUp(slot);
+  hooks_.removeContainer(slot);
+}
+
+void DetachedWindows::closeAll() {
+  for (const auto& window : windows_) window->hideForGood();
+  closed_.clear();
+  windows_.clear();
+}
+
+std::vector<DetachedWindows::Row> DetachedWindows::rows() const {
+  std::vector<Row> rows;
+  for (const auto& window : windows_)
+    if (!window->rules().unloading()) rows.push_back({window->slot(), window->lblName()});
+  return rows;
+}
+
+std::vector<TwipsRect> DetachedWindows::otherTabs(ContainerSlot slot) const {
+  std::vector<TwipsRect> tabs;
+  for (const auto& window : windows_)
+    if (window->slot() != slot && window->tab().shown()) tabs.push_back(window->tab().rect());
+  return tabs;
+}
+
+bool DetachedWindows::runProgramCommand(Command command) {
+  switch (command) {
+    case Command::mnuSave:
+    case Command::mnuLock:
+    case Command::mnuAlign:
+    case Command::mnuAttachAll:
+    case Command::mnuRefreshShortcuts:
+      return hooks_.runCommand(command);
+    default:
+      return false;
+  }
+}
+
+void DetachedWindows::refreshAll() {
+  for (const auto& window : windows_) window->refresh();
+}
+
+void DetachedWindows::setPalette(const Palette& palette) {
+  palette_ = palette;
+  for (const auto& window : windows_) window->setPalette();
+}
+
+void DetachedWindows::invalidate() {
+  for (const auto& window : windows_) window->invalidate();
+}
+
+void DetachedWindows::endEditing() {
+  for (const auto& window : windows_) window->pane().endEditing();
+}
+
+}  // namespace varnowick

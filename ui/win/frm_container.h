@@ -1,0 +1,156 @@
+// The window of a detached container: its scene on a borderless window of its own,
+// with its tab. It gathers inputs for the rules, applies their effects and keeps the
+// record's rectangles; when it hides and fades is decided by the rules, what becomes
+// of the container by its host.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "containers/detached.h"
+#include "containers/detached_menu.h"
+#include "containers/tab_place.h"
+#include "ui/scene/detached_scene.h"
+#include "ui/win/balloon_tooltip.h"
+#include "ui/win/desk.h"
+#include "ui/win/frm_container_label.h"
+#include "ui/win/window.h"
+#include "ui/win/workspace_pane.h"
+
+namespace varnowick {
+
+inline constexpr const wchar_t* kDetachedWindowClass = L"VarnowickContainer";
+
+// What the window asks of the program around it. None of these destroys the window
+// before it has returned to its message loop.
+class DetachedHost {
+ public:
+  virtual ~DetachedHost() = default;
+  virtual LaunchHost& mainWindow() = 0;
+  virtual bool busyElsewhere() = 0;
+  virtual void workspaceChanged() = 0;
+  virtual void shortcutStarted(ShortcutSlot slot) = 0;
+  // A command of the whole program. False when it is not for a detached window.
+  virtual bool runProgramCommand(Command command) = 0;
+  virtual void attach(ContainerSlot slot) = 0;
+  // The container with all that lies in it.
+  virtual void deleteContainer(ContainerSlot slot) = 0;
+  // The window has faded out and is to be closed.
+  virtual void unload(ContainerSlot slot) = 0;
+  // Where the tabs of the other windows stand.
+  virtual std::vector<TwipsRect> otherTabs(ContainerSlot slot) const = 0;
+  virtual const Palette& palette() const = 0;
+};
+
+class frmContainer final : public Window, private PaneOwner {
+ public:
+  // All are borrowed and must outlive the window.
+  frmContainer(const Desk& desk, ContainerSlot slot, DetachedHost& host);
+  ~frmContainer() override;
+
+  // Creates the window, hidden, at the record's place. False when the system refuses.
+  bool open();
+  // Shows it for the first time, without taking the focus.
+  void showFirst();
+
+  void AttachMe() { host_.attach(slot_); }
+  void DockMe();
+  void DockNow();
+  // Shows it in front of other windows; `activate`: with the focus.
+  void Undock(bool activate);
+  // Fades it out if it is to fade, and has the host unload it then.
+  void close();
+  // From now on it saves nothing and answers nothing.
+  void hideForGood();
+
+  ContainerSlot slot() const { return slot_; }
+  const std::wstring& lblName() const { return lblName_; }
+  const DetachedRules& rules() const { return rules_; }
+  const DetachedScene& objects() const { return scene_; }
+  const frmContainerLabel& tab() const { return tab_; }
+  WorkspacePane& pane() { return pane_; }
+  TwipsRect rect() const;
+
+  // The record, or what lies in it, has been changed by someone else.
+  void refresh();
+  void setPalette();
+  void invalidate() { pane_.view().invalidate(); }
+
+ protected:
+  LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  clsContainer* record() { return desk_.document.workspace.containers.find(slot_); }
+  const clsContainer* record() const { return desk_.document.workspace.containers.find(slot_); }
+  Density density() const;
+
+  // Place (frm_container_place.cpp)
+  void place();
+  void storeRect();
+  void rebuildScene();
+  void roundCorners();
+  void toggleFolded();
+  TabPlace tabPlace() const;
+  void tabDropped(const TabPlace& place);
+  void systemChanged();
+  LRESULT onHitTest(POINT screen) const;
+  void limitSize(MINMAXINFO& info) const;
+
+  // Rules
+  DetachedInputs inputs(const clsContainer& record) const;
+  void apply(const DetachedEffects& effects);
+  void decide(const std::function<DetachedEffects(const DetachedInputs&)>& call);
+  void onTimer(UINT_PTR timer);
+  void bringToFront();
+
+  // The menu (frm_container_menu.cpp)
+  void showOwnMenu(POINT screen);
+  void runItem(DetachedItem item);
+  void recordChanged();
+
+  // PaneOwner
+  LaunchHost& mainWindow() override { return host_.mainWindow(); }
+  bool busyElsewhere() override { return gone_ || host_.busyElsewhere(); }
+  void workspaceChanged() override;
+  void startClickGuardTimer() override;
+  void pressed(NodeId node, POINT at) override;
+  void clicked(NodeId node, POINT at) override;
+  void hovered(NodeId node, POINT at) override;
+  void moveWindow(const GestureEvent& event) override;
+  void removing(const std::vector<ContainerSlot>& slots) override;
+  void shortcutStarted(ShortcutSlot slot) override { host_.shortcutStarted(slot); }
+  bool runOwn(Command command) override;
+  bool ownMenu(NodeId node, POINT screen) override;
+  void completeMenu(MenuId menu, std::vector<MenuItem>& items) override;
+  void ownRowChosen(int command) override;
+  bool keyDown(int key, int modifiers) override;
+
+  // LaunchHost
+  bool isMainWindow() const override { return false; }
+  bool launchSuppressed() const override { return pane_.launchSuppressed(); }
+  void PreLaunch() override;
+  OwnerWindow ownerWindow() const override;
+  std::wstring pathForSystem(const std::wstring& path) const override {
+    return host_.mainWindow().pathForSystem(path);
+  }
+
+  Desk desk_;
+  ContainerSlot slot_;
+  DetachedHost& host_;
+  DetachedRules rules_;
+  DetachedScene scene_;
+  WorkspacePane pane_;
+  frmContainerLabel tab_;
+  BalloonTooltip tooltip_;
+  std::wstring lblName_;
+  bool gone_ = false;    // its container is no longer its own
+  bool sizing_ = false;  // the system's own loop moves or sizes it
+  POINT origin_{};       // of the window when a drag of it began
+  PixelRect placed_;     // where it was put last
+  bool placing_ = true;  // the layout follows, or there is none yet
+};
+
+}  // namespace varnowick

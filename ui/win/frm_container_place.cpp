@@ -1,0 +1,141 @@
+// Where a detached container's window and its tab stand.
+
+#include <algorithm>
+
+#include "platform/screen.h"
+#include "platform/sound.h"
+#include "platform/win32/handles.h"
+#include "ui/win/frm_container.h"
+
+namespace varnowick {
+namespace {
+
+constexpr int kResizeGrip = 5;    // pixels at 96 dots per inch
+constexpr int kCornerRadius = 5;  // as the painter draws the box
+
+}  // namespace
+
+TwipsRect frmContainer::rect() const {
+  RECT r{};
+  GetWindowRect(handle(), &r);
+  return toTwips({{r.left}, {r.top}, {r.right - r.left}, {r.bottom - r.top}}, density());
+}
+
+// At the record's place, or the nearest to it that can be reached.
+void frmContainer::place() {
+  const clsContainer* c = record();
+  if (c == nullptr) return;
+  TwipsRect shown = clampToWork(c->detachedRect, workAreas(desk_.platform.monitors));
+  if (c->DetachedFolded) shown.height = kTitleStripHeight;
+  placed_ = toPixels(shown, density());
+  placing_ = true;
+  SetWindowPos(handle(), nullptr, placed_.left.value, placed_.top.value, placed_.width.value,
+               placed_.height.value, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+  placing_ = false;
+  rebuildScene();
+}
+
+// After the user has moved or sized the window. What the system or place() did is not
+// worth keeping: the monitor that has gone may come back.
+void frmContainer::storeRect() {
+  clsContainer* c = record();
+  if (c == nullptr) return;
+  RECT r{};
+  GetWindowRect(handle(), &r);
+  const PixelRect now{{r.left}, {r.top}, {r.right - r.left}, {r.bottom - r.top}};
+  if (now == placed_) return;
+  const TwipsRect t = toTwips(now, density());
+  constexpr Twips kKeep{-1};
+  const bool sized = now.size() != placed_.size() || needsDefaultRect(c->detachedRect);
+  c->SetDetachedSize(t.left, t.top, sized ? t.width : kKeep,
+                     sized && !c->DetachedFolded ? t.height : kKeep);
+  placed_ = now;
+}
+
+void frmContainer::rebuildScene() {
+  const clsContainer* c = record();
+  if (c == nullptr || handle() == nullptr) return;
+  const Density d = density();
+  RECT client{};
+  GetClientRect(handle(), &client);
+  const Size<Twips> size{d.toTwips(Pixels{static_cast<int>(client.right)}),
+                         d.toTwips(Pixels{static_cast<int>(client.bottom)})};
+  const Size<Twips> open{size.width, c->DetachedFolded ? c->detachedRect.height : size.height};
+  pane_.view().setDensity(d);
+  pane_.accessibleItems().setDensity(d);
+  scene_.build(size, open, d);
+  roundCorners();
+  pane_.arrangeEditing();
+  pane_.refresh();
+}
+
+void frmContainer::roundCorners() {
+  RECT client{};
+  GetClientRect(handle(), &client);
+  const int round = MulDiv(kCornerRadius, density().dpi, 96) * 2;
+  RegionHandle region(CreateRoundRectRgn(0, 0, client.right + 1, client.bottom + 1, round, round));
+  // The system owns the region from then on.
+  if (region && SetWindowRgn(handle(), region.get(), TRUE)) static_cast<void>(region.release());
+}
+
+void frmContainer::toggleFolded() {
+  clsContainer* c = record();
+  if (c == nullptr) return;
+  pane_.endEditing();
+  c->DetachedFolded = !c->DetachedFolded;
+  desk_.platform.sound.play(L"fold.wav");
+  place();
+  host_.workspaceChanged();
+}
+
+TabPlace frmContainer::tabPlace() const {
+  const clsContainer* c = record();
+  if (c == nullptr) return {};
+  return placeTab({c->DetachedTabDockedWhere, c->detachedLabelRect, rect()},
+                  workAreas(desk_.platform.monitors), host_.otherTabs(slot_));
+}
+
+void frmContainer::tabDropped(const TabPlace& to) {
+  clsContainer* c = record();
+  if (c == nullptr) return;
+  c->DetachedTabDockedWhere = static_cast<int>(to.LabelLocation);
+  c->SetDetachedLabelPos(to.rect.left, to.rect.top, to.rect.width, to.rect.height);
+  tab_.showAt(tabPlace());
+  host_.workspaceChanged();
+}
+
+void frmContainer::systemChanged() {
+  if (gone_) return;
+  place();
+  decide([this](const DetachedInputs& in) { return rules_.systemChanged(in); });
+}
+
+LRESULT frmContainer::onHitTest(POINT screen) const {
+  const clsContainer* c = record();
+  if (c == nullptr || desk_.document.settings.locked) return HTCLIENT;
+  RECT r{};
+  GetWindowRect(handle(), &r);
+  const int grip = MulDiv(kResizeGrip, density().dpi, 96);
+  const bool right = screen.x >= r.right - grip;
+  const bool left = screen.x < r.left + grip;
+  const bool bottom = !c->DetachedFolded && screen.y >= r.bottom - grip;
+  const bool top = !c->DetachedFolded && screen.y < r.top + grip;
+  if (top && left) return HTTOPLEFT;
+  if (top && right) return HTTOPRIGHT;
+  if (bottom && left) return HTBOTTOMLEFT;
+  if (bottom && right) return HTBOTTOMRIGHT;
+  if (right) return HTRIGHT;
+  if (left) return HTLEFT;
+  if (bottom) return HTBOTTOM;
+  return top ? HTTOP : HTCLIENT;
+}
+
+void frmContainer::limitSize(MINMAXINFO& info) const {
+  const clsContainer* c = record();
+  const Density d = density();
+  const bool folded = c != nullptr && c->DetachedFolded;
+  info.ptMinTrackSize = {d.toPixels(kLeastDetached.width).value,
+                         d.toPixels(folded ? kTitleStripHeight : kLeastDetached.height).value};
+}
+
+}  // namespace varnowick
