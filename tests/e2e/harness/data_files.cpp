@@ -150,7 +150,7 @@ std::string containerFile(const ContainerRow& c) {
                                                       {"[Backcolor]", " 4798005"},
                                                       {"[Forecolor]", " 16777215"},
                                                       {"[Icon]", ""},
-                                                      {"[CopyPath]", ""},
+                                                      {"[CopyPath]", ansi(c.folder)},
                                                       {"[AutoRefresh]", " 0"},
                                                       {"[NOTE ON]", c.note.empty() ? "0" : "1"}};
   std::string file = line("106") + line("[Container]") + line("-1");
@@ -158,7 +158,8 @@ std::string containerFile(const ContainerRow& c) {
   file += line("[START Note]") + c.note + line("[END Note]");
   file +=
       "[Reminder]\r\n0\r\n[ReminderTime]\r\n\r\n[ReminderDate]\r\n\r\n[Readable]\r\n\r\nTEMP\r\n";
-  file += line("[Folded]") + line(c.folded ? "1" : "0") + "[Flipped]\r\n0\r\n[Shrink]\r\n0\r\n";
+  file += line("[Folded]") + line(c.folded ? "1" : "0") + "[Flipped]\r\n0\r\n" + c.detached +
+          line("[Shrink]") + line(c.shrunk ? "1" : "0");
   const std::pair<const char*, int> sizes[] = {
       {"[X]", c.x}, {"[Y]", c.y}, {"[W]", c.width}, {"[H]", c.height}};
   for (const auto& [key, value] : sizes) file += line(key) + line(number(value));
@@ -191,6 +192,14 @@ std::map<std::string, std::string> savedShortcut(const std::string& file,
     if (record["[LinkLabel]"] == caption) return record;
   }
   return {};
+}
+
+std::string savedValue(const std::string& file, const std::string& key) {
+  const std::string start = "\r\n" + key + "\r\n";
+  const std::size_t at = file.find(start);
+  if (at == std::string::npos) return {};
+  const std::size_t from = at + start.size();
+  return file.substr(from, file.find("\r\n", from) - from);
 }
 
 std::size_t countSavedShortcuts(const std::string& file) {

@@ -37,6 +37,9 @@ struct ContainerRow {
   std::string note{};  // lines ended by CR LF
   std::vector<ShortcutRow> shortcuts{};
   bool folded = false;
+  bool shrunk = false;
+  std::wstring folder{};   // of a folder container
+  std::string detached{};  // the lines of the detached block, ended by CR LF
 };
 
 class SettingsFile {
@@ -61,6 +64,8 @@ std::string containerFile(const ContainerRow& container);
 // written, by key: "[LinkPath]" and so on. Empty when there is none.
 std::map<std::string, std::string> savedShortcut(const std::string& file,
                                                  const std::string& caption);
+// The value line below the first such key line; empty when there is none.
+std::string savedValue(const std::string& file, const std::string& key);
 std::size_t countSavedShortcuts(const std::string& file);
 
 // The left edge of the collapsed bar, in twips.

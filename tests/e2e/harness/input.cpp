@@ -159,6 +159,8 @@ void chord(std::initializer_list<WORD> keys) {
 }
 
 void press(WORD k) { chord({k}); }
+void down(WORD k) { send({key(k, false)}); }
+void up(WORD k) { send({key(k, true)}); }
 
 void type(const std::wstring& text) {
   for (const wchar_t c : text) {

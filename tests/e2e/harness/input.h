@@ -41,6 +41,9 @@ namespace keyboard {
 // chord({VK_MENU, VK_F4}).
 void chord(std::initializer_list<WORD> keys);
 void press(WORD key);
+// For a key that is held while the mouse is used.
+void down(WORD key);
+void up(WORD key);
 // Types letters, digits and blanks.
 void type(const std::wstring& text);
 

@@ -1,0 +1,211 @@
+// Containers on the bar: folding, shrinking, expanding by themselves, dragging,
+// sizing, drawing and removing them by mouse and keyboard.
+#include "tests/e2e/program_test.h"
+
+namespace varnowick::e2e {
+namespace {
+
+class ContainersTest : public ProgramTest {
+ protected:
+  std::string file(int number) {
+    return folder().read(L"Containers\\" + std::to_wstring(number) + L".con");
+  }
+  std::string value(int number, const std::string& key) { return savedValue(file(number), key); }
+  // "open", "folded" or "shrunk", as the file tells it.
+  std::string state(int number) {
+    if (value(number, "[Shrink]") == "1") return "shrunk";
+    return value(number, "[Folded]") == "1" ? "folded" : "open";
+  }
+  void expectSaved(const std::function<void()>& action) {
+    events().expect(kEventSaved, L"saved", action);
+  }
+  void write(const SettingsFile& settings, const std::vector<ContainerRow>& containers) {
+    folder().write(L"Varnowick.ini", settings.bytes());
+    for (std::size_t i = 0; i < containers.size(); ++i)
+      folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(containers[i]));
+  }
+  static SettingsFile quiet() { return SettingsFile().set("[AutoExpand]", "0"); }
+  RECT box(const Bar& bar, const std::wstring& name) {
+    return bar.accessible().waitFor(name, ROLE_SYSTEM_GROUPING).rect;
+  }
+  int heightOf(const Bar& bar, const std::wstring& name) {
+    const RECT r = box(bar, name);
+    return r.bottom - r.top;
+  }
+  // A point of the body, in twips from its corner.
+  POINT inBody(const Bar& bar, const std::wstring& name, int x, int y) {
+    const RECT r = box(bar, name);
+    return {r.left + toPixels(x), r.top + toPixels(350 + y)};
+  }
+  POINT onTitle(const Bar& bar, const std::wstring& name) {
+    const RECT r = box(bar, name);
+    return {r.left + toPixels(300), r.top + toPixels(175)};
+  }
+  // Ctrl and a click select without folding.
+  void select(const Bar& bar, std::initializer_list<const wchar_t*> names) {
+    for (const wchar_t* name : names) {
+      keyboard::down(VK_CONTROL);
+      mouse::click(onTitle(bar, name));
+      keyboard::up(VK_CONTROL);
+    }
+  }
+  POINT onFoldBox(const Bar& bar, const std::wstring& name) {
+    const RECT r = box(bar, name);
+    return {r.right - toPixels(170), r.top + toPixels(175)};
+  }
+};
+using MainContainers = ContainersTest;
+
+TEST_F(MainContainers, EveryStateIsReachedByTheMouse) {
+  write(quiet(), {{.name = L"Tools", .x = 120, .y = 600, .width = 2400, .height = 2000}});
+  Bar bar = startBar();
+  bar.expand();
+  const int open = heightOf(bar, L"Tools");
+
+  expectSaved([&] { mouse::click(onFoldBox(bar, L"Tools")); });
+  EXPECT_EQ(state(0), "folded");
+  EXPECT_EQ(heightOf(bar, L"Tools"), toPixels(350));
+  expectSaved([&] { mouse::click(onTitle(bar, L"Tools")); });
+  EXPECT_EQ(state(0), "open");
+  EXPECT_EQ(heightOf(bar, L"Tools"), open);
+
+  mouse::click(inBody(bar, L"Tools", 300, 150));
+  EXPECT_EQ(heightOf(bar, L"Tools"), open) << "off the hot spot";
+  letTimePass(600);  // a click on a body holds expansion for half a second
+  expectSaved([&] { mouse::click(inBody(bar, L"Tools", 100, 150)); });
+  EXPECT_EQ(state(0), "shrunk");
+  EXPECT_EQ(heightOf(bar, L"Tools"), toPixels(950));
+  EXPECT_EQ(value(0, "[H]"), number(2000)) << "the size of the open container is kept";
+  letTimePass(600);
+  expectSaved([&] { mouse::click(centreOf(box(bar, L"Tools"))); });
+  EXPECT_EQ(state(0), "open");
+  closeProgram();
+}
+
+TEST_F(MainContainers, AllAreToggledEachOnItsOwn) {
+  write(quiet(), {{.name = L"One", .y = 600, .height = 1200, .folded = true},
+                  {.name = L"Two", .y = 2000, .height = 1200},
+                  {.name = L"Three", .y = 3600, .height = 1200, .shrunk = true}});
+  Bar bar = startBar();
+  bar.focus();
+  expectSaved([] { keyboard::chord({VK_CONTROL, VK_F2}); });
+  EXPECT_EQ(state(0) + state(1) + state(2), "openfoldedshrunk") << "tiles are not folded";
+  expectSaved([] { keyboard::chord({VK_CONTROL, VK_F1}); });
+  EXPECT_EQ(state(0) + state(1) + state(2), "shrunkfoldedopen") << "folded ones are left";
+  closeProgram();
+}
+
+TEST_F(MainContainers, ATileOpensUnderAMouseThatRestsAndShrinksBack) {
+  write(SettingsFile().set("[AutoExpand]", "1").set("[AutoExpandDelay]", "1"),
+        {{.name = L"One", .y = 600, .height = 1500, .shrunk = true},
+         {.name = L"Two", .y = 4000, .height = 1500}});
+  Bar bar = startBar();
+  bar.expand();
+  expectSaved([&] { mouse::moveTo(centreOf(box(bar, L"One"))); });
+  EXPECT_EQ(state(0), "open");
+  expectSaved([&] { mouse::moveTo(inBody(bar, L"Two", 800, 700)); });
+  EXPECT_EQ(state(0), "shrunk") << "the mouse has come over another container";
+  EXPECT_EQ(state(1), "open");
+  closeProgram();
+}
+
+TEST_F(ContainersTest, WithoutRoomBelowItUnfoldsUpwardAndFoldsBack) {
+  write(quiet(), {{.name = L"Low", .y = 7200, .height = 3000, .folded = true}});
+  Bar bar = startBar();
+  bar.expand();
+  const RECT title = box(bar, L"Low");
+  expectSaved([&] { mouse::click(onFoldBox(bar, L"Low")); });
+  EXPECT_EQ(box(bar, L"Low").bottom, title.bottom) << "its title's bottom has become its own";
+  EXPECT_EQ(value(0, "[Flipped]"), "1");
+  expectSaved([&] { mouse::click(onFoldBox(bar, L"Low")); });
+  EXPECT_EQ(box(bar, L"Low"), title);
+  closeProgram();
+}
+
+TEST_F(MainContainers, DraggedByItsTitleItDoesNotFoldAndUndoPutsItBack) {
+  write(quiet(), {{.name = L"Tools", .x = 120, .y = 600, .width = 2000, .height = 1800}});
+  Bar bar = startBar();
+  bar.expand();
+  const POINT from = onTitle(bar, L"Tools");
+  expectSaved([&] { mouse::drag(from, {from.x, from.y + toPixels(2400)}); });
+  EXPECT_EQ(value(0, "[Y]"), number(3000));
+  EXPECT_EQ(state(0), "open");
+  bar.focus();
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'Z'}); });
+  EXPECT_EQ(value(0, "[Y]"), number(600));
+
+  const RECT r = box(bar, L"Tools");
+  const POINT corner{r.right - 3, r.bottom - 3};
+  expectSaved([&] { mouse::drag(corner, {corner.x - toPixels(600), corner.y + toPixels(600)}); });
+  EXPECT_EQ(value(0, "[W]"), number(1320)) << "the border comes to stand on the grid";
+  EXPECT_EQ(value(0, "[H]"), number(2400));
+  EXPECT_EQ(value(0, "[Y]"), number(600));
+  closeProgram();
+}
+
+TEST_F(ContainersTest, RemovingAsksWithTheCountAndTakesTheContents) {
+  write(quiet(), {{.name = L"One",
+                   .y = 600,
+                   .height = 1200,
+                   .shortcuts = {{.caption = L"Inside", .path = L"C:\\x.txt", .y = 500}}},
+                  {.name = L"Two", .y = 2000, .height = 1200, .folded = true},
+                  {.name = L"Three", .y = 4000, .height = 1200, .folded = true}});
+  Bar bar = startBar();
+  bar.focus();
+  select(bar, {L"One", L"Two"});
+  keyboard::press(VK_DELETE);
+  const DialogWindow question = waitForDialog(program().process(), L"Remove Containers");
+  EXPECT_EQ(question.text(), L"Remove Selected Containers?\r\n\r\n2 Container(s) Selected");
+  question.press(IDNO);
+  EXPECT_EQ(value(1, "[Name]"), "Two");
+  bar.focus();
+  select(bar, {L"One", L"Two"});
+  keyboard::press(VK_DELETE);
+  expectSaved([&] { waitForDialog(program().process(), L"Remove Containers").press(IDYES); });
+  EXPECT_EQ(value(0, "[Name]"), "Three");
+  EXPECT_EQ(file(1), "");
+  EXPECT_FALSE(bar.accessible().find(L"Inside"));
+  closeProgram();
+}
+
+TEST_F(MainContainers, ADrawnContainerIsNamedInPlace) {
+  write(quiet(), {});
+  Bar bar = startBar();
+  bar.focus();
+  keyboard::chord({VK_CONTROL, 'C'});
+  bar.accessible().waitFor(L"CONTAINER DRAW MODE");
+  const RECT panel = bar.accessible().waitFor(L"Workspace", ROLE_SYSTEM_GROUPING).rect;
+  const POINT from{panel.left + toPixels(240), panel.top + toPixels(480)};
+  expectSaved([&] { mouse::drag(from, {from.x + toPixels(1800), from.y + toPixels(1200)}); });
+  EXPECT_EQ(value(0, "[X]") + value(0, "[Y]"), number(240) + number(480));
+  EXPECT_EQ(value(0, "[W]") + value(0, "[H]"), number(1800) + number(1200));
+  expectSaved([] {
+    keyboard::type(L"Drawn here");
+    keyboard::press(VK_RETURN);
+  });
+  EXPECT_EQ(value(0, "[Name]"), "Drawn here");
+  EXPECT_TRUE(bar.accessible().find(L"Varnowick")) << "the draw mode is over";
+  closeProgram();
+}
+
+TEST_F(ContainersTest, AFoldedContainerOpensUnderADragThatRestsOnIt) {
+  write(quiet().add({.caption = L"Moves", .path = L"C:\\x.txt", .x = 360, .y = 4800}),
+        {{.name = L"Closed", .y = 600, .height = 2400, .folded = true}});
+  Bar bar = startBar();
+  bar.expand();
+  const POINT from = centreOf(bar.accessible().waitFor(L"Moves").rect);
+  mouse::moveTo(from);
+  mouse::press();
+  mouse::moveTo({from.x + 8, from.y - 8});
+  mouse::moveTo(onTitle(bar, L"Closed"));
+  require(L"the container to open under the drag",
+          [&] { return heightOf(bar, L"Closed") > toPixels(1000); });
+  mouse::moveTo(inBody(bar, L"Closed", 1000, 800));
+  expectSaved([] { mouse::release(); });
+  EXPECT_EQ(countSavedShortcuts(file(0)), 1U);
+  EXPECT_EQ(state(0), "open");
+  closeProgram();
+}
+
+}  // namespace
+}  // namespace varnowick::e2e
