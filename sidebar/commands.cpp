@@ -68,13 +68,20 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuConIcon), L"Change &icon...", kNoKey, kContainer, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuHideToolbar), L"Hide tool&bar", kNoKey, kContainer, kBuilt,
                &CommandState::toolbarHidden},
-    CommandRow{VARNOWICK_COMMAND(mnuDetachContainer), L"&Detach", kNoKey, kContainer},
+    // Pictures cannot be detached; the command says so.
+    CommandRow{VARNOWICK_COMMAND(mnuDetachContainer), L"&Detach", kNoKey,
+               Enabled::ContainerOrPicture, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuConRemove), L"&Remove containers", kNoKey, kContainer, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuShrinkAll), L"S&hrink/Expand All", function(1, kCtrl), kAlways,
                kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuFoldAll), L"&Fold/Unfold All", function(2, kCtrl), kAlways,
                kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuAttachAll), L"&Attach all", function(3, kCtrl)},
+    // The window makes it a submenu of the detached containers.
+    CommandRow{VARNOWICK_COMMAND(mnuAttach), L"A&ttach...", kNoKey, kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuAttachAll), L"&Attach all", function(3, kCtrl),
+               Enabled::AnyDetached, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuShowDetached), L"Sho&w hidden", kNoKey, Enabled::DetachedHidden,
+               kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuContainerLibrary), L"Container &Library...", function(6)},
 
     CommandRow{VARNOWICK_COMMAND(mnuRSSSearch), L"&Search...", ctrl('S')},
@@ -164,7 +171,9 @@ constexpr std::array kMainMenu{
     item(1, Command::mnuShrinkAll),
     separator(1),
     item(1, Command::mnuDetachContainer),
+    item(1, Command::mnuAttach),
     item(1, Command::mnuAttachAll),
+    item(1, Command::mnuShowDetached),
     item(1, Command::mnuConRemove),
     separator(1),
     item(1, Command::mnuContainerLibrary),
@@ -269,6 +278,12 @@ bool isEnabled(Command command, const CommandState& state) {
       return state.shortcutSelected;
     case Enabled::ContainerSelected:
       return state.containerSelected;
+    case Enabled::ContainerOrPicture:
+      return state.containerSelected || state.pictureSelected;
+    case Enabled::AnyDetached:
+      return state.anyDetached;
+    case Enabled::DetachedHidden:
+      return state.detachedHidden;
     case Enabled::CanUndo:
       return state.canUndo;
     default:

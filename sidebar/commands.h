@@ -49,7 +49,9 @@ enum class Command : int {
   mnuConRemove,
   mnuShrinkAll,
   mnuFoldAll,
+  mnuAttach,
   mnuAttachAll,
+  mnuShowDetached,
   mnuContainerLibrary,
   // Feeds
   mnuRSSSearch,
@@ -98,10 +100,21 @@ struct CommandState {
   bool containerSelected = false;  // or the menu is a container's
   bool noteShown = false;          // of that container
   bool toolbarHidden = false;
+  bool pictureSelected = false;
+  bool anyDetached = false;     // containers in windows of their own
+  bool detachedHidden = false;  // one of those windows
   bool canUndo = false;
 };
 
-enum class Enabled { Always, ShortcutSelected, ContainerSelected, CanUndo };
+enum class Enabled {
+  Always,
+  ShortcutSelected,
+  ContainerSelected,
+  ContainerOrPicture,
+  AnyDetached,
+  DetachedHidden,
+  CanUndo
+};
 
 struct CommandRow {
   Command id;

@@ -125,6 +125,10 @@ bool DetachedWindows::anyHidden() const {
                      [](const auto& w) { return w->rules().hidden(); });
 }
 
+void DetachedWindows::sweep() {
+  std::erase_if(closed_, [](const auto& window) { return !window->handling(); });
+}
+
 void DetachedWindows::removed(ContainerSlot slot) { giveUp(slot); }
 
 void DetachedWindows::deleteContainer(ContainerSlot slot) {
@@ -133,9 +137,12 @@ void DetachedWindows::deleteContainer(ContainerSlot slot) {
 }
 
 void DetachedWindows::closeAll() {
-  for (const auto& window : windows_) window->hideForGood();
-  closed_.clear();
+  for (auto& window : windows_) {
+    window->hideForGood();
+    closed_.push_back(std::move(window));
+  }
   windows_.clear();
+  sweep();
 }
 
 std::vector<DetachedWindows::Row> DetachedWindows::rows() const {

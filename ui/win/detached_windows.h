@@ -28,7 +28,7 @@ class DetachedWindows final : public DetachedHost {
     std::function<bool(Command)> runCommand;
     std::function<TwipsRect(ContainerSlot)> boxOnScreen;  // on the bar, as unfolded
     std::function<TwipsRect()> barOnScreen;
-    // Something is to be done soon, by calling sweep() from the message loop.
+    // sweep() is to be called soon, from the message loop.
     std::function<void()> sweepSoon;
   };
   // All are borrowed and must outlive the windows.
@@ -51,8 +51,8 @@ class DetachedWindows final : public DetachedHost {
   void removed(ContainerSlot slot);
   // At the end of the program: out of sight, all at once.
   void closeAll();
-  // Frees what has been closed; only from the message loop.
-  void sweep() { closed_.clear(); }
+  // Frees what has been closed, except while its own handlers are under way.
+  void sweep();
 
   // One row for each window, in the order in which they were detached.
   struct Row {

@@ -6,6 +6,7 @@
 
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
+#include "ui/scene/icon_ref.h"
 #include "ui/win/system_look.h"
 #include "ui/win/win_events.h"
 
@@ -48,7 +49,11 @@ frmContainer::frmContainer(const Desk& desk, ContainerSlot slot, DetachedHost& h
                         &desk_.measure, pane_.view().density()),
             pane_.view().toClient(node).translated(Pixels{static_cast<int>(at.x)},
                                                    Pixels{static_cast<int>(at.y)})};
-      }) {}
+      }) {
+  scene_.setIconSource([this](const clsShortcut& shortcut) {
+    return iconRefFor(shortcut, desk_.platform.system).name;
+  });
+}
 
 frmContainer::~frmContainer() { destroy(); }
 
@@ -291,6 +296,7 @@ bool frmContainer::keyDown(int key, int modifiers) {
 }
 
 LRESULT frmContainer::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const HandlerScope scope(handlers_);
   if (const auto answer = pane_.handleMessage(message, wParam, lParam)) return *answer;
   switch (message) {
     case WM_TIMER:

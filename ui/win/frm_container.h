@@ -65,6 +65,8 @@ class frmContainer final : public Window, private PaneOwner {
   void close();
   // From now on it saves nothing and answers nothing.
   void hideForGood();
+  // One of its handlers is under way: it must not be freed.
+  bool handling() const { return handlers_ > 0 || tab_.handling(); }
 
   ContainerSlot slot() const { return slot_; }
   const std::wstring& lblName() const { return lblName_; }
@@ -146,6 +148,7 @@ class frmContainer final : public Window, private PaneOwner {
   frmContainerLabel tab_;
   BalloonTooltip tooltip_;
   std::wstring lblName_;
+  int handlers_ = 0;
   bool gone_ = false;    // its container is no longer its own
   bool sizing_ = false;  // the system's own loop moves or sizes it
   POINT origin_{};       // of the window when a drag of it began

@@ -217,6 +217,7 @@ bool frmContainerLabel::doDefaultAction(int child) {
 }
 
 LRESULT frmContainerLabel::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const HandlerScope scope(handlers_);
   switch (message) {
     case WM_ERASEBKGND:
       return 1;

@@ -48,6 +48,7 @@ class frmContainerLabel final : public Window, private AccessibleProvider {
   void showAt(const TabPlace& place);
   void hide();
   bool shown() const { return handle() != nullptr && IsWindowVisible(handle()); }
+  bool handling() const { return handlers_ > 0; }
   bool dragging() const { return dragFrom_.has_value() && moved_; }
   ScreenEdge LabelLocation() const { return place_.LabelLocation; }
   const TwipsRect& rect() const { return place_.rect; }
@@ -78,6 +79,7 @@ class frmContainerLabel final : public Window, private AccessibleProvider {
   BackBuffer buffer_;
   AccessibleServer accessible_;
   DropTarget dropTarget_;
+  int handlers_ = 0;
   bool hot_ = false;
   bool tracking_ = false;
   bool moved_ = false;             // the press has become a drag

@@ -59,6 +59,7 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                     }}),
       containers_({platform_, document_, images_, fonts_, measure_, modal_}, workspaceScene_, pane_,
                   docking_, [this] { saveSoon(); }),
+      detached_({platform_, document_, images_, fonts_, measure_, modal_}, *this, detachedHooks()),
       extras_({platform_, document_, workspaceScene_, pane_.view(), images_, fonts_, measure_,
                docking_},
               {.run =
@@ -70,12 +71,13 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                    [this](ShortcutSlot slot) {
                      if (!busyElsewhere()) pane_.launch(slot);
                    },
-               .showShortcut = [this](ShortcutSlot slot) { pane_.showShortcut(slot); },
+               .showShortcut = [this](ShortcutSlot slot) { showShortcut(slot); },
                .key = [this](const KeyDecision& decision) { apply(decision); },
                .open = [this] { bringForward(); },
                .toggle =
                    [this] {
                      if (busyElsewhere()) return;
+                     if (document_.settings.globalHotkeyDetached) detached_.showAll();
                      docking_.apply(docking_.rules().toggle(docking_.inputs()));
                      if (docking_.rules().collapseSide() == ScreenEdge::None)
                        forceForeground(handle());
@@ -110,6 +112,7 @@ void frmMain::load(const Progress& progress) {
   store_.LoadSettings(document_, progress);
   containers_.rules().loadingEnded();
   applyTagFilters(document_.workspace);
+  detached_.detachLoaded(progress);
 }
 
 void frmMain::show() {
@@ -125,6 +128,7 @@ void frmMain::show() {
   UpdateWindow(handle());
   // A new user shall see the bar before it goes away for the first time.
   if (firstStart_) docking_.apply(docking_.rules().open(docking_.inputs()));
+  detached_.showLoaded();
   announce(handle(), kEventLoaded);
   images_.useCache(store_.dataFolder());
   images_.setWeb(true, document_.settings.rssUseProxy);
@@ -194,8 +198,13 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (message == kMsgImages) {
         if (images_.deliver()) {
           pane_.view().invalidate();
+          detached_.invalidate();
           extras_.imagesDelivered();
         }
+        return 0;
+      }
+      if (message == kMsgSweep) {
+        detached_.sweep();
         return 0;
       }
       if (message == InstanceGuard::message()) {
@@ -220,6 +229,7 @@ void frmMain::onTimer(UINT_PTR timer) {
   if (timer < 1 || timer > kTimers.size()) return;
   const auto id = static_cast<TimerId>(timer - 1);
   pane_.takePendingDrops();
+  detached_.sweep();
   if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id) || containers_.tick(id)) return;
   if (id == TimerId::TimerSave) workspaceChanged();
@@ -286,6 +296,7 @@ void frmMain::applyPalette() {
                               ? makeHighContrastPalette(document_.settings, systemColours())
                               : makePalette(document_.settings);
   pane_.setPalette(palette);
+  detached_.setPalette(palette);
   extras_.setPalette(palette);
 }
 

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@
 #include "ui/win/bar_extras.h"
 #include "ui/win/container_driver.h"
 #include "ui/win/desk.h"
+#include "ui/win/detached_windows.h"
 #include "ui/win/docking_driver.h"
 #include "ui/win/frm_add_shortcut.h"
 #include "ui/win/win_events.h"
@@ -29,6 +31,7 @@ inline constexpr const wchar_t* kMainWindowClass = L"VarnowickMain";
 
 // The main window's own message, beside those of its pane.
 inline constexpr UINT kMsgImages = WM_APP + 1;  // the image store has results
+inline constexpr UINT kMsgSweep = WM_APP + 4;   // windows that were closed can be freed
 
 class frmMain final : public Window, private PaneOwner {
  public:
@@ -78,6 +81,15 @@ class frmMain final : public Window, private PaneOwner {
   void startDrawMode();
   void saveSoon();
 
+  // Detached containers (frm_main_detached.cpp)
+  DetachedWindows::Hooks detachedHooks();
+  void detachContainers(const std::vector<ContainerSlot>& slots, std::optional<Point<Pixels>> at);
+  void mnuDetachContainer();
+  void showShortcut(ShortcutSlot slot);
+  bool draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) override;
+  void completeMenu(MenuId menu, std::vector<MenuItem>& items) override;
+  void ownRowChosen(int row) override;
+
   // PaneOwner (frm_main_input.cpp, frm_main_actions.cpp, frm_main_containers.cpp)
   LaunchHost& mainWindow() override { return *this; }
   bool busyElsewhere() override;
@@ -118,6 +130,7 @@ class frmMain final : public Window, private PaneOwner {
   WorkspacePane pane_;
   DockingDriver docking_;
   ContainerDriver containers_;
+  DetachedWindows detached_;
   BarExtras extras_;
   bool saveFailureTold_ = false;  // until a save succeeds again
   bool lockTold_ = false;         // the caption tells of locking for a moment

@@ -31,6 +31,8 @@ void frmMain::clicked(NodeId node, POINT at) {
   POINT below{place.left.value, place.bottom().value};
   ClientToScreen(handle(), &below);
   switch (node.kind) {
+    case ControlKind::cmdConDetach:
+      return detachContainers({containerOf(node)}, std::nullopt);
     case ControlKind::cmdConMenu:
       return pane_.showMenu(MenuId::Container, below, containerOf(node));
     case ControlKind::DockStrip:
@@ -49,6 +51,10 @@ void frmMain::clicked(NodeId node, POINT at) {
 
 void frmMain::describeState(CommandState& state) const {
   state.suspended = docking_.rules().suspended();
+  for (const ObjectId& id : pane_.editor().selection().objects())
+    if (std::holds_alternative<PictureSlot>(id)) state.pictureSelected = true;
+  state.detachedHidden = detached_.anyHidden();
+  state.anyDetached = detached_.count() != 0;
 }
 
 bool frmMain::runOwn(Command command) {
@@ -60,12 +66,22 @@ bool frmMain::runOwn(Command command) {
     case Command::mnuRefreshShortcuts:
       images_.clear();
       pane_.view().invalidate();
+      detached_.invalidate();
       break;
     case Command::mnuFoldAll:
       containers_.apply(containers_.rules().mnuFoldAll(containers_.inputs()));
       break;
     case Command::mnuShrinkAll:
       containers_.apply(containers_.rules().mnuShrinkAll(containers_.inputs()));
+      break;
+    case Command::mnuDetachContainer:
+      mnuDetachContainer();
+      break;
+    case Command::mnuAttachAll:
+      detached_.attachAll();
+      break;
+    case Command::mnuShowDetached:
+      detached_.showAll();
       break;
     case Command::mnuNew:
       startDrawMode();

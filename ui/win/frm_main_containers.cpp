@@ -37,7 +37,10 @@ void frmMain::draggedOver(POINT screen) {
 void frmMain::keepOpen() { containers_.apply(containers_.rules().keepOpen()); }
 
 void frmMain::removing(const std::vector<ContainerSlot>& slots) {
-  for (const ContainerSlot slot : slots) containers_.rules().removed(slot);
+  for (const ContainerSlot slot : slots) {
+    containers_.rules().removed(slot);
+    detached_.removed(slot);
+  }
 }
 
 void frmMain::startDrawMode() {

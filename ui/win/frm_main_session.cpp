@@ -67,6 +67,7 @@ void frmMain::loadDefaultSettings() {
   InitDefaultSettings(document_.settings);
   applyPalette();
   rebuildScene();
+  detached_.refreshAll();
   extras_.applySettings();
   docking_.apply(docking_.rules().opacityChanged(docking_.inputs()));
   workspaceChanged();
@@ -90,6 +91,7 @@ void frmMain::restartWithoutRecentChanges() {
 void frmMain::exitProgram() {
   if (ended_) return;
   pane_.endEditing();
+  detached_.endEditing();
   ended_ = true;
   if (const SaveResult result = save(false); !result) {
     const std::wstring question =
@@ -104,6 +106,7 @@ void frmMain::exitProgram() {
 void frmMain::endSession() {
   if (ended_) return;
   pane_.endEditing();
+  detached_.endEditing();
   ended_ = true;
   save(false);
   end();
@@ -113,6 +116,7 @@ void frmMain::endSession() {
 // about must not be written any more.
 void frmMain::end() {
   store_.suppressSaving(true);
+  detached_.closeAll();
   destroy();
 }
 

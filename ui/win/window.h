@@ -39,4 +39,17 @@ class Window {
   HWND handle_ = nullptr;
 };
 
+// Counts the handlers of an object that are under way: while there is one, the object
+// must not be freed. Handlers nest wherever something waits and lets messages through.
+class HandlerScope {
+ public:
+  explicit HandlerScope(int& depth) : depth_(depth) { ++depth_; }
+  HandlerScope(const HandlerScope&) = delete;
+  HandlerScope& operator=(const HandlerScope&) = delete;
+  ~HandlerScope() { --depth_; }
+
+ private:
+  int& depth_;
+};
+
 }  // namespace varnowick

@@ -1,0 +1,109 @@
+// What the main window does with containers that are, or are to be, in windows of
+// their own.
+
+#include "platform/msg_box.h"
+#include "platform/screen.h"
+#include "ui/win/frm_main.h"
+
+namespace varnowick {
+namespace {
+
+// The rows of "A&ttach...", by the slot of the container.
+constexpr int kAttachRow = kOwnRows + 1000;
+
+// A name may hold what menus take for a mnemonic or a key, or nothing at all.
+std::wstring menuText(const std::wstring& name) {
+  std::wstring text;
+  for (const wchar_t c : name) text += c == L'&' ? L"&&" : std::wstring(1, c == L'\t' ? L' ' : c);
+  return text.empty() ? L"(no name)" : text;
+}
+
+}  // namespace
+
+DetachedWindows::Hooks frmMain::detachedHooks() {
+  return {.busyElsewhere = [this] { return busyElsewhere(); },
+          .barChanged =
+              [this](const std::vector<ContainerSlot>& slots) {
+                for (const ContainerSlot slot : slots) containers_.rules().removed(slot);
+                rebuildScene();
+              },
+          .workspaceChanged = [this] { workspaceChanged(); },
+          .removeContainer =
+              [this](ContainerSlot slot) {
+                containers_.rules().removed(slot);
+                pane_.editor().removeContainers({slot});
+                pane_.sceneChanged();
+              },
+          .shortcutStarted = [this](ShortcutSlot slot) { extras_.countStart(slot); },
+          .runCommand = [this](Command command) { return runOwn(command); },
+          .boxOnScreen =
+              [this](ContainerSlot slot) {
+                const PixelRect r = pane_.view().toClient(containerNode(slot));
+                POINT at{r.left.value, r.top.value};
+                ClientToScreen(handle(), &at);
+                const Density d = platform_.monitors.density();
+                const clsContainer* c = document_.workspace.containers.find(slot);
+                const Size<Twips> size = c == nullptr ? Size<Twips>{} : c->savedRect.size();
+                return TwipsRect{d.toTwips(Pixels{static_cast<int>(at.x)}),
+                                 d.toTwips(Pixels{static_cast<int>(at.y)}), size.width,
+                                 size.height};
+              },
+          .barOnScreen = [this] { return docking_.rect(); },
+          .sweepSoon = [this] { PostMessageW(handle(), kMsgSweep, 0, 0); }};
+}
+
+// "&Detach"; by drag with the place of the pointer.
+void frmMain::detachContainers(const std::vector<ContainerSlot>& slots,
+                               std::optional<Point<Pixels>> at) {
+  pane_.endEditing();
+  detached_.detach(slots, at);
+}
+
+void frmMain::mnuDetachContainer() {
+  const Detachable selected = detachable(document_.workspace, pane_.editor().selection());
+  if (selected.refusal != nullptr)
+    platform_.msgBox.show(selected.refusal, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+  detachContainers(pane_.targetContainers(), std::nullopt);
+}
+
+bool frmMain::draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) {
+  if (!document_.settings.dragToDetach) return false;
+  detachContainers(slots,
+                   Point<Pixels>{{static_cast<int>(screen.x)}, {static_cast<int>(screen.y)}});
+  return true;
+}
+
+void frmMain::completeMenu(MenuId, std::vector<MenuItem>& items) {
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (items[i].command != static_cast<int>(Command::mnuAttach)) continue;
+    items[i].command = 0;
+    const int depth = items[i].depth + 1;
+    std::vector<MenuItem> rows;
+    for (const DetachedWindows::Row& row : detached_.rows())
+      rows.push_back({.depth = depth,
+                      .command = kAttachRow + row.slot.index,
+                      .caption = menuText(row.lblName)});
+    if (rows.empty())
+      rows.push_back({.depth = depth,
+                      .command = kOwnRows,
+                      .caption = kNoDetachedContainers,
+                      .enabled = false});
+    items.insert(items.begin() + static_cast<std::ptrdiff_t>(i) + 1, rows.begin(), rows.end());
+    return;
+  }
+}
+
+void frmMain::ownRowChosen(int row) {
+  if (row >= kAttachRow) detached_.attach({row - kAttachRow});
+}
+
+// Where it is to be seen: here, or in a window of its own.
+void frmMain::showShortcut(ShortcutSlot slot) {
+  const clsShortcut* shortcut = document_.workspace.shortcuts.find(slot);
+  frmContainer* window = shortcut == nullptr ? nullptr : detached_.find(shortcut->parent.container);
+  if (window == nullptr) return pane_.showShortcut(slot);
+  window->Undock(false);
+  window->pane().showShortcut(slot);
+}
+
+}  // namespace varnowick
