@@ -77,7 +77,8 @@ void Selection::press(ObjectId id, bool ctrl) {
 }
 
 void Selection::release(ObjectId id, bool ctrl, bool dragged) {
-  if (keptForDrag_ && !ctrl && !dragged) {
+  // Keys may have removed or unselected it since the press.
+  if (keptForDrag_ && !ctrl && !dragged && contains(id)) {
     objects_.clear();
     select(id);
   }

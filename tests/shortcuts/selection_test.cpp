@@ -43,6 +43,11 @@ TEST_F(SelectionTest, PressesSelectAndKeepForADrag) {
   selection.press(a, false);
   selection.press(picture, false);
   expectSelected({picture});
+  // Removed by a key between press and release.
+  selection.press(picture, false);
+  selection.unselect(picture);
+  selection.release(picture, false, false);
+  expectSelected({});
 }
 
 TEST_F(SelectionTest, TheBandAddsAndGivesBack) {

@@ -109,7 +109,9 @@ void WorkspaceEditor::resize(Point<Twips> distance, bool free) {
   if (!resizing_) return;
   if (const auto* slot = std::get_if<ContainerSlot>(&resizing_->id)) {
     clsContainer* container = document_.workspace.containers.find(*slot);
-    if (container == nullptr) return;
+    // A command may have folded, shrunk or removed it meanwhile: then its border is
+    // no longer in anyone's hand.
+    if (container == nullptr || !isOpen(*container)) return resizing_.reset();
     copyPlace(resizing_->container, *container);
     varnowick::resize(*container, resizing_->edges,
                       onGrid(container->rect, resizing_->edges, distance), kLeastContainer,
@@ -147,8 +149,8 @@ bool WorkspaceEditor::endResize() {
 void WorkspaceEditor::cancelResize() {
   if (!resizing_) return;
   if (const auto* slot = std::get_if<ContainerSlot>(&resizing_->id)) {
-    if (clsContainer* container = document_.workspace.containers.find(*slot))
-      copyPlace(resizing_->container, *container);
+    clsContainer* container = document_.workspace.containers.find(*slot);
+    if (container != nullptr && isOpen(*container)) copyPlace(resizing_->container, *container);
   } else if (clsPicture* picture =
                  document_.workspace.pictures.find(std::get<PictureSlot>(resizing_->id))) {
     picture->rect = resizing_->picture;
