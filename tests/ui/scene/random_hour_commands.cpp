@@ -1,0 +1,166 @@
+// The commands of the hour, and what happens to records beside the mouse.
+#include "shortcuts/tags.h"
+#include "tests/ui/scene/random_hour.h"
+
+namespace varnowick {
+namespace {
+
+constexpr std::size_t kMostContainers = 14;
+constexpr std::size_t kMostShortcuts = 90;
+
+}  // namespace
+
+ContainerSlot RandomHour::anyContainer() {
+  std::vector<ContainerSlot> slots;
+  document_.workspace.containers.forEach(
+      [&](ContainerSlot slot, const clsContainer&) { slots.push_back(slot); });
+  return slots.empty() ? ContainerSlot{} : dice_.oneOf(slots);
+}
+
+void RandomHour::command() {
+  switch (dice_.roll(15)) {
+    case 0:
+      return apply(rules_.mnuFoldAll(inputs()));
+    case 1:
+      return apply(rules_.mnuShrinkAll(inputs()));
+    case 2:
+    case 3:
+      if (editor_.undo()) ++tally["undo"];
+      return;
+    case 4:
+      return finishMove(editor_.sortByName({dice_.chance(50) ? ContainerSlot{} : anyContainer()}));
+    case 5:
+      return finishMove(editor_.align());
+    case 6:
+      return removeSelected();
+    case 7:
+      return dropIn();
+    case 8:
+      return addOne();
+    case 9:
+      return dice_.chance(50) ? editor_.selectAll() : editor_.selectNone();
+    case 10:
+      return changeSettings();
+    case 11:
+      return resizeWindow();
+    default:
+      return changeRecord();
+  }
+}
+
+void RandomHour::changeRecord() {
+  const ContainerSlot slot = anyContainer();
+  clsContainer* c = document_.workspace.containers.find(slot);
+  if (c == nullptr || document_.settings.locked) return;
+  switch (dice_.roll(4)) {
+    case 0:
+      c->name = L"Name " + std::to_wstring(dice_.roll(1000));
+      apply(rules_.keepOpen());
+      break;
+    case 1:
+      c->Detached = !c->Detached;
+      ++tally["detached or attached"];
+      break;
+    case 2: {
+      const std::vector<std::wstring> tags{L"", L"work", L"PLAY", L"none"};
+      c->ShowingTag = dice_.oneOf(tags);
+      for (const ShortcutSlot changed : applyTagFilter(document_.workspace, {slot}))
+        editor_.shortcutChanged(changed);
+      break;
+    }
+    default:
+      c->noteVisible = !c->noteVisible;
+  }
+  view_.updateContainer(slot);
+  view_.scrollTo(view_.scroll());
+  editor_.sceneRebuilt();
+}
+
+void RandomHour::changeSettings() {
+  Settings& s = document_.settings;
+  switch (dice_.roll(6)) {
+    case 0:
+      s.autoExpand = !s.autoExpand;
+      return;
+    case 1:
+      s.autoShrink = !s.autoShrink;
+      return;
+    case 2:
+      s.autoExpandDelay = dice_.roll(3);
+      return;
+    case 3:
+      s.foldOnClick = !s.foldOnClick;
+      return;
+    case 4:
+      s.align = !s.align;
+      return;
+    default: {
+      // Seldom for long: little can be done then.
+      s.locked = !s.locked && dice_.chance(30);
+      FrameLayout layout = view_.layout();
+      layout.locked = s.locked;
+      return view_.setFrame(layout);
+    }
+  }
+}
+
+void RandomHour::resizeWindow() {
+  FrameLayout layout = view_.layout();
+  layout.window = {{static_cast<float>(2400 + dice_.roll(200) * 15)},
+                   {static_cast<float>(4500 + dice_.roll(500) * 15)}};
+  if (dice_.chance(60)) layout.window = {{4695}, {10800}};
+  view_.setFrame(layout);
+}
+
+void RandomHour::dropIn() {
+  if (document_.workspace.shortcuts.count() >= kMostShortcuts) return;
+  std::vector<clsShortcut> dropped(1 + static_cast<std::size_t>(dice_.roll(3)));
+  for (clsShortcut& s : dropped) {
+    s.FullCaption = L"Dropped " + std::to_wstring(dice_.roll(1000));
+    s.Path = L"http://example.org/" + s.FullCaption;
+    s.ShortcutType = static_cast<int>(ShortcutKindCode::WebAddress);
+  }
+  const Point<Twips> point = at();
+  if (dice_.chance(70)) {
+    editor_.markDrop(point);
+    apply(rules_.draggedOver(inputs(), inputs().underCursor));
+    passTime();
+    editor_.unmarkDrop();
+    apply(rules_.dragLeft());
+    editor_.add(std::move(dropped), &point);
+  } else {
+    editor_.add(std::move(dropped), nullptr);
+  }
+}
+
+void RandomHour::removeSelected() {
+  const std::vector<ContainerSlot> boxes = editor_.selectedContainers();
+  if (!boxes.empty() && !document_.settings.locked && dice_.chance(40)) {
+    editor_.removeContainers(boxes);
+    for (const ContainerSlot slot : boxes) rules_.removed(slot);
+    ++tally["containers removed"];
+    return;
+  }
+  // Of everything at once too little would remain to play with.
+  const DeletePlan plan = editor_.planDelete();
+  if (plan.shortcuts.size() < 6) editor_.carryOut(plan);
+}
+
+void RandomHour::addOne() {
+  if (document_.workspace.containers.count() >= kMostContainers) return;
+  if (dice_.chance(40)) return editor_.setDrawMode(true);
+  if (dice_.chance(30) && document_.workspace.pictures.count() < 8) {
+    editor_.addPicture({L"C:\\new.png",
+                        {dice_.chance(50) ? ContainerSlot{} : anyContainer()},
+                        {{600}, {600}, {900}, {600}}});
+    return;
+  }
+  clsContainer c;
+  c.name = L"New " + std::to_wstring(dice_.roll(1000));
+  c.foreColor = rgb(255, 255, 255);
+  if (dice_.chance(30)) c.CopyPath = L"C:\\More";
+  if (dice_.chance(30)) c.noteVisible = true;
+  editor_.addContainer(c, editor_.freePlace({{2400}, {1920}}));
+}
+
+}  // namespace varnowick
