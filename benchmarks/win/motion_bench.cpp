@@ -2,14 +2,9 @@
 // on it: the time until it stands painted, and the processor time of one step.
 #include <objbase.h>
 
-#include <algorithm>
-#include <cstdio>
-#include <optional>
-#include <vector>
-
+#include "benchmarks/win/figures.h"
 #include "benchmarks/win/host_process.h"
 #include "tests/e2e/harness/bar.h"
-#include "tests/e2e/harness/data_files.h"
 #include "tests/e2e/harness/input.h"
 #include "tests/e2e/harness/program_folder.h"
 #include "tests/e2e/harness/running_program.h"
@@ -19,57 +14,16 @@ namespace varnowick::e2e {
 namespace {
 
 constexpr int kRounds = 15;
-constexpr int kBarWidth = 4700;         // twips
-constexpr double kFrame = 1000.0 / 60;  // ms: a screen's usual frame
-constexpr double kTick = 5;             // ms: the slide's timer
+constexpr int kBarWidth = 4700;  // twips
+constexpr double kTick = 5;      // ms: the slide's timer
 // From 200 twips off screen until no more than 100 remain, 500 at a time.
 constexpr int kSteps = (kBarWidth - 100 - 200 + 499) / 500;
-
-double now() {
-  LARGE_INTEGER count{};
-  LARGE_INTEGER frequency{};
-  QueryPerformanceCounter(&count);
-  QueryPerformanceFrequency(&frequency);
-  return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
-double median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + kRounds / 2, values.end());
-  return values[kRounds / 2];
-}
-
-void row(const char* name, double measured, const char* limitName, double limit, bool aim) {
-  std::printf("%s | %.2f ms | %.1f ms %s | %.2f | %s | %s\n", name, measured, limit, limitName,
-              measured / limit, aim ? "under 1" : "-",
-              !aim               ? "-"
-              : measured < limit ? "yes"
-                                 : "NO");
-}
-
-DataFiles largeWorkspace() {
-  DataFiles files;
-  files[L"Varnowick.ini"] =
-      SettingsFile().window(-kBarWidth + 40, 0, kBarWidth, 11000).set("[Animate]", "1").bytes();
-  for (int c = 0; c < 40; ++c) {
-    ContainerRow container;
-    container.name = L"Container " + std::to_wstring(c);
-    container.y = 120 + c * 880;
-    container.width = 4200;
-    container.height = 850;
-    for (int s = 0; s < 250; ++s)
-      container.shortcuts.push_back({.caption = L"Shortcut " + std::to_wstring(c * 250 + s),
-                                     .path = L"C:\\windows\\notepad.exe",
-                                     .x = 60 + s % 5 * 820,
-                                     .y = 400 + s / 5 * 500});
-    files[L"Containers\\" + std::to_wstring(c) + L".con"] = containerFile(container);
-  }
-  return files;
-}
 
 void measure() {
   Events events;
   const ProgramFolder folder;
-  folder.writeAll(largeWorkspace());
+  folder.writeAll(largeWorkspace(
+      SettingsFile().window(-kBarWidth + 40, 0, kBarWidth, 11000).set("[Animate]", "1")));
   const POINT away{GetSystemMetrics(SM_CXSCREEN) / 2, GetSystemMetrics(SM_CYSCREEN) / 2};
   mouse::moveTo(away);
   const RunningProgram program(folder, events);

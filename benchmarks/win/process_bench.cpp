@@ -21,6 +21,7 @@
 #include <string>
 #include <vector>
 
+#include "benchmarks/win/figures.h"
 #include "benchmarks/win/host_process.h"
 #include "platform/win32/handles.h"
 #include "tests/e2e/harness/data_files.h"
@@ -38,14 +39,6 @@ constexpr double kObjectsAim = 100;   // USER objects, whatever the workspace
 constexpr double kIdleAim = 0.1;      // per cent of one processor
 constexpr DWORD kSettle = 2000;       // ms until icons are loaded and timers rest
 constexpr int kExpandedWidth = 4700;  // twips
-
-double now() {
-  LARGE_INTEGER ticks{};
-  LARGE_INTEGER perSecond{};
-  QueryPerformanceCounter(&ticks);
-  QueryPerformanceFrequency(&perSecond);
-  return static_cast<double>(ticks.QuadPart) * 1000.0 / static_cast<double>(perSecond.QuadPart);
-}
 
 // Hears when a process has painted for the first time.
 class Ear {
