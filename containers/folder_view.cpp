@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "containers/folder_path.h"
 #include "shortcuts/natural_order.h"
 #include "shortcuts/paths.h"
 
@@ -35,7 +36,7 @@ void sortEntries(std::vector<FolderEntry>& entries) {
 }
 
 std::wstring FolderView::message() const {
-  const std::wstring shown = path_.substr(0, 1000);
+  const std::wstring shown = shownName(path_.substr(0, 1000));
   switch (state_) {
     case FolderState::Loading:
       return L"Loading...";

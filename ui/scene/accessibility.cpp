@@ -96,6 +96,11 @@ bool Describer::describe(const Node& node, AccessibleItem& item) const {
       item.value = node.text;
       return as(AccessibleRole::List, L"Headlines of " + containerName(node),
                 node.children.empty() ? L"Press" : L"");
+    case ControlKind::LstFolder:
+      item.value = node.text;
+      return as(AccessibleRole::List, L"Folder of " + containerName(node), L"");
+    case ControlKind::FolderRow:
+      return as(AccessibleRole::ListItem, orElse(node.text, L"File"), L"Open");
     case ControlKind::lblRSSLastUpdate:
     case ControlKind::ProgressText:
       return as(AccessibleRole::StaticText, orElse(node.text, L"Status"), L"");
@@ -107,7 +112,7 @@ bool Describer::describe(const Node& node, AccessibleItem& item) const {
 unsigned Describer::states(const Node& node) const {
   unsigned states = 0;
   const auto set = [&states](bool on, unsigned bit) { states |= on ? bit : 0U; };
-  set(node.id == focused_, kStateFocused);
+  set(node.id == focused_ || (node.current && node.parent == focused_), kStateFocused);
   set(node.focusable, kStateFocusable);
   set(node.selected, kStateSelected);
   set(node.id == pressed_, kStatePressed);

@@ -10,7 +10,7 @@
 
 namespace varnowick {
 
-enum class AccessibleRole { Window, Button, Link, Graphic, Grouping, StaticText, Text, List };
+enum class AccessibleRole { Window, Button, Link, Graphic, Grouping, StaticText, Text, List, ListItem };
 
 // Bits of AccessibleItem::states.
 enum AccessibleState : unsigned {

@@ -43,6 +43,7 @@ class ScenePainter {
   void paintMainPanel(const Node& node, const PixelRect& rect, const Palette& p);
   void paintToolButton(const Node& node, const PixelRect& rect, const Palette& p);
   void paintBarButton(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintHighlight(const Node& node, const PixelRect& rect, bool highlighted, const Palette& p);
   void paintShortcut(const Node& node, const PixelRect& rect, const Palette& p);
   void paintPicture(const Node& node, const PixelRect& rect, const Palette& p);
   void paintContainer(const Node& node, const PixelRect& rect, const Palette& p);
@@ -53,6 +54,8 @@ class ScenePainter {
   void paintBody(const Node& node, const PixelRect& rect, const Palette& p);
   void paintNote(const Node& node, const PixelRect& rect, const Palette& p);
   void paintList(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintFolder(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintFolderRow(const Node& node, const PixelRect& rect, const Palette& p);
   void paintThumb(const Node& node, const PixelRect& rect, const Palette& p);
 
   void text(const PixelRect& rect, const std::wstring& text, const TextStyle& style) {
@@ -173,7 +176,9 @@ void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Pale
     case ControlKind::DropMark:
       return canvas_.frame(rect, px(3), p.accent);
     case ControlKind::LstFolder:
+      return paintFolder(node, rect, p);
     case ControlKind::FolderRow:
+      return paintFolderRow(node, rect, p);
     case ControlKind::DragLayer:
     case ControlKind::None:
       return;
@@ -232,9 +237,10 @@ void ScenePainter::paintBarButton(const Node& node, const PixelRect& rect, const
   focus(node, box, 1);
 }
 
-void ScenePainter::paintShortcut(const Node& node, const PixelRect& rect, const Palette& p) {
+// The ground of what is selected, pressed or under the mouse.
+void ScenePainter::paintHighlight(const Node& node, const PixelRect& rect, bool highlighted,
+                                  const Palette& p) {
   const Pixels radius = px(5);
-  const bool highlighted = isPressed(node) || node.selected;
   if (highlighted && p.highContrast) {
     canvas_.box(rect, radius, p.accent, p.accent, p.accent, 0);
   } else if (highlighted) {
@@ -246,6 +252,11 @@ void ScenePainter::paintShortcut(const Node& node, const PixelRect& rect, const 
     canvas_.box(rect, radius, p.highContrast ? p.backTop : lit, p.highContrast ? p.backTop : lit,
                 p.highContrast ? p.accent : mix(p.backTop, p.text, 0.22F), 0);
   }
+}
+
+void ScenePainter::paintShortcut(const Node& node, const PixelRect& rect, const Palette& p) {
+  const bool highlighted = isPressed(node) || node.selected;
+  paintHighlight(node, rect, highlighted, p);
   TextStyle style;
   style.face = p.captionFace;
   style.points = node.look.points;
@@ -334,6 +345,12 @@ void ScenePainter::paintBody(const Node& node, const PixelRect& rect, const Pale
   // A note fills the whole body with its colour, a margin round its text.
   if (note != nullptr && note->visible)
     canvas_.box(rect, px(5), p.noteBack, p.noteBack, p.border, kSquareTop);
+  // A mark in the corner tells where a click shrinks the container.
+  if (!isHovered(node)) return;
+  const bool onNote = note != nullptr && note->visible;
+  const Colour ink = onNote ? mix(p.noteBack, p.noteText, 0.4F) : mix(p.bodyTop, p.bodyText, 0.45F);
+  for (int i = 0; i < 6; ++i)
+    canvas_.fill({rect.left + px(3), rect.top + px(3 + i), px(6 - i), px(1)}, ink);
 }
 
 void ScenePainter::paintNote(const Node& node, const PixelRect& rect, const Palette& p) {
@@ -349,6 +366,28 @@ void ScenePainter::paintList(const Node& node, const PixelRect& rect, const Pale
     text(rect.inset(px(8)), node.text, style);
   }
   focus(node, rect, 2);
+}
+
+// Its rows cover it; without entries it says why.
+void ScenePainter::paintFolder(const Node& node, const PixelRect& rect, const Palette& p) {
+  TextStyle style = chrome(p.mutedText, kSmallChromePoints);
+  style.horizontal = HAlign::Centre;
+  style.wrap = true;
+  text(rect.inset(px(8)), node.text, style);
+  if (!node.text.empty()) focus(node, rect, 2);
+}
+
+void ScenePainter::paintFolderRow(const Node& node, const PixelRect& rect, const Palette& p) {
+  const bool highlighted = node.selected || isPressed(node);
+  paintHighlight(node, rect, highlighted, p);
+  const Pixels icon = px(16);
+  const PixelRect iconRect{
+      rect.left + px(5), {rect.top.value + (rect.height.value - icon.value) / 2}, icon, icon};
+  canvas_.image(iconRect, node.image);
+  const Pixels left = iconRect.right() + px(6);
+  text({left, rect.top, rect.right() - left - px(4), rect.height}, node.text,
+       chrome(highlighted && p.highContrast ? p.selectedText : p.text, kChromePoints));
+  if (node.current && node.parent == focused_) canvas_.focusFrame(rect.inset(px(1)));
 }
 
 void ScenePainter::paintThumb(const Node& node, const PixelRect& rect, const Palette& p) {

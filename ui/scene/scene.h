@@ -100,6 +100,7 @@ struct Node {
   bool hitTarget = true;  // false: the mouse sees what lies behind
   bool focusable = false;
   bool selected = false;
+  bool current = false;  // of a list: what keys act on while the list has the focus
   bool clipsChildren = false;
   std::vector<NodeId> children;  // in painting order
   Point<Twips> scroll;           // the children lie this much further left and up

@@ -22,6 +22,9 @@ bool hasExtension(const std::wstring& path, const wchar_t* extension) {
   return path.size() > 4 && lstrcmpiW(path.c_str() + path.size() - 4, extension) == 0;
 }
 
+// "*.txt": any file of that kind, wherever it is.
+bool isFileKind(const std::wstring& path) { return path.size() > 2 && path.front() == L'*'; }
+
 IconHandle iconInFile(const std::wstring& path, int edge) {
   // Documented for Windows 2000, but in its header and library only later.
   UINT(WINAPI * extract)(LPCWSTR, int, int, int, HICON*, UINT*, UINT, UINT) = nullptr;
@@ -80,6 +83,9 @@ IconHandle iconOfShell(const std::wstring& path, DWORD attributes, UINT extraFla
 IconHandle iconFor(const std::wstring& path, int edge) {
   if (isAddress(path)) {
     return iconOfShell(L"page.html", FILE_ATTRIBUTE_NORMAL, SHGFI_USEFILEATTRIBUTES, edge);
+  }
+  if (isFileKind(path)) {
+    return iconOfShell(L"x" + path.substr(1), FILE_ATTRIBUTE_NORMAL, SHGFI_USEFILEATTRIBUTES, edge);
   }
   if (holdsIcons(path)) {
     if (IconHandle icon = iconInFile(path, edge); icon) return icon;
@@ -161,7 +167,7 @@ bool holdsIcons(const std::wstring& path) {
 }
 
 bool mayBeSlow(const std::wstring& path) {
-  if (isAddress(path)) return false;
+  if (isAddress(path) || isFileKind(path)) return false;
   if (path.size() < 3 || path[1] != L':') return true;
   const UINT type = GetDriveTypeW((path.substr(0, 2) + L"\\").c_str());
   return type != DRIVE_FIXED && type != DRIVE_RAMDISK;

@@ -26,6 +26,8 @@ long roleOf(AccessibleRole role) {
       return ROLE_SYSTEM_TEXT;
     case AccessibleRole::List:
       return ROLE_SYSTEM_LIST;
+    case AccessibleRole::ListItem:
+      return ROLE_SYSTEM_LISTITEM;
   }
   return ROLE_SYSTEM_CLIENT;
 }
