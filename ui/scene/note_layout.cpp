@@ -119,6 +119,15 @@ std::size_t NoteLayout::breakLine(std::wstring_view text, std::size_t start, std
   return end;
 }
 
+std::size_t NoteLayout::lineStart(std::size_t line) const {
+  return lineStarts_[std::min(line, lines() - 1)];
+}
+
+std::size_t NoteLayout::lineOf(std::size_t offset) const {
+  const auto after = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset);
+  return static_cast<std::size_t>(after - lineStarts_.begin()) - 1;
+}
+
 std::wstring_view NoteLayout::line(std::wstring_view text, std::size_t line) const {
   if (line >= lineStarts_.size() || text.size() < textLength_) return {};
   const std::size_t start = lineStarts_[line];

@@ -79,6 +79,9 @@ class NoteLayout {
   std::size_t lines() const { return lineStarts_.size(); }
   const std::vector<NoteLink>& links() const { return links_; }
 
+  // Where a line begins, and the line in which an offset stands.
+  std::size_t lineStart(std::size_t line) const;
+  std::size_t lineOf(std::size_t offset) const;
   // The text of a line without its line break.
   std::wstring_view line(std::wstring_view text, std::size_t line) const;
   // What to draw of a line, from left to right. A line that runs from right to left

@@ -137,4 +137,18 @@ bool scrollNote(Scene& scene, NodeId id, Twips by, Density density) {
   return true;
 }
 
+std::size_t noteTopOffset(const Scene& scene, NodeId id, Density density) {
+  const Node* note = scene.find(id);
+  if (note == nullptr || !note->note) return 0;
+  const int line = density.toPixels(note->scroll.y).value / note->note->lineHeight().value;
+  return note->note->lineStart(static_cast<std::size_t>(line));
+}
+
+void scrollNoteTo(Scene& scene, NodeId id, std::size_t offset, Density density) {
+  const Node* note = scene.find(id);
+  if (note == nullptr || !note->note) return;
+  const Pixels top = note->note->lineHeight() * static_cast<int>(note->note->lineOf(offset));
+  scrollNote(scene, id, density.toTwips(top) - note->scroll.y, density);
+}
+
 }  // namespace varnowick

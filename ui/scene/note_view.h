@@ -45,5 +45,8 @@ std::wstring noteLinkAt(const Scene& scene, NodeId note, Point<Twips> windowPoin
 // Scrolls the note downwards by that much, within its text. False when that changes
 // nothing, so that what lies around the note may scroll instead.
 bool scrollNote(Scene& scene, NodeId note, Twips by, Density density);
+// The offset of the first line in sight, and back: brings that line to the top.
+std::size_t noteTopOffset(const Scene& scene, NodeId note, Density density);
+void scrollNoteTo(Scene& scene, NodeId note, std::size_t offset, Density density);
 
 }  // namespace varnowick

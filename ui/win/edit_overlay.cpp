@@ -75,10 +75,28 @@ Pixels EditOverlay::lineHeight() const {
   return measureGdiText(dc.get(), fonts_, density_, {}, style_, Pixels{0}).height;
 }
 
+// Where the panel cuts the node off, it cuts the frame off.
+void EditOverlay::clipTo(const PixelRect& frame, const PixelRect& node, const PixelRect& seen) {
+  const bool clip = seen != node;
+  if (!clip && !clipped_) return;
+  clipped_ = clip;
+  RegionHandle region;
+  if (clip) {
+    const int top = seen.top > node.top ? (seen.top - frame.top).value : 0;
+    const int bottom =
+        seen.bottom() < node.bottom() ? (seen.bottom() - frame.top).value : frame.height.value;
+    region.reset(CreateRectRgn(0, top, frame.width.value, bottom));
+  }
+  // The system takes it over.
+  SetWindowRgn(handle(), region.release(), TRUE);
+}
+
 bool EditOverlay::place() {
   const PixelRect seen = toPixels(scene_.seenRect(node_), density_);
   if (!scene_.shown(node_) || seen.empty()) return false;
-  const PixelRect frame = frameRect(toPixels(scene_.windowRect(node_), density_));
+  const PixelRect node = toPixels(scene_.windowRect(node_), density_);
+  const PixelRect frame = frameRect(node);
+  clipTo(frame, node, seen);
   const PixelRect inner = controlRect(frame.size());
   SetWindowPos(control_, nullptr, inner.left.value, inner.top.value, inner.width.value,
                inner.height.value, SWP_NOZORDER | SWP_NOACTIVATE);
@@ -107,7 +125,7 @@ bool EditOverlay::show(NodeId node, const std::wstring& text, const TextStyle& s
 
 void EditOverlay::arrange() {
   if (!active_) return;
-  if (scene_.find(node_) == nullptr || !scene_.shown(node_)) return cancel();
+  if (scene_.find(node_) == nullptr || !scene_.shown(node_)) return vanished();
   if (!place()) accept();
 }
 
@@ -122,6 +140,7 @@ std::wstring EditOverlay::text() const {
 
 void EditOverlay::end(bool accepted) {
   if (!active_) return;
+  ending();
   std::wstring entered = accepted ? text() : std::wstring();
   const bool focused = hasFocus();
   active_ = false;

@@ -38,8 +38,8 @@ class EditOverlay : public Window {
   // is being edited.
   void accept() { end(true); }
   void cancel() { end(false); }
-  // After the scene has been laid out, scrolled, or its window sized. Drops the
-  // editing when the node has gone, and takes it when it is only out of sight.
+  // After the scene has been laid out, scrolled, or its window sized: follows the
+  // node, and ends when that has gone or is out of sight.
   void arrange();
 
  protected:
@@ -65,6 +65,10 @@ class EditOverlay : public Window {
   // Characters that the control is not to see.
   virtual bool refuses(wchar_t) const { return false; }
   virtual void textChanged() {}
+  // The editing is about to end; the control is as the user left it.
+  virtual void ending() {}
+  // The node has gone: by default what was typed goes with it.
+  virtual void vanished() { cancel(); }
   // The editing is over, and the overlay out of sight.
   virtual void ended(bool accepted, std::wstring text) = 0;
 
@@ -85,6 +89,7 @@ class EditOverlay : public Window {
   bool makeWindows();
   void makeFont();
   bool place();
+  void clipTo(const PixelRect& frame, const PixelRect& node, const PixelRect& seen);
 
   const Scene& scene_;
   GdiFonts& fonts_;
@@ -97,6 +102,7 @@ class EditOverlay : public Window {
   HWND label_ = nullptr;
   HWND control_ = nullptr;
   WNDPROC controlBase_ = nullptr;
+  bool clipped_ = false;
   NodeId node_;
   bool active_ = false;
 };
