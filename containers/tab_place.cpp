@@ -11,6 +11,7 @@ namespace varnowick {
 namespace {
 
 constexpr Twips kFarthestPlace{1'000'000};
+constexpr Twips kTabGap{120};
 constexpr Twips kBesideBar{300};
 constexpr Twips kCascadeStep{360};
 // So much of a title must be in sight, along it, for the mouse to get hold of it.
@@ -60,8 +61,15 @@ bool isFree(const TwipsRect& place, std::span<const TwipsRect> others) {
                       [&](const TwipsRect& o) { return overlap(place, o); });
 }
 
-TwipsRect firstFree(const Along& along, Twips wanted, std::span<const TwipsRect> others) {
+TwipsRect firstFree(const Along& along, Twips wanted, std::span<const TwipsRect> otherTabs) {
   const TwipsRect place = along.at(wanted);
+  // With the gap that there shall be beside each.
+  std::vector<TwipsRect> others;
+  for (TwipsRect other : otherTabs) {
+    (along.vertical() ? other.top : other.left) -= kTabGap;
+    (along.vertical() ? other.height : other.width) += kTabGap * 2;
+    others.push_back(other);
+  }
   if (isFree(place, others)) return place;
   // The places that touch another tab are the only ones worth trying.
   std::vector<Twips> after, before;

@@ -73,10 +73,10 @@ TEST(TabPlace, MovesAlongPastOtherTabs) {
     float wanted, got;
   };
   const Case cases[] = {
-      {"free", {1000}, 2600, 2600},
-      {"after the one", {2000}, 2600, 3600},
-      {"the gap is too small", {2000, 4000}, 2600, 5600},
-      {"before, when it is full below", {8000, 9800}, 9000, 6400},
+      {"free", {800}, 2600, 2600},
+      {"after the one", {2000}, 2600, 3720},
+      {"the gap is too small", {2000, 5400}, 2600, 7120},
+      {"before, when it is full below", {8000, 9800}, 9000, 6280},
       {"on another edge it does not matter", {}, 2600, 2600},
       {"no room at all", {0, 1500, 3000, 4500, 6000, 7500, 9000, 9800}, 2600, 2600},
   };

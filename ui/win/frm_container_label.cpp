@@ -76,7 +76,21 @@ void frmContainerLabel::move(const TabPlace& place) {
   const PixelRect r = toPixels(place.rect, look_.density);
   SetWindowPos(handle(), HWND_TOPMOST, r.left.value, r.top.value, r.width.value, r.height.value,
                SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+  roundCorners(r.size());
   InvalidateRect(handle(), nullptr, FALSE);
+}
+
+// Those away from the screen's edge; at the edge the round ones lie beyond it.
+void frmContainerLabel::roundCorners(Size<Pixels> size) {
+  const int radius = look_.density.toPixels(kRadius).value;
+  RECT r{0, 0, size.width.value + 1, size.height.value + 1};
+  if (place_.LabelLocation == ScreenEdge::Left) r.left -= radius;
+  if (place_.LabelLocation == ScreenEdge::Right) r.right += radius;
+  if (place_.LabelLocation == ScreenEdge::Top) r.top -= radius;
+  if (place_.LabelLocation == ScreenEdge::Bottom) r.bottom += radius;
+  RegionHandle region(CreateRoundRectRgn(r.left, r.top, r.right, r.bottom, radius * 2, radius * 2));
+  // The system owns the region from then on.
+  if (region && SetWindowRgn(handle(), region.get(), TRUE)) static_cast<void>(region.release());
 }
 
 void frmContainerLabel::showAt(const TabPlace& place) {

@@ -59,6 +59,7 @@ class frmContainerLabel final : public Window, private AccessibleProvider {
  private:
   void paint();
   void move(const TabPlace& place);
+  void roundCorners(Size<Pixels> size);
   void onMouseMove();
   POINT toScreen(LPARAM client) const;
   void onRelease(POINT screen);
