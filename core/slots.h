@@ -38,6 +38,7 @@ class SlotTable {
     const std::size_t at = firstFree_++;
     if (at == entries_.size()) entries_.emplace_back();
     entries_[at].InUse = true;
+    entries_[at].use = ++uses_;
     ++count_;
     return {static_cast<int>(at)};
   }
@@ -62,10 +63,18 @@ class SlotTable {
   Object& operator[](SlotType slot) { return entries_[index(slot)].object; }
   const Object& operator[](SlotType slot) const { return entries_[index(slot)].object; }
 
+  // Another number each time a slot is taken, 0 while it is free: tells whether the
+  // object is still the one that was there before.
+  unsigned use(SlotType slot) const { return contains(slot) ? entries_[index(slot)].use : 0; }
+
   std::size_t count() const { return count_; }
   // One past the highest slot ever used: the bound of loops over slot numbers.
   int bound() const { return static_cast<int>(entries_.size()); }
-  void clear() { *this = {}; }
+  void clear() {
+    const unsigned uses = uses_;
+    *this = {};
+    uses_ = uses;
+  }
   void reserve(std::size_t n) { entries_.reserve(n); }
 
   // Calls visit(slot, object) for every slot in use, lowest first. The visitor
@@ -84,6 +93,7 @@ class SlotTable {
  private:
   struct Entry {
     bool InUse = false;
+    unsigned use = 0;
     Object object{};
   };
   static std::size_t index(SlotType slot) { return static_cast<std::size_t>(slot.index); }
@@ -91,6 +101,7 @@ class SlotTable {
   std::vector<Entry> entries_;
   std::size_t firstFree_ = 0;
   std::size_t count_ = 0;
+  unsigned uses_ = 0;
 };
 
 }  // namespace varnowick

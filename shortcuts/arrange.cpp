@@ -52,14 +52,23 @@ bool same(const Place& a, const Place& b) {
   return a.parent == b.parent && a.position == b.position && a.saved == b.saved;
 }
 
+// The use of the object's slot, 0 when it is free.
+unsigned useOf(const Workspace& workspace, ObjectId id) {
+  if (const auto* slot = std::get_if<ShortcutSlot>(&id)) return workspace.shortcuts.use(*slot);
+  if (const auto* slot = std::get_if<PictureSlot>(&id)) return workspace.pictures.use(*slot);
+  return workspace.containers.use(std::get<ContainerSlot>(id));
+}
+
 // Puts the objects at their new places and remembers where they were. A sequence
 // in which nothing moves leaves the last move undoable.
 Moved putAll(Workspace& workspace, const std::vector<Place>& places, MoveUndo& undo) {
   Moved moved;
   std::vector<Place> before;
   for (const Place& place : places) {
-    const Place old = placeOf(workspace, place.id);
+    Place old = placeOf(workspace, place.id);
     if (same(old, place)) continue;
+    old.use = useOf(workspace, old.id);
+    old.parentUse = workspace.containers.use(old.parent.container);
     before.push_back(old);
     put(workspace, place);
     moved.objects.push_back(place.id);
@@ -74,12 +83,6 @@ std::size_t limitOf(Panel panel) {
 
 bool exists(const Workspace& workspace, Panel panel) {
   return panel.isMain() || workspace.containers.contains(panel.container);
-}
-
-bool exists(const Workspace& workspace, ObjectId id) {
-  if (const auto* slot = std::get_if<ShortcutSlot>(&id)) return workspace.shortcuts.contains(*slot);
-  if (const auto* slot = std::get_if<PictureSlot>(&id)) return workspace.pictures.contains(*slot);
-  return workspace.containers.contains(std::get<ContainerSlot>(id));
 }
 
 // Null when the panel can take the shortcuts among the places that come to it.
@@ -128,7 +131,8 @@ std::vector<ObjectId> MoveUndo::undo(Workspace& workspace) {
   const std::vector<Place> places = std::move(places_);
   places_.clear();
   for (const Place& place : places) {
-    if (!exists(workspace, place.id) || !exists(workspace, place.parent)) continue;
+    if (place.use == 0 || useOf(workspace, place.id) != place.use) continue;
+    if (workspace.containers.use(place.parent.container) != place.parentUse) continue;
     if (refusalOf(workspace, {place}, place.parent) != nullptr) continue;
     if (same(placeOf(workspace, place.id), place)) continue;
     put(workspace, place);

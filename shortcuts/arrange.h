@@ -11,8 +11,8 @@
 
 namespace varnowick {
 
-// What the last move was made of; undone in one step. Objects are remembered by
-// their slots, so that whoever removes an object must have it forgotten.
+// What the last move was made of; undone in one step. What has been removed since
+// is left out.
 class MoveUndo {
  public:
   struct Place {
@@ -20,6 +20,9 @@ class MoveUndo {
     Panel parent;
     Point<Twips> position;
     Point<Twips> saved;  // of a container: its unfolded, unshrunk position
+    // Which uses of the slots are meant: another window may free them and fill them
+    // again without knowing of this undo.
+    unsigned use = 0, parentUse = 0;
   };
   bool empty() const { return places_.empty(); }
   void clear() { places_.clear(); }

@@ -114,6 +114,7 @@ TEST_F(ArrangeTest, RefusalsMoveNothing) {
   EXPECT_TRUE(refused.objects.empty());
   EXPECT_EQ(workspace.shortcutsOn(target), 249U);
 
+
   settings.locked = true;
   EXPECT_STREQ(move(500, 500).refusal, kLockedMessage);
   EXPECT_STREQ(sortByName(workspace, settings, measures, picBack, undo).refusal, kLockedMessage);
@@ -132,10 +133,19 @@ TEST_F(ArrangeTest, UndoLeavesAloneWhatIsGone) {
   const ShortcutSlot reused = add(picBack, 2400, 9000);
   ASSERT_EQ(reused, a);
   workspace.removeContainer(box);
+  ASSERT_EQ(addContainer({{0}, {0}, {3000}, {2000}}), box);
   EXPECT_EQ(undo.undo(workspace), std::vector<ObjectId>{c});
   expectAt(reused, picBack, 2400, 9000);
   EXPECT_EQ(workspace.shortcuts[b].parent, picBack);
   EXPECT_FALSE(selection.contains(a));
+
+  // Removed by someone who does not know of this undo.
+  selection.selectNone();
+  selection.select(c);
+  move(0, 1200);
+  workspace.shortcuts.remove(c);
+  ASSERT_EQ(add(picBack, 2400, 9600), c);
+  EXPECT_TRUE(undo.undo(workspace).empty());
 
   // A press that moves nothing keeps the move before it undoable.
   move(120, 0);

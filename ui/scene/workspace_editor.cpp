@@ -79,6 +79,9 @@ void WorkspaceEditor::showSelection() {
 
 void WorkspaceEditor::sceneRebuilt() {
   selection_.prune(document_.workspace);
+  // What another window shows now is no longer this one's to delete.
+  for (const ObjectId id : std::set<ObjectId>(selection_.objects()))
+    if (!scene_.scene().shown(nodeOf(id))) selection_.unselect(id);
   showSelection();
 }
 
