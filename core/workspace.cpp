@@ -12,6 +12,11 @@ ContainerType containerType(const clsContainer& container) {
   return ContainerType::Shortcuts;
 }
 
+bool takesShortcuts(const clsContainer& container) {
+  const ContainerType type = containerType(container);
+  return type != ContainerType::Feed && type != ContainerType::Folder;
+}
+
 std::size_t Workspace::shortcutsOn(Panel panel) const {
   std::size_t n = 0;
   shortcuts.forEach([&](ShortcutSlot, const clsShortcut& s) { n += s.parent == panel ? 1U : 0U; });

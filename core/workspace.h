@@ -134,11 +134,16 @@ struct clsContainer {
 enum class ContainerType { Shortcuts, Feed, Folder, Note, Reminder };
 // A feed wins over a folder, a folder over a reminder, a reminder over a note.
 ContainerType containerType(const clsContainer& container);
+// Feeds and folders show a list of their own in the place of shortcuts. Those that a
+// file holds are kept.
+bool takesShortcuts(const clsContainer& container);
 
 inline constexpr std::size_t kMaxShortcutsInContainer = 250;
 inline constexpr std::size_t kMaxShortcutsOnMainPanel = 350;
 inline constexpr const wchar_t* kContainerFullMessage =
     L"There's a limit of 250 shortcuts pair container (much less is recommended!)";
+inline constexpr const wchar_t* kListContainerMessage =
+    L"This container shows a list of its own. Please use the workspace or another container.";
 inline constexpr const wchar_t* kMainPanelFullMessage =
     L"There's a limit of 350 shortcuts in the workspace. Please use containers instead.";
 

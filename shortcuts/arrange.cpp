@@ -94,6 +94,9 @@ const wchar_t* refusalOf(const Workspace& workspace, const std::vector<Place>& p
     if (slot != nullptr && place.parent == target && workspace.shortcuts[*slot].parent != target)
       ++coming;
   }
+  const clsContainer* container = workspace.containers.find(target.container);
+  if (coming != 0 && container != nullptr && !takesShortcuts(*container))
+    return kListContainerMessage;
   if (coming == 0 || workspace.shortcutsOn(target) + coming <= limitOf(target)) return nullptr;
   return target.isMain() ? kMainPanelFullMessage : kContainerFullMessage;
 }

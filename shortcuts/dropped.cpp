@@ -211,6 +211,10 @@ Added addShortcuts(Workspace& workspace, const Settings& settings,
   }
   const clsContainer* container = workspace.containers.find(panel.container);
   if (!panel.isMain() && container == nullptr) panel = picBack;
+  if (container != nullptr && !takesShortcuts(*container)) {
+    added.refusal = kListContainerMessage;
+    return added;
+  }
   for (clsShortcut& shortcut : shortcuts) {
     shortcut.parent = panel;
     shortcut.position = findPlace(panel, shortcut, at);

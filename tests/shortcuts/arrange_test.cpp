@@ -114,6 +114,9 @@ TEST_F(ArrangeTest, RefusalsMoveNothing) {
   EXPECT_TRUE(refused.objects.empty());
   EXPECT_EQ(workspace.shortcutsOn(target), 249U);
 
+  workspace.containers[box].CopyPath = L"D:\\Music";
+  EXPECT_STREQ(move(0, 0, &target).refusal, kListContainerMessage) << "it shows a folder";
+  EXPECT_EQ(workspace.shortcutsOn(target), 249U);
 
   settings.locked = true;
   EXPECT_STREQ(move(500, 500).refusal, kLockedMessage);
