@@ -33,7 +33,7 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuAddReminder), L"&Reminder", ctrl('R')},
     // Ctrl+C deliberately begins a container; it does not copy.
     CommandRow{VARNOWICK_COMMAND(mnuNew), L"&Container", ctrl('C'), kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuNewNote), L"&Note", ctrl('N')},
+    CommandRow{VARNOWICK_COMMAND(mnuNewNote), L"&Note", ctrl('N'), kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuNewCommand), L"&System command", ctrl('O'), kAlways, kBuilt},
 
     CommandRow{VARNOWICK_COMMAND(mnuPaste), L"Pas&te", ctrl('V'), kAlways, kBuilt},

@@ -12,6 +12,17 @@ POINT pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam
 
 bool isDown(int key) { return GetKeyState(key) < 0; }
 
+// Where the system has none, the arrow does.
+HCURSOR handCursor() {
+  const HCURSOR hand = LoadCursorW(nullptr, IDC_HAND);
+  return hand != nullptr ? hand : LoadCursorW(nullptr, IDC_ARROW);
+}
+
+bool beginsSomething(UINT message) {
+  return message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN ||
+         message == WM_MOUSEWHEEL || message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
+}
+
 }  // namespace
 
 WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& owner,
@@ -35,7 +46,8 @@ WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& ow
                                              node.slot) != FALSE;
                        }),
       accessible_(accessibleItems_),
-      nameEdit_(scene.scene(), desk.fonts) {}
+      nameEdit_(scene.scene(), desk.fonts),
+      noteEdit_(scene.scene(), desk.fonts, noteHooks()) {}
 
 void WorkspacePane::attach(HWND window) {
   window_ = window;
@@ -45,12 +57,14 @@ void WorkspacePane::attach(HWND window) {
   accessibleItems_.setDensity(density);
   dropTarget_.attach(window);
   nameEdit_.attach(window, density);
+  noteEdit_.attach(window, density);
   gestures_.setThreshold({{GetSystemMetrics(SM_CXDRAG)}, {GetSystemMetrics(SM_CYDRAG)}});
 }
 
 void WorkspacePane::setPalette(const Palette& palette) {
   view_.setPalette(palette);
   nameEdit_.setPalette(palette);
+  noteEdit_.setPalette(palette);
 }
 
 void WorkspacePane::detach() {
@@ -59,6 +73,11 @@ void WorkspacePane::detach() {
 }
 
 std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  // A dialog has disabled its own window, and not the others.
+  if (desk_.modal.active() && beginsSomething(message)) {
+    owner_.busyElsewhere();
+    return 0;
+  }
   switch (message) {
     case WM_ERASEBKGND:
       return 1;
@@ -88,6 +107,7 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       view_.captureLost();
       return 0;
     case WM_MOUSEWHEEL:
+      if (wheelOverNote(pointOf(lParam), GET_WHEEL_DELTA_WPARAM(wParam))) return 0;
       onWheel(GET_WHEEL_DELTA_WPARAM(wParam));
       return 0;
     case WM_CONTEXTMENU:
@@ -147,6 +167,9 @@ HCURSOR WorkspacePane::cursorAt(POINT client) {
   if ((e.right && e.top) || (e.left && e.bottom)) return LoadCursorW(nullptr, IDC_SIZENESW);
   if (e.left || e.right) return LoadCursorW(nullptr, IDC_SIZEWE);
   if (e.top || e.bottom) return LoadCursorW(nullptr, IDC_SIZENS);
+  if (overNoteLink(node, client)) return handCursor();
+  if (node.kind == ControlKind::ContainerNote && !desk_.document.settings.locked)
+    return LoadCursorW(nullptr, IDC_IBEAM);
   return owner_.cursorOver(node, client);
 }
 
@@ -206,6 +229,7 @@ void WorkspacePane::onLeftUp(POINT client) {
 
 void WorkspacePane::clicked(NodeId node, POINT at) {
   if (!shortcutOf(node).none()) return launch(shortcutOf(node));
+  if (clickedNote(node, at)) return;
   owner_.clicked(node, at);
 }
 
@@ -253,7 +277,7 @@ void WorkspacePane::onContextMenu(POINT screen) {
 
 void WorkspacePane::onWheel(int notches) {
   scene_.scrollTo(scene_.scroll() - Twips{static_cast<float>(notches) * 6.0F});
-  nameEdit_.arrange();
+  arrangeEditing();
   view_.invalidate();
 }
 

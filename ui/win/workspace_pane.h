@@ -19,6 +19,7 @@
 #include "ui/win/desk.h"
 #include "ui/win/drop_target.h"
 #include "ui/win/in_place_edit.h"
+#include "ui/win/note_edit.h"
 #include "ui/win/popup_menu.h"
 #include "ui/win/scene_accessible.h"
 #include "ui/win/scene_view.h"
@@ -104,13 +105,20 @@ class WorkspacePane {
   bool launchSuppressed() const { return launchSuppressed_; }
   // A drag or an edit is under way that must not lose its window.
   bool busy() const {
-    return gestures_.dragging() || dropTarget_.dragActive() || nameEdit_.active();
+    return gestures_.dragging() || dropTarget_.dragActive() || nameEdit_.active() ||
+           noteEdit_.active();
   }
   // Takes what is being edited, before the window goes away or is laid out anew.
-  void endEditing() { nameEdit_.accept(); }
+  void endEditing() {
+    nameEdit_.accept();
+    noteEdit_.accept();
+  }
   void setPalette(const Palette& palette);
   // The layout or the scrolling has changed under the edit boxes.
-  void arrangeEditing() { nameEdit_.arrange(); }
+  void arrangeEditing() {
+    nameEdit_.arrange();
+    noteEdit_.arrange();
+  }
 
   // Runs the command here or by the owner, when it is built and enabled.
   void run(Command command);
@@ -123,6 +131,9 @@ class WorkspacePane {
   // Adds a container and lets the user name it at once. None while locked.
   ContainerSlot addContainer(clsContainer container, const TwipsRect& rect);
   void rename(ContainerSlot slot);
+  // Edits the container's note, which is shown and whole in sight if it can be; the
+  // caret goes to the offset. Silent while locked.
+  void editNote(ContainerSlot slot, std::size_t offset);
   // What commands for containers are about: the container of the menu with those
   // selected together with it, else those selected.
   std::vector<ContainerSlot> targetContainers() const;
@@ -170,6 +181,14 @@ class WorkspacePane {
   void resizeObject(const GestureEvent& event);
   void drawContainer(const GestureEvent& event);
 
+  // Notes (workspace_pane_notes.cpp)
+  NoteEdit::Hooks noteHooks();
+  bool clickedNote(NodeId node, POINT at);
+  bool overNoteLink(NodeId node, POINT at) const;
+  bool wheelOverNote(POINT screen, int delta);
+  void noteTyped(ContainerSlot slot, const std::wstring& text);
+  bool newNote();
+
   // Commands (workspace_pane_commands.cpp)
   bool runHere(Command command);
   bool runForContainers(Command command);
@@ -197,6 +216,7 @@ class WorkspacePane {
   AccessibleServer accessible_;
   ClickGuard clickGuard_;
   InPlaceEdit nameEdit_;
+  NoteEdit noteEdit_;
   bool launchSuppressed_ = false;
   bool trackingLeave_ = false;
   bool doubleClicked_ = false;

@@ -162,6 +162,8 @@ bool WorkspacePane::runHere(Command command) {
         owner_.workspaceChanged();
       return true;
     }
+    case Command::mnuNewNote:
+      return newNote();
     default:
       return runForContainers(command);
   }

@@ -21,7 +21,7 @@ std::vector<ContainerSlot> WorkspacePane::targetContainers() const {
 void WorkspacePane::containersChanged(const std::vector<ContainerSlot>& slots) {
   for (const ContainerSlot slot : slots) scene_.updateContainer(slot);
   scene_.scrollTo(scene_.scroll());
-  nameEdit_.arrange();
+  arrangeEditing();
   sceneChanged();
 }
 

@@ -1,0 +1,98 @@
+// The notes of containers on a pane: editing, links, scrolling, and new ones.
+
+#include "shortcuts/outside_links.h"
+#include "ui/scene/note_view.h"
+#include "ui/win/win_events.h"
+#include "ui/win/workspace_pane.h"
+
+namespace varnowick {
+namespace {
+
+constexpr Size<Twips> kNewNote{{3000}, {2400}};
+constexpr int kWheelLines = 3;
+
+NodeId noteNode(ContainerSlot slot) { return containerPart(ControlKind::ContainerNote, slot); }
+
+}  // namespace
+
+NoteEdit::Hooks WorkspacePane::noteHooks() {
+  NoteEdit::Hooks hooks;
+  hooks.committed = [this](ContainerSlot slot, const std::wstring& text) { noteTyped(slot, text); };
+  hooks.ended = [this](ContainerSlot slot, std::size_t top) {
+    scrollNoteTo(scene_.scene(), noteNode(slot), top, view_.density());
+    view_.invalidate();
+  };
+  hooks.functionKey = [this](int key) { return onKeyDown(key); };
+  return hooks;
+}
+
+void WorkspacePane::noteTyped(ContainerSlot slot, const std::wstring& text) {
+  clsContainer* container = desk_.document.workspace.containers.find(slot);
+  if (container == nullptr) return;
+  container->note = text;
+  scene_.updateContainer(slot);
+  sceneChanged();
+  owner_.workspaceChanged();
+}
+
+void WorkspacePane::editNote(ContainerSlot slot, std::size_t offset) {
+  const clsContainer* container = desk_.document.workspace.containers.find(slot);
+  if (container == nullptr || desk_.document.settings.locked) return;
+  owner_.keepOpen();
+  nameEdit_.accept();
+  scene_.scrollToShow(noteNode(slot));
+  view_.focus(noteNode(slot));
+  view_.invalidate();
+  noteEdit_.begin(slot, container->note, offset);
+}
+
+bool WorkspacePane::overNoteLink(NodeId node, POINT at) const {
+  return node.kind == ControlKind::ContainerNote &&
+         noteHit(scene_.scene(), node, view_.toScene(at), view_.density()).link >= 0;
+}
+
+// A link is opened, a click beside it begins to edit there.
+bool WorkspacePane::clickedNote(NodeId node, POINT at) {
+  if (node.kind != ControlKind::ContainerNote) return false;
+  const std::wstring link = noteLinkAt(scene_.scene(), node, view_.toScene(at), view_.density());
+  if (!link.empty()) {
+    openOutsideLink(desk_.platform, owner_.ownerWindow(), link);
+    announce(window_, kEventLaunched);
+    return true;
+  }
+  editNote(containerOf(node),
+           noteHit(scene_.scene(), node, view_.toScene(at), view_.density()).offset);
+  return true;
+}
+
+// False when the note is in sight from end to end, or scrolled to its end already.
+bool WorkspacePane::wheelOverNote(POINT screen, int delta) {
+  const Point<Twips> at = toScene({{screen.x}, {screen.y}});
+  const NodeId id = scene_.scene().hitTest(at);
+  const Node* note = scene_.scene().find(id);
+  if (id.kind != ControlKind::ContainerNote || note == nullptr || !note->note) return false;
+  const float notches = static_cast<float>(delta) / WHEEL_DELTA;
+  const Twips line = view_.density().toTwips(note->note->lineHeight());
+  if (!scrollNote(scene_.scene(), id, line * (-notches * kWheelLines), view_.density()))
+    return false;
+  view_.invalidate(id);
+  return true;
+}
+
+// False on a window that has no room for another container.
+bool WorkspacePane::newNote() {
+  if (scene_.scene().find({ControlKind::picBack, 0}) == nullptr) return false;
+  if (refuseWhileLocked()) return true;
+  clsContainer container;
+  container.name = L"Note";
+  container.noteVisible = true;
+  const ContainerSlot slot =
+      editor_.addContainer(std::move(container), editor_.freePlace(kNewNote));
+  scene_.scrollToShow(containerNode(slot));
+  sceneChanged();
+  owner_.workspaceChanged();
+  editNote(slot, 0);
+  return true;
+}
+
+}  // namespace varnowick
