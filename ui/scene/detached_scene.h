@@ -13,6 +13,7 @@ class DetachedScene final : public ObjectScene {
       : ObjectScene(settings, workspace, measure), slot_(slot) {}
 
   ContainerSlot slot() const { return slot_; }
+  Panel homePanel() const override { return {slot_}; }
   // Lays out everything for a client area of that size. While the window shows only
   // its title, `open` is the size that the container has when unfolded.
   void build(Size<Twips> client, Size<Twips> open, Density density);

@@ -412,7 +412,7 @@ Panel ObjectScene::panelAt(Point<Twips> windowPoint) const {
        node = scene_.find(node->parent)) {
     if (node->id.kind == ControlKind::Container) return {containerOf(node->id)};
   }
-  return picBack;
+  return homePanel();
 }
 
 Point<Twips> ObjectScene::bodyPoint(ContainerSlot slot, Point<Twips> windowPoint) const {

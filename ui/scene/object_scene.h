@@ -48,6 +48,8 @@ class ObjectScene {
   Density density() const { return density_; }
   Size<Twips> windowSize() const { return scene_.find(scene_.root())->rect.size(); }
 
+  // The panel that is meant where none is pointed at.
+  virtual Panel homePanel() const { return picBack; }
   // How far the main panel is scrolled down, where there is one.
   virtual Twips scroll() const { return {}; }
   // Scrolls; the offset is kept within the content and returned.
@@ -69,7 +71,7 @@ class ObjectScene {
   void setFeedStatus(ContainerSlot slot, std::wstring text);
 
   // The panel under a point of the window: a container that shows its body or
-  // title, else the main panel.
+  // title, else the home panel.
   Panel panelAt(Point<Twips> windowPoint) const;
   // A point of the window as a position on the panel, as records hold it:
   // relative to the container's box, or to the scrolled main panel.

@@ -230,9 +230,10 @@ void WorkspaceEditor::band(Point<Twips> from, Point<Twips> to) {
 void WorkspaceEditor::endBand() { scene_.scene().remove(kRubberBand); }
 
 void WorkspaceEditor::selectAll() {
-  // Where the user works: the panel of what is selected, else the main panel.
+  // Where the user works: the panel of what is selected, else the window's own.
   const clsShortcut* current = document_.workspace.shortcuts.find(selection_.current());
-  selection_.selectAll(document_.workspace, current == nullptr ? picBack : current->parent);
+  selection_.selectAll(document_.workspace,
+                       current == nullptr ? scene_.homePanel() : current->parent);
   showSelection();
 }
 
@@ -289,8 +290,8 @@ void WorkspaceEditor::carryOut(const DeletePlan& plan) {
 }
 
 Added WorkspaceEditor::add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at) {
-  Panel panel = picBack;
-  Point<Twips> from{kPad, kPad + scene_.scroll()};
+  Panel panel = scene_.homePanel();
+  Point<Twips> from{kPad, kPad + (panel.isMain() ? scene_.scroll() : kTitleStripHeight)};
   if (at != nullptr) {
     panel = scene_.panelAt(*at);
     from = scene_.toPanel(panel, *at);

@@ -6,6 +6,7 @@
 
 #include "shortcuts/tags.h"
 #include "tests/fakes/fake_text_measure.h"
+#include "ui/scene/detached_scene.h"
 
 namespace varnowick {
 namespace {
@@ -158,6 +159,26 @@ TEST_F(WorkspaceEditorTest, UndoBringsBackWhatTheNewPanelHid) {
   ASSERT_FALSE(view.scene().shown(shortcutNode(first)));
   EXPECT_TRUE(editor.undo());
   EXPECT_TRUE(view.scene().shown(shortcutNode(first)));
+}
+
+// The window of a detached container has no other panel to paste to, to drop on or
+// to select from, wherever the pointer is.
+TEST_F(WorkspaceEditorTest, ADetachedWindowKeepsToItsContainer) {
+  document.workspace.containers[box].Detached = true;
+  DetachedScene scene(document.settings, document.workspace, box, &measure);
+  scene.build({{4200}, {3000}}, {{4200}, {3000}}, {});
+  WorkspaceEditor window(document, scene);
+  window.selectAll();
+  EXPECT_THAT(window.selection().shortcuts(), ElementsAre(inside));
+  window.beginDrag();
+  const Point<Twips> outside = point(-3000, -3000);
+  window.drag(outside, outside);
+  window.drop(outside, outside);
+  EXPECT_EQ(record(inside).parent, Panel{box});
+  const Added added = window.add({clsShortcut{}}, nullptr);
+  ASSERT_EQ(added.slots.size(), 1U);
+  EXPECT_EQ(record(added.slots[0]).parent, Panel{box});
+  EXPECT_TRUE(scene.scene().shown(shortcutNode(added.slots[0])));
 }
 
 TEST_F(WorkspaceEditorTest, WhatIsDraggedFollowsFromWhatWasPressed) {
