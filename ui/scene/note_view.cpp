@@ -1,6 +1,7 @@
 #include "ui/scene/note_view.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace varnowick {
 namespace {
@@ -8,7 +9,7 @@ namespace {
 constexpr int kMargin = 4;  // pixels at 96 dots per inch, like those below
 constexpr int kThumbWidth = 3;
 constexpr int kLeastThumb = 16;
-constexpr float kReadsWell = 3.0F;
+constexpr float kReadsWell = 4.5F;
 
 Pixels px(int usual, Density density) {
   return {std::max(1, roundHalfToEven(static_cast<double>(usual) * density.dpi / 96.0))};
@@ -19,6 +20,15 @@ TextStyle noteStyle() {
   style.points = kNotePoints;
   style.ellipsis = false;
   return style;
+}
+
+// The accent, as much nearer to the text's colour as it takes to be read on the note.
+Colour colourOfLinks(const Palette& palette) {
+  for (const float share : {0.0F, 0.25F, 0.5F, 0.75F}) {
+    const Colour colour = mix(palette.accent, palette.noteText, share);
+    if (contrast(colour, palette.noteBack) >= kReadsWell) return colour;
+  }
+  return palette.noteText;
 }
 
 PixelRect sizeOf(const Node& note, Density density) {
@@ -85,8 +95,7 @@ void paintNoteText(Canvas& canvas, const Node& note, const PixelRect& rect, cons
   }
   if (!note.note) return;  // hidden a moment ago, or not laid out yet
   const NoteLayout& layout = *note.note;
-  const Colour linkColour =
-      contrast(palette.accent, palette.noteBack) >= kReadsWell ? palette.accent : palette.noteText;
+  const Colour linkColour = colourOfLinks(palette);
   const int line = layout.lineHeight().value;
   const int scrolled = density.toPixels(note.scroll.y).value;
   canvas.pushClip(rect);

@@ -355,7 +355,8 @@ void ScenePainter::paintBody(const Node& node, const PixelRect& rect, const Pale
 
 void ScenePainter::paintNote(const Node& node, const PixelRect& rect, const Palette& p) {
   paintNoteText(canvas_, node, rect, p, density_);
-  focus(node, rect, 0);
+  // Round the text, in the margin of the body.
+  if (node.id == focused_) canvas_.focusFrame(rect.inset(-px(3)));
 }
 
 void ScenePainter::paintList(const Node& node, const PixelRect& rect, const Palette& p) {

@@ -111,9 +111,11 @@ PixelRect NoteEdit::frameRect(const PixelRect& nodeRect) const {
 PixelRect NoteEdit::controlRect(Size<Pixels> frame) const {
   const int side = scaled(kHalo + kTextMargin);
   const int top = scaled(kHalo);
-  return {{side},
+  // This control keeps a pixel free before its text.
+  const int inset = rich_ ? 1 : 0;
+  return {{side - inset},
           {top},
-          {std::max(1, frame.width.value - 2 * side)},
+          {std::max(1, frame.width.value - 2 * side + inset)},
           {std::max(1, frame.height.value - 2 * top)}};
 }
 
