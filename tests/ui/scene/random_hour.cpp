@@ -80,6 +80,7 @@ RandomHour::RandomHour(unsigned seed) : dice_(seed) {
   layout.window = {{4695}, {10800}};
   view_.build(layout);
   editor_.sceneRebuilt();
+  detachOrAttach({7});
 }
 
 void RandomHour::furnish() {
@@ -107,7 +108,6 @@ void RandomHour::furnish() {
   fold(reminder);
   w.containers.add(reminder);
   clsContainer away = box(L"Away", 600, 6000, 2400, 1800);
-  away.Detached = true;
   away.detachedRect = {{3000}, {3000}, {2400}, {1800}};
   w.containers.add(away);
   clsContainer narrow = box(L"Narrow", 3480, 700, 700, 1800);
@@ -349,19 +349,17 @@ std::string RandomHour::faultNow() {
   std::string fault;
   const Workspace& w = document_.workspace;
   const Scene& scene = view_.scene();
-  for (const ObjectId& id : editor_.selection().objects()) {
-    const bool used = std::visit(
-        [&](auto slot) {
-          if constexpr (std::is_same_v<decltype(slot), ShortcutSlot>)
-            return w.shortcuts.contains(slot);
-          else if constexpr (std::is_same_v<decltype(slot), PictureSlot>)
-            return w.pictures.contains(slot);
-          else
-            return w.containers.contains(slot);
-        },
-        id);
-    if (!used) fault += "a freed slot is selected; ";
-  }
+  const auto used = [&w](const ObjectId& id) {
+    if (const auto* s = std::get_if<ShortcutSlot>(&id)) return w.shortcuts.contains(*s);
+    if (const auto* p = std::get_if<PictureSlot>(&id)) return w.pictures.contains(*p);
+    return w.containers.contains(std::get<ContainerSlot>(id));
+  };
+  const auto checkSelection = [&](const WorkspaceEditor& editor) {
+    for (const ObjectId& id : editor.selection().objects())
+      if (!used(id)) fault += "a freed slot is selected; ";
+  };
+  checkSelection(editor_);
+  for (const auto& [slot, window] : windows_) checkSelection(window->editor);
   const Size<Twips> panel = view_.panelSize(picBack);
   w.containers.forEach([&](ContainerSlot slot, const clsContainer& c) {
     const std::string name = "container " + std::to_string(slot.index) + ": ";
@@ -396,7 +394,13 @@ std::string RandomHour::faultNow() {
 std::string RandomHour::faultAgainstNewScene() {
   WorkspaceScene fresh(document_.settings, document_.workspace, &measure_);
   fresh.build(view_.layout());
-  return difference(shownOn(view_.scene()), shownOn(fresh.scene()));
+  std::string fault = difference(shownOn(view_.scene()), shownOn(fresh.scene()));
+  for (const auto& [slot, window] : windows_) {
+    Window again(document_, slot, measure_);
+    again.build();
+    fault += difference(shownOn(window->scene.scene()), shownOn(again.scene.scene()));
+  }
+  return fault;
 }
 
 }  // namespace varnowick

@@ -4,12 +4,14 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "containers/container_rules.h"
 #include "tests/fakes/fake_text_measure.h"
+#include "ui/scene/detached_scene.h"
 #include "ui/scene/gestures.h"
 #include "ui/scene/workspace_editor.h"
 #include "ui/scene/workspace_scene.h"
@@ -79,7 +81,10 @@ class RandomHour {
   void removeSelected();
   void resizeWindow();
   void addOne();
+  void detachOrAttach(ContainerSlot slot);
+  void workInWindow();
   ContainerSlot anyContainer();
+  Panel anyPanel();  // of the bar
 
   Point<Twips> at() const;
 
@@ -90,6 +95,15 @@ class RandomHour {
   WorkspaceEditor editor_{document_, view_};
   ContainerRules rules_{document_.workspace, document_.settings};
   Gestures gestures_;
+  // A detached container, with a selection and an undo of its own.
+  struct Window {
+    DetachedScene scene;
+    WorkspaceEditor editor;
+    Window(Document& document, ContainerSlot slot, TextMeasure& measure)
+        : scene(document.settings, document.workspace, slot, &measure), editor(document, scene) {}
+    void build();
+  };
+  std::map<ContainerSlot, std::unique_ptr<Window>> windows_;
   InputState input_{view_.scene()};
   Point<Pixels> mouse_{{100}, {100}};
   long long now_ = 0;

@@ -1,4 +1,5 @@
 // The commands of the hour, and what happens to records beside the mouse.
+#include "containers/detached_menu.h"
 #include "shortcuts/tags.h"
 #include "tests/ui/scene/random_hour.h"
 
@@ -17,18 +18,28 @@ ContainerSlot RandomHour::anyContainer() {
   return slots.empty() ? ContainerSlot{} : dice_.oneOf(slots);
 }
 
+Panel RandomHour::anyPanel() {
+  const clsContainer* c = nullptr;
+  const ContainerSlot slot = anyContainer();
+  if (dice_.chance(50)) c = document_.workspace.containers.find(slot);
+  return c != nullptr && !c->Detached ? Panel{slot} : picBack;
+}
+
 void RandomHour::command() {
-  switch (dice_.roll(15)) {
+  switch (dice_.roll(17)) {
     case 0:
       return apply(rules_.mnuFoldAll(inputs()));
     case 1:
       return apply(rules_.mnuShrinkAll(inputs()));
     case 2:
     case 3:
-      if (editor_.undo()) ++tally["undo"];
+      if (!editor_.undo()) return;
+      ++tally["undo"];
+      // Something may have come out of a window.
+      for (const auto& [slot, window] : windows_) window->build();
       return;
     case 4:
-      return finishMove(editor_.sortByName({dice_.chance(50) ? ContainerSlot{} : anyContainer()}));
+      return finishMove(editor_.sortByName(anyPanel()));
     case 5:
       return finishMove(editor_.align());
     case 6:
@@ -43,6 +54,9 @@ void RandomHour::command() {
       return changeSettings();
     case 11:
       return resizeWindow();
+    case 12:
+    case 13:
+      return workInWindow();
     default:
       return changeRecord();
   }
@@ -58,9 +72,7 @@ void RandomHour::changeRecord() {
       apply(rules_.keepOpen());
       break;
     case 1:
-      c->Detached = !c->Detached;
-      ++tally["detached or attached"];
-      break;
+      return detachOrAttach(slot);
     case 2: {
       const std::vector<std::wstring> tags{L"", L"work", L"PLAY", L"none"};
       c->ShowingTag = dice_.oneOf(tags);
@@ -69,11 +81,76 @@ void RandomHour::changeRecord() {
       break;
     }
     default:
-      c->noteVisible = !c->noteVisible;
+      if (!c->Detached) c->noteVisible = !c->noteVisible;
   }
   view_.updateContainer(slot);
   view_.scrollTo(view_.scroll());
   editor_.sceneRebuilt();
+  if (windows_.contains(slot)) windows_[slot]->build();
+}
+
+void RandomHour::Window::build() {
+  const clsContainer* c = scene.workspace().containers.find(scene.slot());
+  if (c == nullptr) return;
+  scene.build(c->savedRect.size(), c->savedRect.size(), {});
+  editor.sceneRebuilt();
+}
+
+void RandomHour::detachOrAttach(ContainerSlot slot) {
+  clsContainer& c = document_.workspace.containers[slot];
+  ++tally["detached or attached"];
+  rules_.removed(slot);
+  if (c.Detached) {
+    markAttached(c);
+    windows_.erase(slot);
+  } else {
+    markDetached(c);
+    windows_[slot] = std::make_unique<Window>(document_, slot, measure_);
+    windows_[slot]->build();
+  }
+  view_.build(view_.layout());
+  editor_.sceneRebuilt();
+}
+
+void RandomHour::workInWindow() {
+  if (windows_.empty()) return;
+  auto at = windows_.begin();
+  std::advance(at, dice_.roll(static_cast<int>(windows_.size())));
+  WorkspaceEditor& editor = at->second->editor;
+  const DetachedScene& scene = at->second->scene;
+  // Mostly something to take hold of, now and then beyond the border.
+  const std::vector<NodeId> nodes = scene.scene().visibleNodes();
+  NodeId target = dice_.oneOf(nodes);
+  for (int i = 0; i < 8 && shortcutOf(target).none(); ++i) target = dice_.oneOf(nodes);
+  const TwipsRect r = scene.scene().windowRect(target);
+  const Point<Twips> point{r.left + r.width * (static_cast<float>(dice_.roll(110)) / 100.0F),
+                           r.top + r.height * (static_cast<float>(dice_.roll(110)) / 100.0F)};
+  const NodeId node = scene.scene().hitTest(point);
+  const Point<Twips> distance{{static_cast<float>(dice_.roll(200) - 100) * 15},
+                              {static_cast<float>(dice_.roll(200) - 100) * 15}};
+  editor.pressed(node, dice_.chance(20));
+  switch (dice_.roll(5)) {
+    case 0:
+      if (editor.dragFrom(node, point) != GestureKind::MoveObjects) return;
+      editor.beginDrag();
+      editor.drag(distance, {point.x + distance.x, point.y + distance.y});
+      if (dice_.chance(20)) return editor.cancelDrag();
+      editor.drop(distance, {point.x + distance.x, point.y + distance.y});
+      ++tally["moved in a window"];
+      return;
+    case 1:
+      if (const DeletePlan plan = editor.planDelete(); plan.shortcuts.size() < 3)
+        editor.carryOut(plan);
+      return;
+    case 2:
+      if (document_.workspace.shortcuts.count() < kMostShortcuts) editor.add({{}}, &point);
+      return;
+    case 3:
+      editor.undo();
+      return;
+    default:
+      editor.sortByName({at->first});
+  }
 }
 
 void RandomHour::changeSettings() {
@@ -137,7 +214,10 @@ void RandomHour::removeSelected() {
   const std::vector<ContainerSlot> boxes = editor_.selectedContainers();
   if (!boxes.empty() && !document_.settings.locked && dice_.chance(40)) {
     editor_.removeContainers(boxes);
-    for (const ContainerSlot slot : boxes) rules_.removed(slot);
+    for (const ContainerSlot slot : boxes) {
+      rules_.removed(slot);
+      windows_.erase(slot);
+    }
     ++tally["containers removed"];
     return;
   }
@@ -150,9 +230,7 @@ void RandomHour::addOne() {
   if (document_.workspace.containers.count() >= kMostContainers) return;
   if (dice_.chance(40)) return editor_.setDrawMode(true);
   if (dice_.chance(30) && document_.workspace.pictures.count() < 8) {
-    editor_.addPicture({L"C:\\new.png",
-                        {dice_.chance(50) ? ContainerSlot{} : anyContainer()},
-                        {{600}, {600}, {900}, {600}}});
+    editor_.addPicture({L"C:\\new.png", anyPanel(), {{600}, {600}, {900}, {600}}});
     return;
   }
   clsContainer c;

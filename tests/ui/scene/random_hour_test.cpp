@@ -57,9 +57,16 @@ TEST_P(RandomHourTest, LeavesEverythingInOrder) {
               "");
   }
   if (std::getenv("VARNOWICK_SEED") != nullptr) return;
-  const char* const reached[] = {"shrunk", "folded",           "open",
-                                 "undo",   "unfolded upward",  "containers removed",
-                                 "click",  "opened by a drag", "detached or attached"};
+  const char* const reached[] = {"shrunk",
+                                 "folded",
+                                 "open",
+                                 "undo",
+                                 "unfolded upward",
+                                 "containers removed",
+                                 "click",
+                                 "opened by a drag",
+                                 "detached or attached",
+                                 "moved in a window"};
   for (const char* what : reached) EXPECT_GT(hour.tally[what], 0) << what << ", seed " << seed;
 }
 
