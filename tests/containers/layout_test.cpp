@@ -72,7 +72,7 @@ TEST(Layout, FoldingOftenMovesNothing) {
       clsContainer box = folded(at(-120, top, 1500.5F, height));
       for (int i = 0; i < 100; ++i) {
         unfold(box, kSurface);
-        ASSERT_GE(box.rect.top.value, 0);
+        ASSERT_GE(box.rect.top, Twips{});
         fold(box, kSurface);
       }
       EXPECT_NEAR(box.rect.top.value, top, 0.01F) << height;
