@@ -203,6 +203,9 @@ class FolderWatcher {
         if (WaitForSingleObject(wake_.get(), kBurstMilliseconds) == WAIT_OBJECT_0) return;
         if (!FindNextChangeNotification(change.get())) return;
       } else if (what == WAIT_TIMEOUT) {
+        // A folder that is being removed stays as long as anybody holds it, and is
+        // empty. Letting go of it shows whether it is.
+        if (empty_) return;
         if (identityOf(path_) == before) continue;
       } else {
         return;
@@ -224,6 +227,7 @@ class FolderWatcher {
   bool list() {
     FolderListing listing = listFolder(path_);
     const bool ready = listing.state == FolderState::Ready;
+    empty_ = listing.entries.empty();
     if (arrange_ != nullptr) arrange_(listing.entries);
     deliver(std::move(listing));
     return ready;
@@ -253,6 +257,7 @@ class FolderWatcher {
   const KernelHandle wake_;  // set while stopping
   const UINT message_;
   KernelHandle thread_;
+  bool empty_ = true;     // as listed last; the thread's own
   CriticalSection lock_;  // around everything below
   HWND owner_;
   FolderListing listing_;

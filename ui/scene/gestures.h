@@ -17,7 +17,8 @@ enum class GestureKind {
   MoveContainers,
   Resize,  // by its border
   RubberBand,
-  DrawContainer
+  DrawContainer,
+  DragFiles  // out of a folder container, and out of the window
 };
 enum class GesturePhase { Begin, Update, End, Cancel };
 

@@ -260,6 +260,7 @@ void ObjectScene::updateContainer(ContainerSlot slot) {
   const bool isNew = scene_.find(id) == nullptr;
   if (container == nullptr || (isNew && !shape.visible)) {
     if (!isNew) scene_.find(id)->visible = false;
+    if (contentLayout_) contentLayout_(slot);
     return;
   }
   Node& node = scene_.create(id, containerParent());

@@ -10,6 +10,8 @@
 
 namespace varnowick {
 
+class FolderContainers;
+
 struct Desk {
   Platform platform;
   Document& document;
@@ -17,6 +19,7 @@ struct Desk {
   GdiFonts& fonts;
   GdiTextMeasure& measure;
   ModalDepth& modal;
+  FolderContainers* folders = nullptr;  // null where no folders are shown
 };
 
 }  // namespace varnowick

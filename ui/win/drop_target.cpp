@@ -91,11 +91,12 @@ DroppedPath pathDropped(std::wstring path) {
 // The names behind a DROPFILES header, each ended by a NUL, the last by two. The
 // system's own reader would trust the header of a foreign block.
 template <class Character>
-std::vector<std::basic_string<Character>> namesIn(const char* from, const char* end) {
+std::vector<std::basic_string<Character>> namesIn(const char* from, const char* end,
+                                                  std::size_t most) {
   std::vector<std::basic_string<Character>> names;
   const auto* at = reinterpret_cast<const Character*>(from);
   const auto* last = at + static_cast<std::size_t>(end - from) / sizeof(Character);
-  while (at < last && names.size() < kMaxDroppedPaths) {
+  while (at < last && names.size() < most) {
     const auto* stop = std::find(at, last, Character{});
     if (stop == at || stop == last) break;
     names.emplace_back(at, stop);
@@ -104,22 +105,21 @@ std::vector<std::basic_string<Character>> namesIn(const char* from, const char* 
   return names;
 }
 
-void readPaths(IDataObject& data, std::vector<DroppedPath>& paths) {
+std::vector<std::wstring> pathsIn(IDataObject& data, std::size_t most) {
   const Medium medium(data, CF_HDROP);
-  if (medium.size() < sizeof(DROPFILES)) return;
+  if (medium.size() < sizeof(DROPFILES)) return {};
   const auto* header = static_cast<const DROPFILES*>(medium.memory());
   const auto* begin = static_cast<const char*>(medium.memory());
-  if (header->pFiles < sizeof(DROPFILES) || header->pFiles > medium.size()) return;
+  if (header->pFiles < sizeof(DROPFILES) || header->pFiles > medium.size()) return {};
   const char* from = begin + header->pFiles;
   const char* end = begin + medium.size();
   if (header->fWide) {
-    if (header->pFiles % sizeof(wchar_t) != 0) return;
-    for (std::wstring& name : namesIn<wchar_t>(from, end))
-      paths.push_back(pathDropped(std::move(name)));
-  } else {
-    for (const std::string& name : namesIn<char>(from, end))
-      paths.push_back(pathDropped(fromAnsi(name)));
+    if (header->pFiles % sizeof(wchar_t) != 0) return {};
+    return namesIn<wchar_t>(from, end, most);
   }
+  std::vector<std::wstring> paths;
+  for (const std::string& name : namesIn<char>(from, end, most)) paths.push_back(fromAnsi(name));
+  return paths;
 }
 
 // Browsers describe the link as a file, "Title of the page.url".
@@ -145,7 +145,9 @@ bool offersDroppable(IDataObject& data) {
 
 Dropped readDropped(IDataObject& data) {
   Dropped result;
-  if (offers(data, CF_HDROP)) readPaths(data, result.paths);
+  if (offers(data, CF_HDROP))
+    for (std::wstring& path : pathsIn(data, kMaxDroppedPaths))
+      result.paths.push_back(pathDropped(std::move(path)));
   if (!result.paths.empty()) return result;
   if (offers(data, urlFormat()))
     result.address = Medium(data, urlFormat()).wideText(kMostDroppedText);
@@ -163,6 +165,10 @@ Dropped readClipboard() {
   ComPtr<IDataObject> data;
   if (FAILED(OleGetClipboard(data.put())) || !data) return Dropped{};
   return readDropped(*data.get());
+}
+
+std::vector<std::wstring> droppedPaths(IDataObject& data, std::size_t most) {
+  return offers(data, CF_HDROP) ? pathsIn(data, most) : std::vector<std::wstring>();
 }
 
 class DropTarget::Object final : public IDropTarget {
@@ -192,17 +198,31 @@ class DropTarget::Object final : public IDropTarget {
   HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL at,
                                       DWORD* effect) override {
     acceptable_ = data != nullptr && offersDroppable(*data);
+    data_.reset();
+    if (acceptable_) {
+      data->AddRef();
+      data_ = ComPtr<IDataObject>::adopt(data);
+    }
     if (owner_ != nullptr) owner_->active_ = true;
     return DragOver(keys, at, effect);
   }
-  HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL at, DWORD* effect) override {
+  HRESULT STDMETHODCALLTYPE DragOver(DWORD keys, POINTL at, DWORD* effect) override {
     const bool welcome = acceptable_ && owner_ != nullptr && owner_->hooks_.over({at.x, at.y});
+    special_ = false;
+    if (welcome && owner_->hooks_.effect) {
+      if (const auto own = owner_->hooks_.effect({at.x, at.y}, *data_.get(), keys, *effect)) {
+        special_ = true;
+        *effect &= *own;
+        return S_OK;
+      }
+    }
     // A shortcut is a link to what was dropped; some sources offer copying only.
     *effect &= welcome ? ((*effect & DROPEFFECT_LINK) != 0 ? DROPEFFECT_LINK : DROPEFFECT_COPY)
                        : DROPEFFECT_NONE;
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE DragLeave() override {
+    data_.reset();
     if (owner_ == nullptr) return S_OK;
     owner_->active_ = false;
     owner_->hooks_.leave();
@@ -213,7 +233,12 @@ class DropTarget::Object final : public IDropTarget {
     if (owner_ == nullptr) return S_OK;
     owner_->active_ = false;
     owner_->hooks_.leave();
+    data_.reset();
     if (*effect == DROPEFFECT_NONE) return S_OK;
+    if (special_) {
+      *effect = owner_->hooks_.take({at.x, at.y}, *data, *effect);
+      return S_OK;
+    }
     if (!owner_->hooks_.drop({at.x, at.y}, readDropped(*data))) *effect = DROPEFFECT_NONE;
     return S_OK;
   }
@@ -221,7 +246,9 @@ class DropTarget::Object final : public IDropTarget {
  private:
   DropTarget* owner_;
   LONG count_ = 1;
+  ComPtr<IDataObject> data_;  // while it is over the window
   bool acceptable_ = false;
+  bool special_ = false;  // the last effect came from the owner's hook
 };
 
 bool DropTarget::attach(HWND window) {

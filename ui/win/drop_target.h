@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ inline constexpr std::size_t kMostDroppedText = 5'000'000;
 // Whether the object offers anything that readDropped takes.
 bool offersDroppable(IDataObject& data);
 Dropped readDropped(IDataObject& data);
+// The files that the object offers, at most that many; full paths as it has them.
+std::vector<std::wstring> droppedPaths(IDataObject& data, std::size_t most);
 // With nothing in it when the clipboard holds nothing of use.
 Dropped readClipboard();
 
@@ -30,6 +33,12 @@ class DropTarget {
     std::function<bool(POINT screen)> over;
     std::function<bool(POINT screen, const Dropped& data)> drop;
     std::function<void()> leave;
+    // Both may be empty. What a drop of the object would do at that point where it
+    // does not become a shortcut, of the effects that the source allows; and the
+    // drop that does it. The effect that is told to the source comes back.
+    std::function<std::optional<DWORD>(POINT screen, IDataObject& data, DWORD keys, DWORD allowed)>
+        effect{};
+    std::function<DWORD(POINT screen, IDataObject& data, DWORD effect)> take{};
   };
   explicit DropTarget(Hooks hooks) : hooks_(std::move(hooks)) {}
   ~DropTarget() { revoke(); }

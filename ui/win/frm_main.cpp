@@ -37,8 +37,8 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
       images_(platform.system.programFolder() + L"\\Images"),
       measure_(platform.monitors.density()),
       workspaceScene_(document_.settings, document_.workspace, &measure_),
-      pane_({platform_, document_, images_, fonts_, measure_, modal_}, workspaceScene_, *this,
-            kProgramTitle),
+      folders_(platform, document_, modal),
+      pane_(desk(), workspaceScene_, *this, kProgramTitle),
       docking_(platform, document_.settings,
                {.keepOpen =
                     [this] {
@@ -57,9 +57,8 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                       if (change == DockChange::Expanded) announce(handle(), kEventExpanded);
                       if (change == DockChange::Collapsed) announce(handle(), kEventCollapsed);
                     }}),
-      containers_({platform_, document_, images_, fonts_, measure_, modal_}, workspaceScene_, pane_,
-                  docking_, [this] { saveSoon(); }),
-      detached_({platform_, document_, images_, fonts_, measure_, modal_}, *this, detachedHooks()),
+      containers_(desk(), workspaceScene_, pane_, docking_, [this] { saveSoon(); }),
+      detached_(desk(), *this, detachedHooks()),
       extras_({platform_, document_, workspaceScene_, pane_.view(), images_, fonts_, measure_,
                docking_},
               {.run =
@@ -220,7 +219,8 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 // forward instead.
 bool frmMain::busyElsewhere() {
   if (!modal_.active()) return ended_;
-  SetForegroundWindow(GetLastActivePopup(handle()));
+  const HWND waiting = detached_.disabledWindow();
+  SetForegroundWindow(GetLastActivePopup(waiting != nullptr ? waiting : handle()));
   return true;
 }
 

@@ -20,6 +20,7 @@
 #include "ui/win/desk.h"
 #include "ui/win/detached_windows.h"
 #include "ui/win/docking_driver.h"
+#include "ui/win/folder_containers.h"
 #include "ui/win/frm_add_shortcut.h"
 #include "ui/win/win_events.h"
 #include "ui/win/window.h"
@@ -56,6 +57,8 @@ class frmMain final : public Window, private PaneOwner {
   void bringForward();
   void onDestroy();
   LRESULT onHitTest(POINT screen) const;
+
+  Desk desk() { return {platform_, document_, images_, fonts_, measure_, modal_, &folders_}; }
 
   // The scene (frm_main.cpp)
   FrameLayout frameLayout() const;
@@ -127,6 +130,7 @@ class frmMain final : public Window, private PaneOwner {
   GdiFonts fonts_;
   GdiTextMeasure measure_;
   WorkspaceScene workspaceScene_;
+  FolderContainers folders_;
   WorkspacePane pane_;
   DockingDriver docking_;
   ContainerDriver containers_;

@@ -32,14 +32,19 @@ WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& ow
       owner_(owner),
       view_(scene.scene(), desk.images, desk.fonts),
       editor_(desk.document, scene),
-      dropTarget_({.over = [this](POINT at) { return dropIsWelcome(at); },
-                   .drop = [this](POINT at, const Dropped& data) { return acceptDrop(at, data); },
-                   .leave =
-                       [this] {
-                         editor_.unmarkDrop();
-                         owner_.dragLeft();
-                         view_.invalidate();
-                       }}),
+      dropTarget_(
+          {.over = [this](POINT at) { return dropIsWelcome(at); },
+           .drop = [this](POINT at, const Dropped& data) { return acceptDrop(at, data); },
+           .leave =
+               [this] {
+                 editor_.unmarkDrop();
+                 owner_.dragLeft();
+                 view_.invalidate();
+               },
+           .effect = [this](POINT at, IDataObject& data, DWORD keys,
+                            DWORD allowed) { return folderDropEffect(at, data, keys, allowed); },
+           .take = [this](POINT at, IDataObject& data,
+                          DWORD effect) { return dropOnFolder(at, data, effect); }}),
       accessibleItems_(scene.scene(), view_.input(), std::move(title),
                        [this](NodeId node) {
                          return PostMessageW(window_, kMsgAction, static_cast<WPARAM>(node.kind),
@@ -59,6 +64,7 @@ void WorkspacePane::attach(HWND window) {
   nameEdit_.attach(window, density);
   noteEdit_.attach(window, density);
   gestures_.setThreshold({{GetSystemMetrics(SM_CXDRAG)}, {GetSystemMetrics(SM_CYDRAG)}});
+  attachFolders();
 }
 
 void WorkspacePane::setPalette(const Palette& palette) {
@@ -68,6 +74,7 @@ void WorkspacePane::setPalette(const Palette& palette) {
 }
 
 void WorkspacePane::detach() {
+  detachFolders();
   dropTarget_.revoke();
   accessible_.disconnect();
 }
@@ -108,6 +115,7 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       return 0;
     case WM_MOUSEWHEEL:
       if (wheelOverNote(pointOf(lParam), GET_WHEEL_DELTA_WPARAM(wParam))) return 0;
+      if (wheelOverFolder(pointOf(lParam), GET_WHEEL_DELTA_WPARAM(wParam))) return 0;
       onWheel(GET_WHEEL_DELTA_WPARAM(wParam));
       return 0;
     case WM_CONTEXTMENU:
@@ -126,6 +134,9 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
       if (onKeyDown(static_cast<int>(wParam)) || message == WM_KEYDOWN) return 0;
+      return std::nullopt;
+    case WM_CHAR:
+      if (typedInFolder(static_cast<wchar_t>(wParam))) return 0;
       return std::nullopt;
     case WM_GETOBJECT:
       if (const LRESULT answer = accessible_.getObject(window_, wParam, lParam); answer != 0)
@@ -190,8 +201,9 @@ void WorkspacePane::onLeftDown(POINT client) {
   const NodeId node = view_.mousePressed(client);
   SetCapture(window_);
   const bool ctrl = isDown(VK_CONTROL);
-  const GestureKind drag = editor_.dragFrom(node, view_.toScene(client));
-  editor_.pressed(node, ctrl);
+  const GestureKind drag =
+      canDragFiles(node) ? GestureKind::DragFiles : editor_.dragFrom(node, view_.toScene(client));
+  if (!pressedFolder(node)) editor_.pressed(node, ctrl);
   if (!shortcutOf(node).none()) view_.focus(node);
   gestures_.press(node, drag, toScreen(client), ctrl);
   owner_.pressed(node, client);
@@ -215,14 +227,15 @@ void WorkspacePane::onLeftUp(POINT client) {
   ReleaseCapture();
   if (!event) return;
   const bool click = event->kind == GestureKind::Click;
-  editor_.released(event->node, event->ctrl, !click);
+  if (!releasedFolder(event->node, click)) editor_.released(event->node, event->ctrl, !click);
   owner_.released(event->node, click);
   view_.invalidate();
   onGesture(*event);
   // Of two quick clicks one starts the shortcut: the one the user has chosen.
   const bool starts =
       shortcutOf(node).none() || doubleClicked_ == desk_.document.settings.doubleClick;
-  if (click && starts && !event->ctrl && !node.none() && !clickGuard_.blocked())
+  if (click && !clickedFolder(node) && starts && !event->ctrl && !node.none() &&
+      !clickGuard_.blocked())
     clicked(node, client);
   launchSuppressed_ = false;
 }
@@ -235,7 +248,7 @@ void WorkspacePane::clicked(NodeId node, POINT at) {
 
 // The default action of a node, which does not depend on what clicks are set to do.
 void WorkspacePane::activate(NodeId node) {
-  if (node.none()) return;
+  if (node.none() || openFile(node)) return;
   if (node.kind == ControlKind::ContainerLabel) node.kind = ControlKind::lblFoldUnfold;
   const PixelRect r = view_.toClient(node);
   clicked(node, {r.left.value + r.width.value / 2, r.top.value + r.height.value / 2});
@@ -246,7 +259,7 @@ void WorkspacePane::onContextMenu(POINT screen) {
   NodeId node;
   if (screen.x == -1 && screen.y == -1) {
     // From the keyboard: at the focused object, or in the window's corner.
-    node = view_.input().focused();
+    node = currentOf(view_.input().focused());
     const PixelRect r = node.none() ? PixelRect{{0}, {0}, {0}, {24}} : view_.toClient(node);
     client = {r.left.value + 8, r.bottom().value};
     screen = client;
@@ -263,7 +276,7 @@ void WorkspacePane::onContextMenu(POINT screen) {
     view_.invalidate();
     return showMenu(MenuId::Shortcut, screen);
   }
-  if (owner_.ownMenu(node, screen)) return;
+  if (folderMenu(node, screen) || owner_.ownMenu(node, screen)) return;
   const ContainerSlot container = containerOf(node);
   const bool onTitle =
       node.kind == ControlKind::ContainerLabel || node.kind == ControlKind::ContainerIcon;
@@ -298,6 +311,7 @@ void WorkspacePane::moveFocus(Point<int> direction, bool backwards) {
 bool WorkspacePane::onKeyDown(int key) {
   const int modifiers = (isDown(VK_SHIFT) ? kShift : 0) + (isDown(VK_CONTROL) ? kCtrl : 0) +
                         (isDown(VK_MENU) ? kAlt : 0);
+  menuContainer_ = {};  // keys are about what is selected
   if (key == VK_ESCAPE && gestures_.dragging()) {
     ReleaseCapture();
     return true;
@@ -307,7 +321,7 @@ bool WorkspacePane::onKeyDown(int key) {
     owner_.drawModeEnded();
     return true;
   }
-  if (owner_.keyDown(key, modifiers)) return true;
+  if (keyInFolder(key) || owner_.keyDown(key, modifiers)) return true;
   const Point<int> direction{(key == VK_RIGHT ? 1 : 0) - (key == VK_LEFT ? 1 : 0),
                              (key == VK_DOWN ? 1 : 0) - (key == VK_UP ? 1 : 0)};
   if (modifiers == 0 && direction != Point<int>{}) {

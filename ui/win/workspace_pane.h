@@ -189,6 +189,10 @@ class WorkspacePane {
   void noteTyped(ContainerSlot slot, const std::wstring& text);
   bool newNote();
 
+  // Pictures (workspace_pane_pictures.cpp)
+  Panel panelForPicture() const;
+  void addPicture();
+
   // Commands (workspace_pane_commands.cpp)
   bool runHere(Command command);
   bool runForContainers(Command command);
@@ -203,6 +207,24 @@ class WorkspacePane {
   bool anythingSelected() const {
     return !editor_.selection().empty() || !currentShortcut().none();
   }
+
+  // Folder containers (workspace_pane_folders.cpp)
+  void attachFolders();
+  void detachFolders();
+  bool pressedFolder(NodeId node);
+  bool releasedFolder(NodeId node, bool click);
+  bool clickedFolder(NodeId node);
+  bool canDragFiles(NodeId node) const;
+  void dragFiles(NodeId node);
+  bool draggingFiles() const;
+  bool openFile(NodeId node);
+  bool folderMenu(NodeId node, POINT screen);
+  NodeId currentOf(NodeId node) const;
+  bool wheelOverFolder(POINT screen, int delta);
+  bool keyInFolder(int key);
+  bool typedInFolder(wchar_t letter);
+  std::optional<DWORD> folderDropEffect(POINT screen, IDataObject& data, DWORD keys, DWORD allowed);
+  DWORD dropOnFolder(POINT screen, IDataObject& data, DWORD effect);
 
   Desk desk_;
   ObjectScene& scene_;

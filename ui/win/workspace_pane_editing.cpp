@@ -33,6 +33,9 @@ void WorkspacePane::onGesture(const GestureEvent& event) {
       return resizeObject(event);
     case GestureKind::DrawContainer:
       return drawContainer(event);
+    case GestureKind::DragFiles:
+      if (event.phase == GesturePhase::Begin) dragFiles(event.node);
+      return;
     case GestureKind::RubberBand:
       if (event.phase == GesturePhase::Begin || event.phase == GesturePhase::Update)
         editor_.band(toScene(event.start), toScene(event.now));
@@ -195,7 +198,9 @@ void WorkspacePane::addShortcuts(std::vector<clsShortcut> shortcuts, const Point
 }
 
 bool WorkspacePane::dropIsWelcome(POINT screen) {
-  if (desk_.modal.active() || desk_.document.settings.locked) return false;
+  // While files are dragged out of here there is nothing that a drop could disturb.
+  const bool busy = desk_.modal.active() && !draggingFiles();
+  if (busy || desk_.document.settings.locked) return false;
   owner_.draggedOver(screen);
   editor_.markDrop(toScene({{screen.x}, {screen.y}}));
   view_.invalidate();

@@ -1,0 +1,222 @@
+#include "platform/win32/win32_file_operations.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "platform/win32/critical_section.h"
+#include "platform/win32/handles.h"
+#include "platform/win32/win32_error.h"
+#include "platform/win32/win32_files.h"
+
+namespace varnowick {
+namespace {
+
+// Newer than some headers: asks before something is deleted for good because the
+// bin cannot take it.
+constexpr FILEOP_FLAGS kWantNukeWarning = 0x4000;
+// What the shell reads of a path; it would cut a longer one.
+constexpr std::size_t kMostShellPath = MAX_PATH - 1;
+
+std::wstring shellErrorText(int code) {
+  // Codes of the shell's own, some with numbers of older system errors.
+  constexpr int kFirstOwn = 0x71, kLastOwn = 0x88;
+  switch (code) {
+    case 0x74:
+      return L"A whole drive cannot be handled.";
+    case 0x78:
+      return L"Access is denied.";
+    case 0x79:
+    case 0x81:
+      return L"The path is too long.";
+    case 0x7C:
+    case 0x402:
+      return L"The file is not there any more.";
+    case 0x7D:
+      return L"The folder cannot take it: it is the same one or lies in it.";
+    case 0x7E:
+    case 0x80:
+      return L"There is a file or folder of that name already.";
+    default:
+      break;
+  }
+  if (code >= kFirstOwn && code <= kLastOwn) return L"The files cannot be handled.";
+  return systemErrorText(static_cast<DWORD>(code));
+}
+
+// The shell ends its lists at an empty name, and takes wildcards for what they mean.
+bool mayGoToShell(const std::wstring& path) {
+  return path.size() >= 3 && path.size() <= kMostShellPath &&
+         path.find_first_of(std::wstring_view(L"*?\"<>|\0", 7)) == std::wstring::npos &&
+         (path[1] == L':' || (path[0] == L'\\' && path[1] == L'\\'));
+}
+
+bool isFolder(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+FileOperationResult rename(const FileOperation& operation) {
+  FileOperationResult result{operation, false, {}};
+  const std::wstring from = pathForSystem(operation.from.front());
+  const std::wstring to = pathForSystem(operation.to);
+  // Without the flag to replace: another file of that name stays.
+  if (!MoveFileExW(from.c_str(), to.c_str(), 0)) result.error = systemErrorText(GetLastError());
+  return result;
+}
+
+UINT functionOf(FileAction action) {
+  switch (action) {
+    case FileAction::Copy:
+      return FO_COPY;
+    case FileAction::Move:
+      return FO_MOVE;
+    default:
+      return FO_DELETE;
+  }
+}
+
+// The window that owns what the shell shows: unseen, in the middle of the screen
+// where the program's window is, and in front like that one.
+class OwnerForShell {
+ public:
+  explicit OwnerForShell(HWND beside) {
+    MONITORINFO about{};
+    about.cbSize = sizeof about;
+    const HMONITOR monitor = MonitorFromWindow(beside, MONITOR_DEFAULTTOPRIMARY);
+    if (!GetMonitorInfoW(monitor, &about)) about.rcWork = {0, 0, 640, 480};
+    const RECT& work = about.rcWork;
+    window_ = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_TOPMOST, L"STATIC", L"Varnowick", WS_POPUP,
+                              (work.left + work.right) / 2, (work.top + work.bottom) / 2, 0, 0,
+                              nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+  }
+  OwnerForShell(const OwnerForShell&) = delete;
+  OwnerForShell& operator=(const OwnerForShell&) = delete;
+  ~OwnerForShell() {
+    if (window_ != nullptr) DestroyWindow(window_);
+  }
+  HWND get() const { return window_; }
+
+ private:
+  HWND window_ = nullptr;
+};
+
+}  // namespace
+
+FileOperationResult carryOut(const FileOperation& operation, HWND window) {
+  FileOperationResult result{operation, false, {}};
+  if (operation.action == FileAction::None || operation.from.empty()) return result;
+  if (operation.action == FileAction::Rename) return rename(operation);
+
+  const bool deletes = operation.action == FileAction::Recycle;
+  bool allowed = deletes || mayGoToShell(operation.to);
+  for (const std::wstring& path : operation.from) allowed = allowed && mayGoToShell(path);
+  if (!allowed) result.error = systemErrorText(ERROR_INVALID_NAME);
+  // The shell would make a folder that has gone meanwhile, or a file of its name.
+  else if (!deletes && !isFolder(operation.to))
+    result.error = systemErrorText(ERROR_PATH_NOT_FOUND);
+  if (!result.error.empty()) return result;
+  std::wstring from;
+  for (const std::wstring& path : operation.from) {
+    // What has gone meanwhile must not keep the others from being handled.
+    if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
+      result.error = systemErrorText(GetLastError());
+    else
+      from += path + L'\0';
+  }
+  if (from.empty()) return result;
+  const std::wstring to = operation.to + L'\0';
+
+  SHFILEOPSTRUCTW shell{};
+  shell.hwnd = window;
+  shell.wFunc = functionOf(operation.action);
+  shell.pFrom = from.c_str();
+  shell.pTo = deletes ? nullptr : to.c_str();
+  int flags = FOF_NOCONFIRMMKDIR;
+  // The program has asked already, in its own words.
+  if (deletes) flags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION | kWantNukeWarning;
+  if (!deletes) flags |= FOF_ALLOWUNDO;
+  if (operation.renameOnCollision) flags |= FOF_RENAMEONCOLLISION;
+  shell.fFlags = static_cast<FILEOP_FLAGS>(flags);
+  const int code = SHFileOperationW(&shell);
+  result.cancelled = shell.fAnyOperationsAborted || code == ERROR_CANCELLED || code == 0x75;
+  if (code != 0 && !result.cancelled) result.error = shellErrorText(code);
+  return result;
+}
+
+// What the threads and the object both hold.
+struct Win32FileOperations::Shared {
+  CriticalSection lock;  // around everything below
+  HWND owner = nullptr;
+  UINT message = 0;
+  bool announced = false;
+  int running = 0;
+  std::vector<FileOperationResult> results;
+
+  void deliver(FileOperationResult result) {
+    const Lock locked(lock);
+    --running;
+    results.push_back(std::move(result));
+    if (owner != nullptr && !announced) announced = PostMessageW(owner, message, 0, 0) != 0;
+  }
+};
+
+struct Win32FileOperations::Job {
+  std::shared_ptr<Shared> shared;
+  FileOperation operation;
+  HWND beside = nullptr;
+};
+
+Win32FileOperations::Win32FileOperations(HWND owner, UINT message)
+    : shared_(std::make_shared<Shared>()) {
+  shared_->owner = owner;
+  shared_->message = message;
+}
+
+Win32FileOperations::~Win32FileOperations() {
+  const Lock locked(shared_->lock);
+  shared_->owner = nullptr;
+}
+
+void Win32FileOperations::start(FileOperation operation) {
+  if (operation.action == FileAction::None || operation.from.empty()) return;
+  auto job = std::make_unique<Job>(Job{shared_, std::move(operation), shared_->owner});
+  {
+    const Lock locked(shared_->lock);
+    ++shared_->running;
+  }
+  const KernelHandle thread(CreateThread(nullptr, 0, threadMain, job.get(), 0, nullptr));
+  if (thread)
+    job.release();
+  else
+    shared_->deliver({job->operation, false, systemErrorText(GetLastError())});
+}
+
+DWORD WINAPI Win32FileOperations::threadMain(void* context) {
+  const std::unique_ptr<Job> job(static_cast<Job*>(context));
+  FileOperationResult result{job->operation, false, {}};
+  try {
+    const ComApartment com;
+    const OwnerForShell window(job->beside);
+    result = carryOut(job->operation, window.get());
+  } catch (const std::exception&) {
+    result.error = systemErrorText(ERROR_NOT_ENOUGH_MEMORY);
+  }
+  job->shared->deliver(std::move(result));
+  return 0;
+}
+
+std::vector<FileOperationResult> Win32FileOperations::take() {
+  const Lock locked(shared_->lock);
+  shared_->announced = false;
+  return std::exchange(shared_->results, {});
+}
+
+bool Win32FileOperations::busy() {
+  const Lock locked(shared_->lock);
+  return shared_->running > 0;
+}
+
+}  // namespace varnowick

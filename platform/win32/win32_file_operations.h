@@ -1,0 +1,41 @@
+// The shell behind FileOperations: one thread for each operation, with a window of
+// its own for what the shell asks and shows there, so that no dialog of it holds up
+// the bar.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/file_operations.h"
+
+namespace varnowick {
+
+class Win32FileOperations final : public FileOperations {
+ public:
+  // The message is posted to the owner when there is something to take(). Dialogs
+  // of the shell come up in the middle of the owner's screen.
+  Win32FileOperations(HWND owner, UINT message);
+  // Operations that still run are left behind; they end with the process.
+  ~Win32FileOperations() override;
+  Win32FileOperations(const Win32FileOperations&) = delete;
+  Win32FileOperations& operator=(const Win32FileOperations&) = delete;
+
+  void start(FileOperation operation) override;
+  std::vector<FileOperationResult> take() override;
+  bool busy() override;
+
+ private:
+  struct Shared;
+  struct Job;
+  static DWORD WINAPI threadMain(void* job);
+  std::shared_ptr<Shared> shared_;
+};
+
+// Carries the operation out in the calling thread. The window may be none. What may
+// not be handed to the shell is refused with an error.
+FileOperationResult carryOut(const FileOperation& operation, HWND window);
+
+}  // namespace varnowick

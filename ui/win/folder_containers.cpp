@@ -1,0 +1,187 @@
+#include "ui/win/folder_containers.h"
+
+#include <algorithm>
+
+#include "containers/folder_operations.h"
+#include "containers/folder_path.h"
+#include "platform/msg_box.h"
+#include "platform/win32/win32_file_operations.h"
+#include "platform/win32/win32_folder_source.h"
+#include "shortcuts/selection.h"
+#include "ui/scene/folder_rows.h"
+#include "ui/win/accessible.h"
+#include "ui/win/win_events.h"
+
+namespace varnowick {
+namespace {
+
+constexpr UINT kMsgNews = WM_APP + 1;
+constexpr UINT kMsgDone = WM_APP + 2;
+constexpr UINT kMsgTell = WM_APP + 3;
+// A dialog is open: messages are tried again then.
+constexpr UINT_PTR kTellTimer = 1;
+constexpr UINT kTellMilliseconds = 500;
+
+std::wstring expandEnvironment(const std::wstring& text) {
+  const DWORD length = ExpandEnvironmentStringsW(text.c_str(), nullptr, 0);
+  if (length == 0) return text;
+  std::wstring expanded(length, L'\0');
+  ExpandEnvironmentStringsW(text.c_str(), expanded.data(), length);
+  expanded.resize(length - 1);
+  return expanded;
+}
+
+}  // namespace
+
+FolderContainers::FolderContainers(const Platform& platform, Document& document, ModalDepth& modal)
+    : platform_(platform), document_(document), modal_(modal) {}
+
+FolderContainers::~FolderContainers() { destroy(); }
+
+// Only who has a folder container pays for one.
+bool FolderContainers::start() {
+  if (source_) return true;
+  Create options;
+  options.className = L"VarnowickFolders";
+  options.style = WS_POPUP;  // never shown
+  options.exStyle = WS_EX_TOOLWINDOW;
+  if (handle() == nullptr && !create(options)) return false;
+  source_ = std::make_unique<Win32FolderSource>(handle(), kMsgNews, &sortEntries);
+  operations_ = std::make_unique<Win32FileOperations>(handle(), kMsgDone);
+  return true;
+}
+
+LRESULT FolderContainers::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case kMsgNews:
+      takeNews();
+      return 0;
+    case kMsgDone:
+      for (const FileOperationResult& result : operations_->take()) say(failureMessage(result));
+      return 0;
+    case WM_TIMER:
+      KillTimer(handle(), kTellTimer);
+      tellWaiting();
+      return 0;
+    case kMsgTell:
+      tellWaiting();
+      return 0;
+    default:
+      return Window::handleMessage(message, wParam, lParam);
+  }
+}
+
+void FolderContainers::attach(const FolderPane& pane) { panes_.push_back(pane); }
+
+void FolderContainers::detach(HWND window) {
+  std::erase_if(panes_, [window](const FolderPane& pane) { return pane.window == window; });
+  for (auto& [slot, container] : shown_)
+    if (paneOf({slot}) == nullptr) stop({slot});
+}
+
+const FolderPane* FolderContainers::paneOf(ContainerSlot slot) const {
+  for (const FolderPane& pane : panes_)
+    if (pane.objects->scene().shown(folderListNode(slot))) return &pane;
+  return nullptr;
+}
+
+FolderContainers::Shown* FolderContainers::shown(ContainerSlot slot) {
+  const auto at = shown_.find(slot.index);
+  return at == shown_.end() ? nullptr : &at->second;
+}
+
+FolderView* FolderContainers::viewOf(NodeId node) {
+  const auto at = shown_.find(folderContainerOf(node).index);
+  return at == shown_.end() ? nullptr : &at->second.view;
+}
+
+const FolderView* FolderContainers::viewOf(NodeId node) const {
+  const auto at = shown_.find(folderContainerOf(node).index);
+  return at == shown_.end() ? nullptr : &at->second.view;
+}
+
+std::wstring FolderContainers::folderOf(ContainerSlot slot) const {
+  const clsContainer* container = document_.workspace.containers.find(slot);
+  if (container == nullptr || containerType(*container) != ContainerType::Folder) return {};
+  return folderPath(container->CopyPath, platform_.system.programFolder(), &expandEnvironment);
+}
+
+void FolderContainers::laidOut(ContainerSlot slot) {
+  const clsContainer* container = document_.workspace.containers.find(slot);
+  const bool isFolder = container != nullptr && containerType(*container) == ContainerType::Folder;
+  if (!isFolder) {
+    stop(slot);
+    shown_.erase(slot.index);
+    return;
+  }
+  if (paneOf(slot) == nullptr) return stop(slot);
+  if (!start()) return;
+  Shown* found = shown(slot);
+  if (found == nullptr || found->text != container->CopyPath) {
+    const std::wstring path = folderOf(slot);
+    // What is no path is shown as it stands, and said to be missing.
+    Shown fresh{FolderView(path.empty() ? container->CopyPath : path), container->CopyPath};
+    if (path.empty()) fresh.view.apply({FolderState::Missing});
+    found = &(shown_.insert_or_assign(slot.index, std::move(fresh)).first->second);
+    if (path.empty()) source_->unwatch(slot.index);
+  }
+  if (isPlainFullPath(found->view.path())) source_->watch(slot.index, found->view.path());
+  show(slot);
+}
+
+// Out of sight it is not watched; what was seen last is kept for the next time.
+void FolderContainers::stop(ContainerSlot slot) {
+  if (source_) source_->unwatch(slot.index);
+}
+
+void FolderContainers::show(ContainerSlot slot) {
+  const FolderPane* pane = paneOf(slot);
+  Shown* found = shown(slot);
+  if (pane != nullptr && found != nullptr)
+    layoutFolderRows(pane->objects->scene(), slot, found->view);
+}
+
+// The view has changed: its rows follow.
+void FolderContainers::changed(ContainerSlot slot, bool rowsCameOrWent) {
+  const FolderPane* pane = paneOf(slot);
+  if (pane == nullptr) return;
+  show(slot);
+  pane->view->invalidate(folderListNode(slot));
+  pane->edit->arrange();
+  if (rowsCameOrWent) announce(pane->window, kEventSceneChanged);
+}
+
+void FolderContainers::takeNews() {
+  for (FolderNews& news : source_->take()) {
+    const ContainerSlot slot{news.id};
+    Shown* found = shown(slot);
+    if (found == nullptr || !found->view.apply(std::move(news.listing))) continue;
+    changed(slot, true);
+  }
+}
+
+// Messages wait until no dialog is open, and for whoever is dragging.
+void FolderContainers::say(std::wstring message) {
+  if (message.empty() || handle() == nullptr) return;
+  messages_.push_back(std::move(message));
+  PostMessageW(handle(), kMsgTell, 0, 0);
+}
+
+void FolderContainers::tellWaiting() {
+  if (telling_) return;
+  telling_ = true;
+  while (!messages_.empty() && !modal_.active()) {
+    const std::wstring message = messages_.front();
+    messages_.pop_front();
+    platform_.msgBox.show(message, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+  }
+  telling_ = false;
+  if (!messages_.empty()) SetTimer(handle(), kTellTimer, kTellMilliseconds, nullptr);
+}
+
+bool FolderContainers::refusedByLock() {
+  if (document_.settings.locked) say(kLockedMessage);
+  return document_.settings.locked;
+}
+
+}  // namespace varnowick

@@ -1,0 +1,146 @@
+// The folder containers of the program: what each shows of its folder, wherever it is
+// shown, and what the mouse, the keyboard, menus and drops do with the files in it.
+// Only folders that can be seen are watched. It changes files and never records.
+#pragma once
+
+#include <objidl.h>
+#include <windows.h>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "containers/folder_view.h"
+#include "core/document.h"
+#include "platform/file_operations.h"
+#include "platform/platform.h"
+#include "shortcuts/launch.h"
+#include "ui/scene/object_scene.h"
+#include "ui/win/in_place_edit.h"
+#include "ui/win/modal.h"
+#include "ui/win/scene_view.h"
+#include "ui/win/window.h"
+
+namespace varnowick {
+
+// A window that may show folder containers. All is borrowed, from attach to detach.
+struct FolderPane {
+  ObjectScene* objects = nullptr;
+  SceneView* view = nullptr;
+  LaunchHost* host = nullptr;
+  InPlaceEdit* edit = nullptr;
+  HWND window = nullptr;
+};
+
+// Keys held while the mouse or the keyboard is used.
+struct HeldKeys {
+  bool ctrl = false;
+  bool shift = false;
+  bool alt = false;
+};
+
+class FolderContainers final : public Window {
+ public:
+  // All are borrowed and must outlive it.
+  FolderContainers(const Platform& platform, Document& document, ModalDepth& modal);
+  ~FolderContainers() override;
+
+  void attach(const FolderPane& pane);
+  // Before the window is destroyed.
+  void detach(HWND window);
+  // The container's parts have been laid out, or it has gone.
+  void laidOut(ContainerSlot slot);
+
+  // The folder that the container shows; empty when it shows none.
+  std::wstring folderOf(ContainerSlot slot) const;
+  // Files are being copied, moved or deleted.
+  bool busy() { return operations_ && operations_->busy(); }
+  // Files are being dragged out of a folder container.
+  bool dragging() const { return dragging_; }
+  // Puts files into the bin, after asking where the settings want that. False when
+  // nothing has been begun; the user has been told why.
+  bool recycle(const std::vector<std::wstring>& paths);
+  // The same where the user has been asked already.
+  void recycleUnasked(const std::vector<std::wstring>& paths);
+
+  // The mouse on a node. Each is false when that is none of ours.
+  bool pressed(NodeId node, HeldKeys keys);
+  bool released(NodeId node, HeldKeys keys, bool click);
+  bool clicked(NodeId node, bool doubleClick, HeldKeys keys);
+  bool contextMenu(NodeId node, POINT screen);
+  // Of the wheel's own units, 120 for a notch.
+  bool wheel(NodeId node, int delta);
+  bool canDrag(NodeId node) const;
+  // For a list the row that keys act on, if it is in sight; other nodes as they are.
+  NodeId currentRow(NodeId node) const;
+  void drag(NodeId node);
+
+  // Keys while the node has the focus.
+  bool keyDown(NodeId focused, int key, HeldKeys keys);
+  bool typed(NodeId focused, wchar_t letter);
+  // What the default action of a row does.
+  bool open(NodeId node);
+
+  // A drop of files on a container: what it would do, and doing it. The latter says
+  // what to tell the source.
+  std::optional<DWORD> dropEffect(ContainerSlot slot, IDataObject& data, DWORD keys, DWORD allowed);
+  DWORD drop(ContainerSlot slot, IDataObject& data, DWORD effect);
+
+ protected:
+  LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  // Watching and showing (folder_containers.cpp)
+  struct Shown {
+    FolderView view;
+    std::wstring text;  // of the record, that the path was made from
+  };
+  bool start();
+  const FolderPane* paneOf(ContainerSlot slot) const;
+  Shown* shown(ContainerSlot slot);
+  // The view and the row behind a node; the row is -1 beside all rows.
+  FolderView* viewOf(NodeId node);
+  const FolderView* viewOf(NodeId node) const;
+  void stop(ContainerSlot slot);
+  void show(ContainerSlot slot);
+  void changed(ContainerSlot slot, bool rowsCameOrWent);
+  void takeNews();
+  void say(std::wstring message);
+  void tellWaiting();
+  bool refusedByLock();
+
+  // The mouse and the keyboard (folder_containers_input.cpp)
+  void focus(ContainerSlot slot);
+  void run(ContainerSlot slot, int command);
+
+  // Files (folder_containers_files.cpp)
+  void openRow(ContainerSlot slot, int row);
+  void openSelected(ContainerSlot slot);
+  void openFolder(ContainerSlot slot);
+  void copySelected(ContainerSlot slot, bool cut);
+  void paste(ContainerSlot slot);
+  void transfer(FileAction action, const std::vector<std::wstring>& from,
+                const std::wstring& folder);
+  void renameCurrent(ContainerSlot slot);
+
+  Platform platform_;
+  Document& document_;
+  ModalDepth& modal_;
+  std::vector<FolderPane> panes_;
+  std::map<int, Shown> shown_;  // by the container's slot
+  std::unique_ptr<FolderSource> source_;
+  std::unique_ptr<FileOperations> operations_;
+  std::deque<std::wstring> messages_;  // to be shown when no dialog is open
+  // What is being dragged over a window, read once.
+  IDataObject* readFrom_ = nullptr;
+  std::vector<std::wstring> readPaths_;
+  int wheelRest_ = 0;
+  bool dragging_ = false;
+  bool telling_ = false;
+};
+
+}  // namespace varnowick

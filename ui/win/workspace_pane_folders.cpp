@@ -1,0 +1,101 @@
+// What a pane hands on to the folder containers that are shown on it.
+
+#include "ui/scene/folder_rows.h"
+#include "ui/win/folder_containers.h"
+#include "ui/win/workspace_pane.h"
+
+namespace varnowick {
+namespace {
+
+HeldKeys heldKeys() {
+  const auto isDown = [](int key) { return GetKeyState(key) < 0; };
+  return {isDown(VK_CONTROL), isDown(VK_SHIFT), isDown(VK_MENU)};
+}
+
+}  // namespace
+
+void WorkspacePane::attachFolders() {
+  FolderContainers* folders = desk_.folders;
+  if (folders == nullptr) return;
+  scene_.setContentLayout([folders](ContainerSlot slot) { folders->laidOut(slot); });
+  folders->attach({&scene_, &view_, &owner_, &nameEdit_, window_});
+  desk_.document.workspace.containers.forEach(
+      [folders](ContainerSlot slot, const clsContainer&) { folders->laidOut(slot); });
+}
+
+void WorkspacePane::detachFolders() {
+  scene_.setContentLayout({});
+  if (desk_.folders != nullptr) desk_.folders->detach(window_);
+}
+
+bool WorkspacePane::pressedFolder(NodeId node) {
+  if (desk_.folders == nullptr || !desk_.folders->pressed(node, heldKeys())) return false;
+  // There is one selection for the keys to act on.
+  editor_.selectNone();
+  return true;
+}
+
+bool WorkspacePane::releasedFolder(NodeId node, bool click) {
+  return desk_.folders != nullptr && desk_.folders->released(node, heldKeys(), click);
+}
+
+void WorkspacePane::dragFiles(NodeId node) {
+  gestures_.cancel();
+  view_.captureLost();
+  ReleaseCapture();
+  desk_.folders->drag(node);
+  launchSuppressed_ = false;
+}
+
+bool WorkspacePane::canDragFiles(NodeId node) const {
+  return desk_.folders != nullptr && desk_.folders->canDrag(node);
+}
+
+bool WorkspacePane::clickedFolder(NodeId node) {
+  return desk_.folders != nullptr && desk_.folders->clicked(node, doubleClicked_, heldKeys());
+}
+
+bool WorkspacePane::openFile(NodeId node) {
+  return desk_.folders != nullptr && desk_.folders->open(node);
+}
+
+bool WorkspacePane::folderMenu(NodeId node, POINT screen) {
+  return desk_.folders != nullptr && desk_.folders->contextMenu(node, screen);
+}
+
+NodeId WorkspacePane::currentOf(NodeId node) const {
+  return desk_.folders == nullptr ? node : desk_.folders->currentRow(node);
+}
+
+bool WorkspacePane::wheelOverFolder(POINT screen, int delta) {
+  if (desk_.folders == nullptr) return false;
+  const NodeId node = scene_.scene().hitTest(toScene({{screen.x}, {screen.y}}));
+  return desk_.folders->wheel(node, delta);
+}
+
+bool WorkspacePane::keyInFolder(int key) {
+  return desk_.folders != nullptr &&
+         desk_.folders->keyDown(view_.input().focused(), key, heldKeys());
+}
+
+bool WorkspacePane::typedInFolder(wchar_t letter) {
+  return desk_.folders != nullptr && desk_.folders->typed(view_.input().focused(), letter);
+}
+
+std::optional<DWORD> WorkspacePane::folderDropEffect(POINT screen, IDataObject& data, DWORD keys,
+                                                     DWORD allowed) {
+  if (desk_.folders == nullptr) return std::nullopt;
+  const Panel panel = scene_.panelAt(toScene({{screen.x}, {screen.y}}));
+  return desk_.folders->dropEffect(panel.container, data, keys, allowed);
+}
+
+DWORD WorkspacePane::dropOnFolder(POINT screen, IDataObject& data, DWORD effect) {
+  const Panel panel = scene_.panelAt(toScene({{screen.x}, {screen.y}}));
+  return desk_.folders->drop(panel.container, data, effect);
+}
+
+bool WorkspacePane::draggingFiles() const {
+  return desk_.folders != nullptr && desk_.folders->dragging();
+}
+
+}  // namespace varnowick
