@@ -33,7 +33,7 @@ constexpr std::array kRows{
     DetachedMenuRow{0, VARNOWICK_ITEM(mnuAttach), L"&Attach to Workspace"},
     DetachedMenuRow{0, VARNOWICK_ITEM(mnuCloseAndDelete), L"Close && &Delete"},
     DetachedMenuRow{},
-    DetachedMenuRow{0, VARNOWICK_ITEM(mnuDockMe), L"Hide &now"},
+    DetachedMenuRow{0, VARNOWICK_ITEM(mnuDockMe), L"Hide no&w"},
     DetachedMenuRow{0, VARNOWICK_ITEM(mnuTabEdge), L"Tab &edge"},
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabLeft), L"&Left"},
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabRight), L"&Right"},

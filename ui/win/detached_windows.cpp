@@ -172,6 +172,12 @@ bool DetachedWindows::runProgramCommand(Command command) {
   }
 }
 
+HWND DetachedWindows::disabledWindow() const {
+  for (const auto& window : windows_)
+    if (!window->rules().unloading() && !IsWindowEnabled(window->handle())) return window->handle();
+  return nullptr;
+}
+
 void DetachedWindows::refreshAll() {
   for (const auto& window : windows_) window->refresh();
 }

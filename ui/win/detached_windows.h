@@ -63,6 +63,9 @@ class DetachedWindows final : public DetachedHost {
   frmContainer* find(ContainerSlot slot);
   std::size_t count() const { return windows_.size(); }
 
+  // The window that waits for a dialog of its own; null when none does.
+  HWND disabledWindow() const;
+
   // Records or settings have been changed elsewhere.
   void refreshAll();
   void setPalette(const Palette& palette);

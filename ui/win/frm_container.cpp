@@ -90,7 +90,7 @@ DetachedInputs frmContainer::inputs(const clsContainer& record) const {
   DetachedInputs in{record, window, {}, desk_.platform.cursor.position()};
   if (record.DetachedUseTab) in.tab = toPixels(tabPlace().rect, density());
   in.foreground = GetForegroundWindow() == handle();
-  in.busy = desk_.modal.active() || pane_.busy() || sizing_ || tab_.dragging();
+  in.busy = desk_.modal.active() || pane_.busy() || sizing_.has_value() || tab_.dragging();
   in.animate = desk_.document.settings.animate;
   in.systemAnimations = systemAnimates();
   const Node* status = scene_.scene().find(containerPart(ControlKind::lblRSSLastUpdate, slot_));
@@ -297,6 +297,7 @@ bool frmContainer::keyDown(int key, int modifiers) {
 
 LRESULT frmContainer::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HandlerScope scope(handlers_);
+  if (handleSizing(message, wParam)) return 0;
   if (const auto answer = pane_.handleMessage(message, wParam, lParam)) return *answer;
   switch (message) {
     case WM_TIMER:
@@ -307,17 +308,6 @@ LRESULT frmContainer::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       return 0;
     case WM_NCHITTEST:
       return onHitTest({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
-    case WM_GETMINMAXINFO:
-      limitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
-      return 0;
-    case WM_ENTERSIZEMOVE:
-      sizing_ = true;
-      return 0;
-    case WM_EXITSIZEMOVE:
-      sizing_ = false;
-      storeRect();
-      host_.workspaceChanged();
-      return 0;
     case WM_ACTIVATE:
       pane_.view().invalidate();
       break;

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -99,7 +100,10 @@ class frmContainer final : public Window, private PaneOwner {
   void tabDropped(const TabPlace& place);
   void systemChanged();
   LRESULT onHitTest(POINT screen) const;
-  void limitSize(MINMAXINFO& info) const;
+  // Sizing by a border. True when the message was about it.
+  bool handleSizing(UINT message, WPARAM wParam);
+  void sizeTo(POINT cursor);
+  void endSizing(bool keep);
 
   // Rules
   DetachedInputs inputs(const clsContainer& record) const;
@@ -149,9 +153,14 @@ class frmContainer final : public Window, private PaneOwner {
   BalloonTooltip tooltip_;
   std::wstring lblName_;
   int handlers_ = 0;
-  bool gone_ = false;    // its container is no longer its own
-  bool sizing_ = false;  // the system's own loop moves or sizes it
-  POINT origin_{};       // of the window when a drag of it began
+  bool gone_ = false;  // its container is no longer its own
+  POINT origin_{};     // of the window when a drag of it began
+  struct Sizing {
+    LRESULT border;  // HTLEFT and so on
+    POINT from;      // the cursor at the press
+    PixelRect start;
+  };
+  std::optional<Sizing> sizing_;
   PixelRect placed_;     // where it was put last
   bool placing_ = true;  // the layout follows, or there is none yet
 };

@@ -73,7 +73,13 @@ void frmContainerLabel::setLook(Look look) {
 
 void frmContainerLabel::move(const TabPlace& place) {
   place_ = place;
-  const PixelRect r = toPixels(place.rect, look_.density);
+  // All tabs are of one size, whatever the pixels that their borders fall between.
+  const Density d = look_.density;
+  PixelRect r = toPixels(place.rect, d);
+  if (place.LabelLocation == ScreenEdge::Right) r.left = r.right() - d.toPixels(place.rect.width);
+  if (place.LabelLocation == ScreenEdge::Bottom) r.top = r.bottom() - d.toPixels(place.rect.height);
+  r.width = d.toPixels(place.rect.width);
+  r.height = d.toPixels(place.rect.height);
   SetWindowPos(handle(), HWND_TOPMOST, r.left.value, r.top.value, r.width.value, r.height.value,
                SWP_NOACTIVATE | SWP_NOOWNERZORDER);
   roundCorners(r.size());

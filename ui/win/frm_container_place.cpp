@@ -130,12 +130,76 @@ LRESULT frmContainer::onHitTest(POINT screen) const {
   return top ? HTTOP : HTCLIENT;
 }
 
-void frmContainer::limitSize(MINMAXINFO& info) const {
-  const clsContainer* c = record();
+// The system sizes windows with a sizing border only, which this one must not have.
+bool frmContainer::handleSizing(UINT message, WPARAM wParam) {
+  if (message == WM_NCLBUTTONDOWN && wParam >= HTLEFT && wParam <= HTBOTTOMRIGHT) {
+    if (desk_.modal.active()) return false;
+    POINT at{};
+    GetCursorPos(&at);
+    SetForegroundWindow(handle());
+    sizing_ = {static_cast<LRESULT>(wParam), at, toPixels(rect(), density())};
+    SetCapture(handle());
+    return true;
+  }
+  if (!sizing_) return false;
+  switch (message) {
+    case WM_MOUSEMOVE: {
+      POINT at{};
+      GetCursorPos(&at);
+      sizeTo(at);
+      return true;
+    }
+    case WM_LBUTTONUP:
+      endSizing(true);
+      return true;
+    case WM_CAPTURECHANGED:
+      endSizing(false);
+      return true;
+    case WM_KEYDOWN:
+      if (wParam == VK_ESCAPE) endSizing(false);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void frmContainer::sizeTo(POINT cursor) {
+  const LRESULT border = sizing_->border;
+  const auto isOne = [border](LRESULT a, LRESULT b, LRESULT c) {
+    return border == a || border == b || border == c;
+  };
   const Density d = density();
-  const bool folded = c != nullptr && c->DetachedFolded;
-  info.ptMinTrackSize = {d.toPixels(kLeastDetached.width).value,
-                         d.toPixels(folded ? kTitleStripHeight : kLeastDetached.height).value};
+  const Pixels leastWidth = d.toPixels(kLeastDetached.width);
+  const Pixels leastHeight = d.toPixels(kLeastDetached.height);
+  const Pixels dx{static_cast<int>(cursor.x - sizing_->from.x)};
+  const Pixels dy{static_cast<int>(cursor.y - sizing_->from.y)};
+  PixelRect r = sizing_->start;
+  const Pixels right = r.right();
+  const Pixels bottom = r.bottom();
+  if (isOne(HTLEFT, HTTOPLEFT, HTBOTTOMLEFT)) {
+    r.left = std::min(r.left + dx, right - leastWidth);
+    r.width = right - r.left;
+  }
+  if (isOne(HTRIGHT, HTTOPRIGHT, HTBOTTOMRIGHT)) r.width = std::max(r.width + dx, leastWidth);
+  if (isOne(HTTOP, HTTOPLEFT, HTTOPRIGHT)) {
+    r.top = std::min(r.top + dy, bottom - leastHeight);
+    r.height = bottom - r.top;
+  }
+  if (isOne(HTBOTTOM, HTBOTTOMLEFT, HTBOTTOMRIGHT)) r.height = std::max(r.height + dy, leastHeight);
+  SetWindowPos(handle(), nullptr, r.left.value, r.top.value, r.width.value, r.height.value,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void frmContainer::endSizing(bool keep) {
+  const PixelRect start = sizing_->start;
+  sizing_.reset();
+  if (GetCapture() == handle()) ReleaseCapture();
+  if (!keep)
+    SetWindowPos(handle(), nullptr, start.left.value, start.top.value, start.width.value,
+                 start.height.value, SWP_NOZORDER | SWP_NOACTIVATE);
+  if (!keep || toPixels(rect(), density()) == start) return;
+  storeRect();
+  host_.workspaceChanged();
 }
 
 }  // namespace varnowick
