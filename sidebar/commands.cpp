@@ -29,7 +29,7 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuAddFileLink), L"&File shortcut", ctrl('F'), kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAddFolderLink), L"&Directory shortcut", ctrl('D'), kAlways,
                kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuAddPicture), L"&Picture", ctrl('P')},
+    CommandRow{VARNOWICK_COMMAND(mnuAddPicture), L"&Picture", ctrl('P'), kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAddReminder), L"&Reminder", ctrl('R')},
     // Ctrl+C deliberately begins a container; it does not copy.
     CommandRow{VARNOWICK_COMMAND(mnuNew), L"&Container", ctrl('C'), kAlways, kBuilt},

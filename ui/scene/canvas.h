@@ -24,6 +24,13 @@ struct ImageRef {
   bool operator==(const ImageRef&) const = default;
 };
 
+// What there is of an image to draw.
+enum class ImageState {
+  Ready,
+  Waiting,  // it is being loaded
+  Failed    // the file is missing, or no picture that can be shown
+};
+
 enum class HAlign { Left, Centre, Right };
 enum class VAlign { Top, Centre, Bottom };
 
@@ -56,6 +63,9 @@ class Canvas {
   virtual void line(Point<Pixels> from, Point<Pixels> to, Colour colour) = 0;
   virtual void text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) = 0;
   virtual void image(const PixelRect& rect, const ImageRef& image) = 0;
+  // Of an image for that rectangle, for whoever draws something in place of one that
+  // is not there.
+  virtual ImageState imageState(const PixelRect&, const ImageRef&) { return ImageState::Ready; }
   virtual void focusFrame(const PixelRect& rect) = 0;
   // Clips nest: the new clip is intersected with the one in force.
   virtual void pushClip(const PixelRect& rect) = 0;

@@ -46,6 +46,7 @@ class ScenePainter {
   void paintHighlight(const Node& node, const PixelRect& rect, bool highlighted, const Palette& p);
   void paintShortcut(const Node& node, const PixelRect& rect, const Palette& p);
   void paintPicture(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintImage(const Node& node, const PixelRect& rect, const Palette& p);
   void paintContainer(const Node& node, const PixelRect& rect, const Palette& p);
   void paintTitle(const Node& node, const PixelRect& rect, const Palette& p);
   void paintTitleButton(const Node& node, const PixelRect& rect, const Palette& p);
@@ -141,8 +142,9 @@ void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Pale
     case ControlKind::PicContainer:
       return paintPicture(node, rect, p);
     case ControlKind::picShortcut:
-    case ControlKind::PicImage:
       return canvas_.image(rect, node.image);
+    case ControlKind::PicImage:
+      return paintImage(node, rect, p);
     case ControlKind::Container:
       return paintContainer(node, rect, inContainer(p, node.look));
     case ControlKind::ContainerFrame:
@@ -287,6 +289,26 @@ void ScenePainter::paintPicture(const Node& node, const PixelRect& rect, const P
   const Colour edge = node.selected || isHovered(node) ? p.accent : p.pictureBorder;
   canvas_.box(rect, px(4), p.bodyTop, p.bodyBottom, edge, 0);
   focus(node, rect, 1);
+}
+
+// In place of a picture that cannot be shown a sign, and below it where it was to come
+// from, so that the user can tell which it is.
+void ScenePainter::paintImage(const Node& node, const PixelRect& rect, const Palette& p) {
+  const ImageState state = canvas_.imageState(rect, node.image);
+  if (state == ImageState::Ready) return canvas_.image(rect, node.image);
+  const Pixels side = px(32);
+  const bool roomy = rect.height > side * 2;
+  const Pixels top = rect.top + (roomy ? px(8) : Pixels{(rect.height - side).value / 2});
+  canvas_.image({rect.left + Pixels{(rect.width - side).value / 2}, top, side, side},
+                {ImageRef::Source::Asset, L"picture"});
+  if (state != ImageState::Failed || !roomy) return;
+  TextStyle style = chrome(p.mutedText, kSmallChromePoints);
+  style.vertical = VAlign::Top;
+  style.horizontal = HAlign::Centre;
+  style.wrap = true;
+  const Pixels below = top + side + px(6);
+  text({rect.left + px(4), below, rect.width - px(8), rect.bottom() - below - px(4)},
+       node.image.name, style);
 }
 
 void ScenePainter::paintContainer(const Node& node, const PixelRect& rect, const Palette& p) {

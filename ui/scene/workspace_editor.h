@@ -69,8 +69,9 @@ class WorkspaceEditor {
   // the draw mode.
   TwipsRect drawn(Point<Twips> from, Point<Twips> to);
 
-  // A free place of that size on the main panel, in sight where there is one.
-  TwipsRect freePlace(Size<Twips> size) const;
+  // A free place of that size on the panel; on the main one in sight where there is
+  // one.
+  TwipsRect freePlace(Size<Twips> size, Panel panel = picBack) const;
   // Adds a container at that place of the main panel and selects it. None, and
   // nothing happens, while editing is locked.
   ContainerSlot addContainer(clsContainer container, const TwipsRect& rect);

@@ -175,9 +175,10 @@ TwipsRect WorkspaceEditor::drawn(Point<Twips> from, Point<Twips> to) {
   return rect;
 }
 
-TwipsRect WorkspaceEditor::freePlace(Size<Twips> size) const {
+TwipsRect WorkspaceEditor::freePlace(Size<Twips> size, Panel panel) const {
+  const Twips top = panel.isMain() ? scene_.scroll() : kTitleStripHeight;
   const Point<Twips> at =
-      freePlaceFrom(document_.workspace, measures(), picBack, size, {kPad, kPad + scene_.scroll()});
+      freePlaceFrom(document_.workspace, measures(), panel, size, {kPad, kPad + top});
   return {at.x, at.y, size.width, size.height};
 }
 

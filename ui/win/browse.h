@@ -24,6 +24,8 @@ std::optional<std::wstring> browseForFolder(HWND owner, const wchar_t* title,
                                             const std::wstring& start = {});
 std::optional<COLORREF> chooseColour(HWND owner, COLORREF start);
 
+inline constexpr const wchar_t* kPictureFilter =
+    L"Pictures\0*.png;*.jpg;*.jpeg;*.gif;*.bmp;*.ico\0All files\0*.*\0";
 inline constexpr const wchar_t* kIconFilter =
     L"Icons\0*.ico;*.exe;*.dll;*.icl\0Pictures\0*.png;*.bmp;*.gif;*.jpg;*.jpeg\0All files\0*.*\0";
 

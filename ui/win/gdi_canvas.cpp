@@ -61,6 +61,10 @@ void GdiCanvas::image(const PixelRect& rect, const ImageRef& image) {
   if (bitmap != nullptr) bitmapPixels(surface(), rect.topLeft(), *bitmap);
 }
 
+ImageState GdiCanvas::imageState(const PixelRect& rect, const ImageRef& image) {
+  return images_ == nullptr ? ImageState::Waiting : images_->state(image, rect.size());
+}
+
 void GdiCanvas::focusFrame(const PixelRect& rect) {
   const Pixels radius = density_.toPixels(60_tw);
   const Pixels one = std::max(1_px, density_.toPixels(15_tw));

@@ -31,6 +31,7 @@ class GdiCanvas : public Canvas, public TextMeasure {
   void line(Point<Pixels> from, Point<Pixels> to, Colour colour) override;
   void text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) override;
   void image(const PixelRect& rect, const ImageRef& image) override;
+  ImageState imageState(const PixelRect& rect, const ImageRef& image) override;
   // Two rings, light and dark, so that it is seen on any background.
   void focusFrame(const PixelRect& rect) override;
   void pushClip(const PixelRect& rect) override;

@@ -48,7 +48,10 @@ bool ImageStore::deliver() {
     if (found == entries_.end() || found->second.generation != result.request.generation) continue;
     Entry& entry = found->second;
     if (result.bitmap.empty()) {
-      if (result.last && entry.state == State::Waiting) entry.state = State::Failed;
+      if (!result.last || entry.state != State::Waiting) continue;
+      entry.state = State::Failed;
+      // In place of a picture its path is shown.
+      changed = changed || result.request.image.source == ImageRef::Source::PictureFile;
       continue;
     }
     entry.state = State::Ready;
@@ -71,7 +74,8 @@ void ImageStore::preload(const std::wstring& asset, Size<Pixels> size) {
   entry.state = entry.original.empty() ? State::Failed : State::Ready;
 }
 
-const Bitmap* ImageStore::find(const ImageRef& image, Size<Pixels> size) {
+// nullptr for what cannot be asked for.
+ImageStore::Entry* ImageStore::entryOf(const ImageRef& image, Size<Pixels> size) {
   if (image.source == ImageRef::Source::None || image.name.empty() || size.width < 1_px ||
       size.height < 1_px || size.width.value > kMaxEdge || size.height.value > kMaxEdge) {
     return nullptr;
@@ -84,9 +88,20 @@ const Bitmap* ImageStore::find(const ImageRef& image, Size<Pixels> size) {
     ++waiting_;
     loader_->request({image, std::max(size.width.value, size.height.value), generation_});
   }
-  Entry& entry = found->second;
-  entry.lastUse = ++uses_;
-  return entry.state == State::Ready ? fitted(entry, size) : placeholder(image, size);
+  found->second.lastUse = ++uses_;
+  return &found->second;
+}
+
+const Bitmap* ImageStore::find(const ImageRef& image, Size<Pixels> size) {
+  Entry* entry = entryOf(image, size);
+  if (entry == nullptr) return nullptr;
+  return entry->state == State::Ready ? fitted(*entry, size) : placeholder(image, size);
+}
+
+ImageState ImageStore::state(const ImageRef& image, Size<Pixels> size) {
+  const Entry* entry = entryOf(image, size);
+  if (entry == nullptr || entry->state == State::Failed) return ImageState::Failed;
+  return entry->state == State::Ready ? ImageState::Ready : ImageState::Waiting;
 }
 
 const Bitmap* ImageStore::fitted(Entry& entry, Size<Pixels> size) {

@@ -48,6 +48,8 @@ class ImageStore {
   // The picture at exactly that size, or the placeholder, or nullptr when there is
   // neither. Asks the worker for what is not there. Good until the next call.
   const Bitmap* find(const ImageRef& image, Size<Pixels> size);
+  // Whether find() gives the picture itself. Asks the worker as find() does.
+  ImageState state(const ImageRef& image, Size<Pixels> size);
   // True when the worker has nothing left to do that was asked for.
   bool idle() const { return waiting_ == 0; }
   // The picture has changed on disk, or is no longer needed.
@@ -67,6 +69,7 @@ class ImageStore {
     unsigned generation = 0;
   };
   static Key keyOf(const ImageRef& image, Size<Pixels> size);
+  Entry* entryOf(const ImageRef& image, Size<Pixels> size);
   const Bitmap* fitted(Entry& entry, Size<Pixels> size);
   const Bitmap* placeholder(const ImageRef& image, Size<Pixels> size);
   void evict();

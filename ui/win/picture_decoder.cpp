@@ -23,6 +23,8 @@ namespace {
 using namespace Gdiplus::DllExports;
 
 constexpr std::uint64_t kMaxFileBytes = 64ULL << 20;
+// Cameras put much before the size of a picture.
+constexpr std::size_t kHeaderBytes = 1U << 20;
 
 // GDI+ came after Windows 2000, so that it is looked for at run time.
 class GdiPlus {
@@ -150,6 +152,21 @@ Bitmap decodePicture(std::string_view bytes, int maxEdge) {
   const GdiPlus gdiPlus;
   return gdiPlus.ready() ? limitedTo(decodeWithGdiPlus(gdiPlus, bytes), maxEdge)
                          : decodeWithOle(bytes, header, maxEdge);
+}
+
+std::optional<Size<Pixels>> pictureSizeOf(const std::wstring& path) {
+  const FileHandle file(CreateFileW(pathForSystem(path).c_str(), GENERIC_READ,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                                    nullptr));
+  if (!file) return std::nullopt;
+  std::string start(kHeaderBytes, '\0');
+  DWORD length = 0;
+  if (!ReadFile(file.get(), start.data(), static_cast<DWORD>(start.size()), &length, nullptr))
+    return std::nullopt;
+  start.resize(length);
+  const PictureHeader header = readPictureHeader(start);
+  if (!isDecodable(header)) return std::nullopt;
+  return Size<Pixels>{{static_cast<int>(header.width)}, {static_cast<int>(header.height)}};
 }
 
 Bitmap loadPictureFile(const std::wstring& path, int maxEdge) {

@@ -3,6 +3,7 @@
 // initialised.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,7 +14,10 @@ namespace varnowick {
 // Empty when the bytes are no picture, claim an absurd size, or are damaged so
 // that nothing can be shown. No edge is longer than maxEdge; larger ones shrink.
 Bitmap decodePicture(std::string_view bytes, int maxEdge);
-// The same from a file of at most 64 MB.
+// The size that a picture file claims to have, out of its first bytes; nothing when it
+// is none that can be shown.
+std::optional<Size<Pixels>> pictureSizeOf(const std::wstring& path);
+// The same as decodePicture from a file of at most 64 MB.
 Bitmap loadPictureFile(const std::wstring& path, int maxEdge);
 
 }  // namespace varnowick

@@ -162,6 +162,9 @@ bool WorkspacePane::runHere(Command command) {
         owner_.workspaceChanged();
       return true;
     }
+    case Command::mnuAddPicture:
+      addPicture();
+      return true;
     case Command::mnuNewNote:
       return newNote();
     default:

@@ -70,6 +70,27 @@ text 178,266 40x34 Menu #c6cbd1
 )");
 }
 
+struct CanvasWithoutPictures : RecordingCanvas {
+  ImageState state = ImageState::Failed;
+  ImageState imageState(const PixelRect&, const ImageRef&) override { return state; }
+};
+
+TEST_F(PainterTest, APictureThatCannotBeShownTellsItsPath) {
+  const PictureSlot picture =
+      workspace.pictures.add({L"C:\\gone.png", picBack, {{120}, {1200}, {1800}, {1500}}});
+  view.updatePicture(picture);
+  const auto painted = [&](ImageState state) {
+    CanvasWithoutPictures canvas;
+    canvas.state = state;
+    paintScene(scene, input, makePalette(settings), {}, {{0}, {0}, {220}, {300}}, canvas);
+    return canvas.written({"text", "image"});
+  };
+  EXPECT_NE(painted(ImageState::Failed).find("C:\\gone.png #"), std::string::npos);
+  EXPECT_EQ(painted(ImageState::Waiting).find("C:\\gone.png"), std::string::npos);
+  EXPECT_NE(painted(ImageState::Waiting).find("32x32 picture"), std::string::npos);
+  EXPECT_NE(painted(ImageState::Ready).find("112x92 C:\\gone.png"), std::string::npos);
+}
+
 TEST_F(PainterTest, TouchesOnlyWhatLiesInTheDirtyRectangle) {
   const PixelRect dirty = toPixels(scene.windowRect(shortcutNode(small)), Density{96});
   const RecordingCanvas canvas = paint(dirty);

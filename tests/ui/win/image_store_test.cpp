@@ -71,6 +71,25 @@ TEST_F(ImageStoreTest, GivesWhatIsThereAndAsksForTheRestOnce) {
   EXPECT_TRUE(store.idle());
 }
 
+TEST_F(ImageStoreTest, TellsWhetherAPictureCanBeShown) {
+  Win32Files().write(folder_ / L"broken.png", pngBytes(20, 20, 0xFF112233).substr(0, 40));
+  ImageStore store(folder_.path());
+  const ImageRef wall{Source::PictureFile, folder_ / L"wall.bmp"};
+  const ImageRef broken{Source::PictureFile, folder_ / L"broken.png"};
+  const ImageRef missing{Source::PictureFile, folder_ / L"missing.png"};
+  const Size<Pixels> size{40_px, 20_px};
+  EXPECT_EQ(store.state(wall, size), ImageState::Waiting);
+  EXPECT_EQ(store.state({Source::PictureFile, L""}, size), ImageState::Failed);
+  store.state(broken, size);
+  store.state(missing, size);
+  store.start(window_, kMessage);
+  settle(store, window_);
+  EXPECT_EQ(store.state(wall, size), ImageState::Ready);
+  EXPECT_EQ(store.state(broken, size), ImageState::Failed);
+  EXPECT_EQ(store.state(missing, size), ImageState::Failed);
+  EXPECT_TRUE(store.idle()) << "what has failed is not asked for again";
+}
+
 TEST_F(ImageStoreTest, MissingTargetsKeepTheirPlaceholder) {
   ImageStore store(folder_.path());
   store.preload(L"document", {32_px, 32_px});

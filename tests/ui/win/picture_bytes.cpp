@@ -1,5 +1,7 @@
 #include "tests/ui/win/picture_bytes.h"
 
+#include <string_view>
+
 namespace varnowick {
 
 namespace {
@@ -51,6 +53,14 @@ std::string infoHeader(std::uint32_t width, std::uint32_t height, std::uint32_t 
          std::string(24, '\0');
 }
 
+std::string fromHex(std::string_view digits) {
+  const auto value = [](char c) { return c <= '9' ? c - '0' : c - 'A' + 10; };
+  std::string bytes;
+  for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
+    bytes.push_back(static_cast<char>(value(digits[i]) * 16 + value(digits[i + 1])));
+  return bytes;
+}
+
 }  // namespace
 
 std::string pngBytes(std::uint32_t width, std::uint32_t height, std::uint32_t argb) {
@@ -83,6 +93,24 @@ std::string icoBytes(std::uint32_t edge, std::uint32_t argb) {
   return std::string("\0\0\1\0\1\0", 6) + little(edge, 1) + little(edge, 1) + little(0, 2) +
          little(1, 2) + little(32, 2) + little(static_cast<std::uint32_t>(image.size()), 4) +
          little(22, 4) + image;
+}
+
+std::string gifBytes() {
+  return fromHex(
+      "47494638396105000300F0000010203000000021F904000A00000021FF0B4E45545343415045322E3003"
+      "010000002C0000000005000300000203848F590021F904000A0000002C000000000500030080FF000000"
+      "00000203848F59003B");
+}
+
+std::string jpegBytes() {
+  return fromHex(
+      "FFD8FFE000104A46494600010100000100010000FFDB0043000A07070807060A0808080B0A0A0B0E1810"
+      "0E0D0D0E1D15161118231F2524221F2221262B372F26293429212230413134393B3E3E3E252E4449433C"
+      "48373D3E3BFFDB0043010A0B0B0E0D0E1C10101C3B2822283B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B"
+      "3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3B3BFFC00011080008000803"
+      "012200021101031101FFC4001500010100000000000000000000000000000006FFC40014100100000000"
+      "000000000000000000000000FFC4001501010100000000000000000000000000000406FFC40014110100"
+      "000000000000000000000000000000FFDA000C03010002110311003F009B0065F3FFD9");
 }
 
 }  // namespace varnowick

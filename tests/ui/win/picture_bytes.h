@@ -11,6 +11,10 @@ std::string pngBytes(std::uint32_t width, std::uint32_t height, std::uint32_t ar
 std::string pngClaiming(std::uint32_t width, std::uint32_t height);
 // 24 bits, without alpha.
 std::string bmpBytes(std::uint32_t width, std::uint32_t height, std::uint32_t rgb);
+// Of 5 x 3 pixels in 0x102030, and a second frame in red.
+std::string gifBytes();
+// Of 8 x 8 pixels, near to 0xC02040.
+std::string jpegBytes();
 // One image of 32 bits.
 std::string icoBytes(std::uint32_t edge, std::uint32_t argb);
 

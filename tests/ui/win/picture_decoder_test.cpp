@@ -25,6 +25,7 @@ TEST_F(PictureDecoder, DecodesWithTransparency) {
       {"half transparent png", pngBytes(5, 3, 0x80FF0000), 0x80800000},
       {"clear png", pngBytes(5, 3, 0x00FFFFFF), 0x00000000},
       {"bmp", bmpBytes(5, 3, 0x102030), 0xFF102030},
+      {"the first frame of a gif", gifBytes(), 0xFF102030},
   };
   for (const auto& row : rows) {
     const Bitmap bitmap = decodePicture(row.bytes, 100);
@@ -34,6 +35,46 @@ TEST_F(PictureDecoder, DecodesWithTransparency) {
     EXPECT_EQ(bitmap.pixels.back(), row.pixel) << row.name;
   }
   EXPECT_FALSE(decodePicture(icoBytes(16, 0xFF00FF00), 100).empty());
+  const Bitmap jpeg = decodePicture(jpegBytes(), 100);
+  ASSERT_EQ(jpeg.width, 8);
+  const std::uint32_t pixel = jpeg.pixels.front();
+  EXPECT_NEAR(static_cast<int>(pixel >> 16 & 0xFF), 0xC0, 6);
+  EXPECT_NEAR(static_cast<int>(pixel >> 8 & 0xFF), 0x20, 6);
+  EXPECT_NEAR(static_cast<int>(pixel & 0xFF), 0x40, 6);
+}
+
+// A file claims its size in a few bytes; what decodes it would make room for all of it.
+std::string claiming60000(std::string bytes, std::size_t widthAt, std::size_t heightAt, bool big) {
+  for (const std::size_t at : {widthAt, heightAt}) {
+    bytes[at + (big ? 0 : 1)] = static_cast<char>(60000 >> 8);
+    bytes[at + (big ? 1 : 0)] = static_cast<char>(60000 & 0xFF);
+  }
+  return bytes;
+}
+
+TEST_F(PictureDecoder, RefusesHugeClaimsOfEveryKindUnread) {
+  const std::string jpeg = jpegBytes();
+  const std::size_t frame = jpeg.find("\xFF\xC0");
+  ASSERT_NE(frame, std::string::npos);
+  const struct {
+    const char* name;
+    std::string bytes;
+  } rows[] = {
+      {"png", pngClaiming(60000, 60000)},
+      {"gif", claiming60000(gifBytes(), 6, 8, false)},
+      {"bmp", claiming60000(bmpBytes(5, 3, 0), 18, 22, false)},
+      {"ico", claiming60000(icoBytes(16, 0), 6 + 16 + 4, 6 + 16 + 8, false)},
+      {"jpeg", claiming60000(jpeg, frame + 7, frame + 5, true)},
+  };
+  const TempFolder folder;
+  for (const auto& row : rows) {
+    EXPECT_TRUE(decodePicture(row.bytes, 100).empty()) << row.name;
+    ASSERT_TRUE(Win32Files().write(folder / L"claim", row.bytes));
+    EXPECT_FALSE(pictureSizeOf(folder / L"claim")) << row.name;
+  }
+  ASSERT_TRUE(Win32Files().write(folder / L"fine", jpeg));
+  EXPECT_EQ(pictureSizeOf(folder / L"fine"), (Size<Pixels>{{8}, {8}}));
+  EXPECT_FALSE(pictureSizeOf(folder / L"missing"));
 }
 
 TEST_F(PictureDecoder, ShrinksToTheLongestEdgeAndKeepsTheColour) {
@@ -54,8 +95,8 @@ TEST_F(PictureDecoder, RefusesWhatIsNoPictureOrClaimsTooMuch) {
 
 // Whatever comes of a damaged file, it has the size it says it has.
 TEST_F(PictureDecoder, SurvivesDamage) {
-  for (const std::string& whole :
-       {pngBytes(9, 9, 0xFF102030), bmpBytes(9, 9, 0x102030), icoBytes(16, 0xFF102030)}) {
+  for (const std::string& whole : {pngBytes(9, 9, 0xFF102030), bmpBytes(9, 9, 0x102030),
+                                   icoBytes(16, 0xFF102030), gifBytes(), jpegBytes()}) {
     for (std::size_t length = 0; length < whole.size(); length += 7) {
       const Bitmap cut = decodePicture(std::string_view(whole).substr(0, length), 100);
       EXPECT_EQ(cut.pixels.size(), static_cast<std::size_t>(cut.width * cut.height));
