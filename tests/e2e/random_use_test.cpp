@@ -1,0 +1,202 @@
+// Two minutes of a user who does anything anywhere: seeded, so that it can be told
+// again. Afterwards the program still answers, holds no more windows than before,
+// and shows the same after a restart.
+#include <algorithm>
+#include <cstdlib>
+#include <random>
+
+#include "tests/e2e/program_test.h"
+
+namespace varnowick::e2e {
+namespace {
+
+constexpr DWORD kLength = 120'000;  // ms
+constexpr unsigned kSeed = 20261121;
+
+class RandomUser {
+ public:
+  RandomUser(DWORD process, unsigned seed) : process_(process), random_(seed) {}
+
+  // One thing done; what it was, for a failure message.
+  std::string act() {
+    // A dialog has to be answered before anything else can go on; mostly by No.
+    if (const DialogWindow dialog = anyDialog(process_); dialog.open()) {
+      const std::vector<int> buttons = dialog.buttons();
+      if (buttons.empty()) return escape();
+      try {
+        dialog.press(chance(4) ? buttons.front() : buttons.back());
+      } catch (const HarnessError&) {
+        // It has put a question of its own, or wants more than a button.
+        return escape();
+      }
+      return "answered " + toUtf8(dialog.title());
+    }
+    if (menuIsOpen()) return escape();
+    const POINT at = anywhere();
+    switch (pick(16)) {
+      case 0:
+      case 1:
+      case 2:
+      case 3:
+        mouse::click(at);
+        waitFor([] { return menuIsOpen(); }, 60);  // of a button
+        return "click" + where(at);
+      case 4:
+        mouse::doubleClick(at);
+        return "double click" + where(at);
+      case 5:
+        // The menu is closed again; its Exit would end the test.
+        mouse::rightClick(at);
+        waitFor([] { return menuIsOpen(); }, 300);
+        return "right click" + where(at);
+      case 6:
+      case 7:
+      case 8: {
+        const POINT to = chance(6) ? onScreen() : anywhere();
+        mouse::drag(at, to);
+        return "drag" + where(at) + where(to);
+      }
+      case 9:
+        mouse::wheel(at, static_cast<int>(pick(7)) - 3);
+        return "wheel" + where(at);
+      case 10:
+      case 11: {
+        const WORD keys[] = {VK_F1, VK_F2, VK_F3, 'Z', 'A', 'U', 'C', 'N'};
+        keyboard::chord({VK_CONTROL, keys[pick(std::size(keys))]});
+        return "Ctrl and a key";
+      }
+      case 12: {
+        const WORD keys[] = {VK_ESCAPE, VK_TAB, VK_RETURN, VK_DOWN, VK_LEFT, VK_F2, VK_HOME};
+        keyboard::press(keys[pick(std::size(keys))]);
+        return "a key";
+      }
+      case 13:
+        if (chance(3)) keyboard::press(VK_DELETE);
+        return "Del";
+      case 14:
+        keyboard::type(L"some words");
+        return "typing";
+      default:
+        mouse::moveTo(at);
+        letTimePass(static_cast<DWORD>(pick(700)));
+        return "rest" + where(at);
+    }
+  }
+
+  static bool menuIsOpen() { return FindWindowW(L"#32768", nullptr) != nullptr; }
+
+ private:
+  std::size_t pick(std::size_t below) { return random_() % below; }
+  bool chance(std::size_t oneIn) { return pick(oneIn) == 0; }
+  static std::string where(POINT at) {
+    return " " + std::to_string(at.x) + "," + std::to_string(at.y);
+  }
+  std::string escape() {
+    keyboard::press(VK_ESCAPE);
+    return "Esc";
+  }
+  POINT onScreen() {
+    return {static_cast<LONG>(pick(static_cast<std::size_t>(GetSystemMetrics(SM_CXSCREEN)))),
+            static_cast<LONG>(pick(static_cast<std::size_t>(GetSystemMetrics(SM_CYSCREEN))))};
+  }
+  // On a window of the program, as far as it lies on the screen.
+  POINT anywhere() {
+    std::vector<RECT> parts;
+    const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    for (const HWND window : windowsOf(process_)) {
+      RECT part{};
+      const RECT rect = rectOf(window);
+      if (IsWindowVisible(window) && IntersectRect(&part, &rect, &screen)) parts.push_back(part);
+    }
+    if (parts.empty()) return onScreen();
+    const RECT& r = parts[pick(parts.size())];
+    return {r.left + static_cast<LONG>(pick(static_cast<std::size_t>(r.right - r.left))),
+            r.top + static_cast<LONG>(pick(static_cast<std::size_t>(r.bottom - r.top)))};
+  }
+
+  DWORD process_;
+  std::mt19937 random_;
+};
+
+using RandomUse = ProgramTest;
+
+// What a reader of the files can tell: everything but where the bar stands.
+DataFiles withoutWindow(DataFiles files) {
+  for (auto& [name, bytes] : files) {
+    if (name != L"Varnowick.ini") continue;
+    for (const char* key : {"[X]", "[Y]", "[W]", "[H]", "[Hidden]"}) {
+      const std::size_t at = bytes.find(std::string("\r\n") + key + "\r\n");
+      if (at == std::string::npos) continue;
+      const std::size_t value = at + std::string(key).size() + 4;
+      bytes.erase(value, bytes.find("\r\n", value) - value);
+    }
+  }
+  return files;
+}
+
+TEST_F(RandomUse, TwoMinutesLeaveEverythingInOrder) {
+  const std::wstring probe = folder().addLaunchProbe();
+  folder().write(L"Shown\\one.txt", "one");
+  folder().write(L"Shown\\two.txt", "two");
+  SettingsFile settings;
+  settings.set("[AutoExpand]", "1")
+      .set("[DragToDetach]", "1")
+      .window(kExpandedLeft, 0, 4700, 11000);
+  settings.set("[Hidden]", "0");
+  for (int i = 0; i < 6; ++i)
+    settings.add({.caption = L"Main " + std::to_wstring(i),
+                  .path = probe,
+                  .x = 120 + i % 3 * 1440,
+                  .y = 120 + i / 3 * 1200});
+  folder().write(L"Varnowick.ini", settings.bytes());
+  const std::vector<ShortcutRow> inside{{.caption = L"First", .path = probe, .x = 120, .y = 480},
+                                        {.caption = L"Second", .path = probe, .x = 1560, .y = 480}};
+  const ContainerRow rows[] = {
+      {.name = L"Open", .y = 2600, .width = 3600, .height = 1800, .shortcuts = inside},
+      {.name = L"Folded", .y = 4560, .width = 3600, .shortcuts = inside, .folded = true},
+      {.name = L"Tile", .y = 5100, .shortcuts = inside, .shrunk = true},
+      {.name = L"Tile two", .x = 960, .y = 5100, .note = "a note\r\n", .shrunk = true},
+      {.name = L"Note", .y = 6200, .height = 1500, .note = "www.example.org\r\nwords\r\n"},
+      {.name = L"Folder", .y = 7900, .height = 1500, .folder = folder().file(L"Shown")}};
+  for (std::size_t i = 0; i < std::size(rows); ++i)
+    folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(rows[i]));
+
+  startBar();
+  const char* const given = std::getenv("VARNOWICK_SEED");
+  const unsigned seed =
+      given == nullptr ? kSeed : static_cast<unsigned>(std::strtoul(given, nullptr, 10));
+  RandomUser user(program().process(), seed);
+  const DWORD began = GetTickCount();
+  std::vector<std::string> done;
+  std::size_t most = 0;
+  while (GetTickCount() - began < kLength) {
+    done.push_back(user.act());
+    DWORD_PTR answer = 0;
+    std::string last;
+    for (std::size_t i = done.size() - std::min<std::size_t>(done.size(), 8); i < done.size(); ++i)
+      last += done[i] + "; ";
+    ASSERT_TRUE(program().running()) << "it ended with " << program().waitForExit() << " at step "
+                                     << done.size() << ": " << last;
+    ASSERT_NE(
+        SendMessageTimeoutW(program().mainWindow(), WM_NULL, 0, 0, SMTO_NORMAL, kPatience, &answer),
+        0)
+        << "it does not answer"
+        << (program().running() ? "" : ", ended with " + std::to_string(program().waitForExit()))
+        << " at step " << done.size() << ": " << last;
+    most = std::max(most, windowsOf(program().process()).size());
+  }
+  std::printf("%u things done, at most %u windows at once\n", static_cast<unsigned>(done.size()),
+              static_cast<unsigned>(most));
+  EXPECT_LT(most, 60U) << "windows are left behind";
+  // Whatever is open is closed, and what is being edited is taken.
+  closeAnsweringDialogs();
+  const DataFiles before = withoutWindow(folder().state());
+  EXPECT_FALSE(folder().exists(L"Varnowick.REC"));
+  EXPECT_TRUE(folder().backups().empty()) << "the program could not read what it wrote";
+  startAnsweringDialogs();
+  closeAnsweringDialogs();
+  EXPECT_EQ(withoutWindow(folder().state()), before) << "loading and saving changes nothing";
+}
+
+}  // namespace
+}  // namespace varnowick::e2e
