@@ -64,7 +64,7 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuConRename), L"Re&name", kNoKey, kContainer, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuShowNote), L"Show no&te", kNoKey, kContainer, kBuilt,
                &CommandState::noteShown},
-    CommandRow{VARNOWICK_COMMAND(mnuConColors), L"Co&lors...", kNoKey, kContainer},
+    CommandRow{VARNOWICK_COMMAND(mnuConColors), L"Co&lors...", kNoKey, kContainer, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuConIcon), L"Change &icon...", kNoKey, kContainer, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuHideToolbar), L"Hide tool&bar", kNoKey, kContainer, kBuilt,
                &CommandState::toolbarHidden},

@@ -5,6 +5,7 @@
 #include <tuple>
 #include <utility>
 
+#include "containers/colours.h"
 #include "ui/scene/metrics.h"
 
 namespace varnowick {
@@ -271,10 +272,9 @@ void ObjectScene::updateContainer(ContainerSlot slot) {
   node.text = container->name;
   node.look.back.reset();
   node.look.fore.reset();
-  // A record with one colour for both has none of its own: it could not be read.
-  if (container->backColor != container->foreColor) {
-    node.look.back = Colour{container->backColor.bgr & 0xFFFFFF};
-    node.look.fore = Colour{container->foreColor.bgr & 0xFFFFFF};
+  if (const auto own = ownColours(*container)) {
+    node.look.back = own->back;
+    node.look.fore = own->fore;
   }
   Size<Twips> box = openSize(*container);
   if (shape.folded) box.height = kTitleStripHeight;

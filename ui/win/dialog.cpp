@@ -50,6 +50,8 @@ ControlForm formOf(DialogControl control) {
       return {kStatic, SS_LEFT | SS_NOPREFIX | kGroup, 0};
     case DialogControl::Swatch:
       return {kStatic, SS_CENTER | SS_CENTERIMAGE | SS_NOPREFIX | SS_SUNKEN | kGroup, 0};
+    case DialogControl::Drawing:
+      return {kStatic, SS_OWNERDRAW | kGroup, 0};
     case DialogControl::Icon:
       return {kStatic, SS_ICON | SS_REALSIZEIMAGE | kGroup, 0};
     case DialogControl::Edit:
@@ -149,6 +151,9 @@ INT_PTR Dialog::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CTLCOLORSTATIC:
       return reinterpret_cast<INT_PTR>(backgroundOf(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)),
                                                     reinterpret_cast<HDC>(wParam)));
+    case WM_DRAWITEM:
+      draw(static_cast<int>(wParam), *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return TRUE;
     case WM_COMMAND:
       notified(LOWORD(wParam), HIWORD(wParam));
       return TRUE;

@@ -15,6 +15,7 @@ enum class DialogControl {
   Text,        // words from outside, shown as they are
   ErrorLabel,  // the same in red
   Swatch,      // a framed field that shows a colour
+  Drawing,     // drawn by the dialog; the text is its name for screen readers
   Icon,
   Edit,
   ReadOnlyEdit,
@@ -58,6 +59,9 @@ class Dialog {
   // The brush behind a Text, Swatch or Label; its colours may be set on dc. nullptr:
   // as the system has it.
   virtual HBRUSH background(int /*id*/, HDC /*dc*/) { return nullptr; }
+
+  // Draws a Drawing.
+  virtual void draw(int /*id*/, const DRAWITEMSTRUCT& /*item*/) {}
 
   void end(int result) { EndDialog(handle_, result); }
   HWND handle() const { return handle_; }

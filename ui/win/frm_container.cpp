@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "containers/colours.h"
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
 #include "ui/scene/icon_ref.h"
@@ -193,8 +194,10 @@ void frmContainer::setPalette() {
   const clsContainer* c = record();
   if (c == nullptr) return;
   NodeLook look;
-  look.back = c->backColor;
-  look.fore = c->foreColor;
+  if (const auto own = ownColours(*c)) {
+    look.back = own->back;
+    look.fore = own->fore;
+  }
   tab_.setLook({c->name, inContainer(host_.palette(), look), density()});
 }
 

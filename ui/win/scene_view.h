@@ -23,6 +23,7 @@ class SceneView {
   void setDensity(Density density) { density_ = density; }
   Density density() const { return density_; }
   void setPalette(Palette palette);
+  const Palette& palette() const { return palette_; }
   InputState& input() { return input_; }
   const InputState& input() const { return input_; }
 

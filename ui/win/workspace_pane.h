@@ -198,6 +198,7 @@ class WorkspacePane {
   bool runForContainers(Command command);
   void removeContainers();
   void chooseIcon();
+  void chooseColours();
   void startSelected();
   void editShortcut(ShortcutSlot slot, const std::wstring& error);
   void addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const;

@@ -1,8 +1,12 @@
 // The commands of a pane that are about containers.
 
+#include <algorithm>
+
+#include "containers/colours.h"
 #include "containers/removal.h"
 #include "platform/msg_box.h"
 #include "ui/win/browse.h"
+#include "ui/win/frm_con_colors.h"
 #include "ui/win/win_events.h"
 #include "ui/win/workspace_pane.h"
 
@@ -67,6 +71,9 @@ bool WorkspacePane::runForContainers(Command command) {
     case Command::mnuConRemove:
       removeContainers();
       return true;
+    case Command::mnuConColors:
+      chooseColours();
+      return true;
     case Command::mnuConIcon:
       chooseIcon();
       return true;
@@ -102,6 +109,29 @@ void WorkspacePane::removeContainers() {
   scene_.scrollTo(scene_.scroll());
   menuContainer_ = {};
   sceneChanged();
+  owner_.workspaceChanged();
+}
+
+// The container of the menu, or the first one selected, shows what it comes to.
+void WorkspacePane::chooseColours() {
+  std::vector<ContainerSlot> slots = targetContainers();
+  const bool ofMenu = std::find(slots.begin(), slots.end(), menuContainer_) != slots.end();
+  const ContainerSlot shown = ofMenu ? menuContainer_ : slots.front();
+  const clsContainer* container = desk_.document.workspace.containers.find(shown);
+  if (container == nullptr) return;
+  std::optional<frmConColors::Choice> choice;
+  {
+    const ModalDepth::Scope scope(desk_.modal);
+    choice = frmConColors({container->name, ownColours(*container),
+                           usualColours(desk_.document.settings), slots.size() > 1},
+                          view_.palette(), desk_.fonts, view_.density(), desk_.platform.msgBox)
+                 .choose(window_);
+  }
+  if (!choice) return;
+  if (!choice->toAllSelected) slots = {shown};
+  slots = applyColours(desk_.document.workspace, slots, choice->colours);
+  if (slots.empty()) return;
+  containersChanged(slots);
   owner_.workspaceChanged();
 }
 
