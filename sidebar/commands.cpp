@@ -23,7 +23,8 @@ constexpr auto kSelected = Enabled::ShortcutSelected;
 constexpr auto kContainer = Enabled::ContainerSelected;
 
 constexpr std::array kCommands{
-    CommandRow{VARNOWICK_COMMAND(mnuNewFolderLink), L"Fo&lder container", ctrl('K')},
+    CommandRow{VARNOWICK_COMMAND(mnuNewFolderLink), L"Fo&lder container", ctrl('K'), kAlways,
+               kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAddRSS), L"R&SS News Feed", ctrl('E')},
     CommandRow{VARNOWICK_COMMAND(mnuAddLink), L"&Web URL", ctrl('W'), kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAddFileLink), L"&File shortcut", ctrl('F'), kAlways, kBuilt},

@@ -274,12 +274,7 @@ bool WorkspaceEditor::undo() {
 }
 
 DeletePlan WorkspaceEditor::planDelete() const {
-  DeletePlan plan = varnowick::planDelete(document_.workspace, selection_, document_.settings);
-  // Files of folder containers are not deleted from here yet, so nothing is asked
-  // about them.
-  plan.files.clear();
-  if (plan.question != nullptr) plan.question = kRemoveSelectedQuestion;
-  return plan;
+  return varnowick::planDelete(document_.workspace, selection_, document_.settings);
 }
 
 void WorkspaceEditor::carryOut(const DeletePlan& plan) {

@@ -224,6 +224,7 @@ class WorkspacePane {
   bool wheelOverFolder(POINT screen, int delta);
   bool keyInFolder(int key);
   bool typedInFolder(wchar_t letter);
+  bool newFolderContainer();
   std::optional<DWORD> folderDropEffect(POINT screen, IDataObject& data, DWORD keys, DWORD allowed);
   DWORD dropOnFolder(POINT screen, IDataObject& data, DWORD effect);
 

@@ -167,6 +167,8 @@ bool WorkspacePane::runHere(Command command) {
       return true;
     case Command::mnuNewNote:
       return newNote();
+    case Command::mnuNewFolderLink:
+      return newFolderContainer();
     default:
       return runForContainers(command);
   }

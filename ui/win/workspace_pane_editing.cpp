@@ -2,6 +2,7 @@
 
 #include "platform/msg_box.h"
 #include "shortcuts/tags.h"
+#include "ui/win/folder_containers.h"
 #include "ui/win/win_events.h"
 #include "ui/win/workspace_pane.h"
 
@@ -232,6 +233,7 @@ void WorkspacePane::deleteSelected() {
           kMsgAnswerNo)
     return;
   editor_.carryOut(plan);
+  if (!plan.files.empty() && desk_.folders != nullptr) desk_.folders->recycleUnasked(plan.files);
   view_.invalidate();
   announce(window_, kEventSceneChanged);
   owner_.workspaceChanged();

@@ -1,11 +1,15 @@
 // What a pane hands on to the folder containers that are shown on it.
 
+#include "containers/folder_path.h"
 #include "ui/scene/folder_rows.h"
+#include "ui/win/browse.h"
 #include "ui/win/folder_containers.h"
 #include "ui/win/workspace_pane.h"
 
 namespace varnowick {
 namespace {
+
+constexpr Size<Twips> kNewFolder{{3600}, {3000}};
 
 HeldKeys heldKeys() {
   const auto isDown = [](int key) { return GetKeyState(key) < 0; };
@@ -29,7 +33,12 @@ void WorkspacePane::detachFolders() {
 }
 
 bool WorkspacePane::pressedFolder(NodeId node) {
-  if (desk_.folders == nullptr || !desk_.folders->pressed(node, heldKeys())) return false;
+  if (desk_.folders == nullptr) return false;
+  if (!desk_.folders->pressed(node, heldKeys())) {
+    // What keys do from now on must not be done to files.
+    if (!folderContainerOf(view_.input().focused()).none()) view_.focus({});
+    return false;
+  }
   // There is one selection for the keys to act on.
   editor_.selectNone();
   return true;
@@ -92,6 +101,28 @@ std::optional<DWORD> WorkspacePane::folderDropEffect(POINT screen, IDataObject& 
 DWORD WorkspacePane::dropOnFolder(POINT screen, IDataObject& data, DWORD effect) {
   const Panel panel = scene_.panelAt(toScene({{screen.x}, {screen.y}}));
   return desk_.folders->drop(panel.container, data, effect);
+}
+
+// A container for a folder that the user chooses; on a window without a main panel
+// it is left to the owner.
+bool WorkspacePane::newFolderContainer() {
+  if (scene_.scene().find({ControlKind::picBack, 0}) == nullptr) return false;
+  if (refuseWhileLocked()) return true;
+  std::optional<std::wstring> path;
+  {
+    const ModalDepth::Scope scope(desk_.modal);
+    path = browseForFolder(window_, L"Folder to show in a container");
+  }
+  if (!path) return true;
+  clsContainer container;
+  container.name = tidyCaption(nameOf(*path));
+  container.CopyPath = *path;
+  const ContainerSlot slot =
+      editor_.addContainer(std::move(container), editor_.freePlace(kNewFolder));
+  scene_.scrollToShow(containerNode(slot));
+  sceneChanged();
+  owner_.workspaceChanged();
+  return true;
 }
 
 bool WorkspacePane::draggingFiles() const {
