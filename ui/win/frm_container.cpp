@@ -300,7 +300,7 @@ bool frmContainer::keyDown(int key, int modifiers) {
 
 LRESULT frmContainer::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HandlerScope scope(handlers_);
-  if (handleSizing(message, wParam)) return 0;
+  if (handleSizing(message, wParam, lParam)) return 0;
   if (const auto answer = pane_.handleMessage(message, wParam, lParam)) return *answer;
   switch (message) {
     case WM_TIMER:

@@ -101,7 +101,7 @@ class frmContainer final : public Window, private PaneOwner {
   void systemChanged();
   LRESULT onHitTest(POINT screen) const;
   // Sizing by a border. True when the message was about it.
-  bool handleSizing(UINT message, WPARAM wParam);
+  bool handleSizing(UINT message, WPARAM wParam, LPARAM lParam);
   void sizeTo(POINT cursor);
   void endSizing(bool keep);
 

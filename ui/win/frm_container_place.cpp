@@ -1,5 +1,7 @@
 // Where a detached container's window and its tab stand.
 
+#include <windowsx.h>
+
 #include <algorithm>
 
 #include "platform/screen.h"
@@ -131,11 +133,11 @@ LRESULT frmContainer::onHitTest(POINT screen) const {
 }
 
 // The system sizes windows with a sizing border only, which this one must not have.
-bool frmContainer::handleSizing(UINT message, WPARAM wParam) {
+bool frmContainer::handleSizing(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NCLBUTTONDOWN && wParam >= HTLEFT && wParam <= HTBOTTOMRIGHT) {
     if (desk_.modal.active()) return false;
-    POINT at{};
-    GetCursorPos(&at);
+    // Of the message: the cursor may have gone on since.
+    const POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     SetForegroundWindow(handle());
     sizing_ = {static_cast<LRESULT>(wParam), at, toPixels(rect(), density())};
     SetCapture(handle());
@@ -149,9 +151,13 @@ bool frmContainer::handleSizing(UINT message, WPARAM wParam) {
       sizeTo(at);
       return true;
     }
-    case WM_LBUTTONUP:
+    case WM_LBUTTONUP: {
+      POINT at{};
+      GetCursorPos(&at);
+      sizeTo(at);
       endSizing(true);
       return true;
+    }
     case WM_CAPTURECHANGED:
       endSizing(false);
       return true;

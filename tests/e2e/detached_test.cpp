@@ -1,0 +1,350 @@
+// Containers in windows of their own: how they come there and back, their tabs, and
+// when they hide.
+#include "tests/e2e/harness/detached.h"
+
+#include "tests/e2e/harness/drag_source.h"
+#include "tests/e2e/program_test.h"
+
+namespace varnowick::e2e {
+namespace {
+
+class DetachedTest : public ProgramTest {
+ protected:
+  std::string file(int number) {
+    return folder().read(L"Containers\\" + std::to_wstring(number) + L".con");
+  }
+  std::string value(int number, const std::string& key) { return savedValue(file(number), key); }
+  bool detached(int number) { return value(number, "[Detached]") == "1"; }
+  // So that a wait in vain tells which.
+  static std::wstring inLine(int line) { return L" in line " + std::to_wstring(line); }
+  void expectSaved(const std::function<void()>& action, int line = __builtin_LINE()) {
+    events().expect(kEventSaved, L"saved" + inLine(line), action);
+  }
+  void expectHidden(const std::function<void()>& action, int line = __builtin_LINE()) {
+    events().expect(kEventDetachedHidden, L"hidden" + inLine(line), action);
+  }
+  void expectShown(const std::function<void()>& action, int line = __builtin_LINE()) {
+    events().expect(kEventDetachedShown, L"shown" + inLine(line), action);
+  }
+  void write(const SettingsFile& settings, const std::vector<ContainerRow>& containers) {
+    folder().write(L"Varnowick.ini", settings.bytes());
+    for (std::size_t i = 0; i < containers.size(); ++i)
+      folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(containers[i]));
+  }
+  static ContainerRow tools(const DetachedRow& row) {
+    return {.name = L"Tools",
+            .y = 600,
+            .shortcuts = {{.caption = L"Inside", .path = L"C:\\x.txt", .y = 600}},
+            .detached = detachedLines(row)};
+  }
+  DetachedWindow window(const std::wstring& name = L"Tools") {
+    return DetachedWindow(program(), events(), name);
+  }
+  POINT titleOnBar(const Bar& bar, const std::wstring& name) {
+    const RECT r = bar.accessible().waitFor(name, ROLE_SYSTEM_GROUPING).rect;
+    return {r.left + toPixels(300), r.top + toPixels(175)};
+  }
+  bool onBar(const Bar& bar, const std::wstring& name) {
+    return bar.accessible().find(name, ROLE_SYSTEM_GROUPING).has_value();
+  }
+  void chooseOnBar(Bar& bar, const std::wstring& name, const std::wstring& mnemonics) {
+    events().expect(kEventMenuOpened, L"menu opened",
+                    [&] { mouse::rightClick(titleOnBar(bar, name)); });
+    require(L"the menu's window", [&] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+    bar.choose(mnemonics);
+  }
+};
+using MainDetached = DetachedTest;
+
+TEST_F(MainDetached, LeavesTheBarByMenuAndComesBackByItsOwn) {
+  write(SettingsFile(), {{.name = L"Tools",
+                          .x = 120,
+                          .y = 600,
+                          .width = 2400,
+                          .height = 2000,
+                          .shortcuts = {{.caption = L"Inside", .path = L"C:\\x.txt", .y = 600}}}});
+  Bar bar = startBar();
+  bar.expand();
+  expectSaved([&] { chooseOnBar(bar, L"Tools", L"d"); });
+  DetachedWindow tools = window();
+  tools.waitUntilShown();
+  EXPECT_TRUE(detached(0));
+  EXPECT_FALSE(onBar(bar, L"Tools"));
+  EXPECT_TRUE(tools.accessible().find(L"Inside"));
+  RECT both{};
+  const RECT own = tools.rect();
+  const RECT main = bar.rect();
+  EXPECT_FALSE(IntersectRect(&both, &own, &main)) << "it does not cover the bar";
+  EXPECT_EQ(own.right - own.left, toPixels(2400));
+  EXPECT_EQ(GetWindowLongW(tools.window(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+
+  expectSaved([&] { tools.choose(L"a"); });
+  EXPECT_FALSE(detached(0));
+  EXPECT_EQ(file(0).find("[Detached"), std::string::npos);
+  EXPECT_TRUE(onBar(bar, L"Tools"));
+  require(L"the window to go", [&] { return !tools.shown(); });
+  closeProgram();
+}
+
+TEST_F(MainDetached, IsThereAgainAtTheNextStart) {
+  write(SettingsFile(), {tools({.x = 9000, .y = 3000, .width = 3000, .height = 2400}),
+                         {.name = L"Stays", .y = 4000}});
+  for (int i = 0; i < 2; ++i) {
+    SCOPED_TRACE(i);
+    startBar();
+    window().waitUntilShown();
+    EXPECT_EQ(window().rect(), windowAt(9000, 3000, 3000, 2400));
+    EXPECT_TRUE(window().accessible().find(L"Inside"));
+    closeProgram();
+    EXPECT_TRUE(detached(0));
+    EXPECT_EQ(value(0, "[DetachedX]") + value(0, "[DetachedH]"), number(9000) + number(2400));
+    EXPECT_FALSE(detached(1));
+  }
+}
+
+TEST_F(MainDetached, HidesIntoItsTabAndComesOutByAClick) {
+  write(SettingsFile(), {tools({.useTab = true, .edge = 2})});
+  startBar();
+  DetachedWindow tools = window();
+  tools.waitUntilShown();
+  EXPECT_FALSE(tools.tabShown());
+  expectHidden([&] { tools.choose(L"w"); });
+  ASSERT_TRUE(tools.tabShown());
+  EXPECT_FALSE(tools.shown());
+  RECT work{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  const RECT tab = tools.tabRect();
+  EXPECT_EQ(tab.right, work.right);
+  EXPECT_EQ(tab.bottom - tab.top, toPixels(1600));
+  EXPECT_EQ(AccessibleWindow(tools.tab()).name(), L"Tools");
+
+  mouse::moveTo(centreOf(tab));
+  letTimePass(300);
+  EXPECT_FALSE(tools.shown()) << "it does not show itself unless it is to";
+  expectShown([&] { mouse::click(centreOf(tab)); });
+  EXPECT_TRUE(tools.shown());
+  EXPECT_FALSE(tools.tabShown());
+  EXPECT_EQ(GetForegroundWindow(), tools.window());
+
+  expectHidden([] { keyboard::chord({VK_MENU, VK_F4}); });
+  EXPECT_TRUE(program().running()) << "closing it ends nothing";
+  // Dragged to another edge it stays there.
+  const POINT from = centreOf(tools.tabRect());
+  expectSaved([&] { mouse::drag(from, {work.right / 2, work.bottom - 4}); });
+  EXPECT_EQ(value(0, "[DetachedTabDocked]"), number(4));
+  EXPECT_EQ(tools.tabRect().bottom, work.bottom);
+  EXPECT_FALSE(tools.shown());
+  closeProgram();
+}
+
+TEST_F(MainDetached, ComesWhenTheMouseTouchesItsTabAndGoesWithTheMouse) {
+  write(SettingsFile(), {tools({.useTab = true, .autoShow = true, .autoHide = true, .edge = 2})});
+  startBar();
+  DetachedWindow tools = window();
+  events().waitForFirst(kEventDetachedHidden, L"hidden by itself", program().process());
+  require(L"the tab", [&] { return tools.tabShown(); });
+  const HWND before = GetForegroundWindow();
+  expectShown([&] { mouse::moveTo(centreOf(tools.tabRect())); });
+  EXPECT_EQ(GetForegroundWindow(), before) << "it takes no focus away";
+  EXPECT_EQ(WindowFromPoint(tools.onTitle()), tools.window()) << "in front of the others";
+  mouse::moveTo(tools.onTitle());
+  letTimePass(2500);
+  EXPECT_TRUE(tools.shown());
+  expectHidden([&] { mouse::moveAwayFrom(tools.rect()); });
+  EXPECT_TRUE(tools.tabShown());
+  closeProgram();
+}
+
+TEST_F(DetachedTest, FadesOutStepByStep) {
+  write(SettingsFile().set("[Animate]", "1"), {tools({.useTab = true, .fadeOut = true})});
+  startBar();
+  DetachedWindow tools = window();
+  tools.waitUntilShown();
+  const HWND handle = tools.window();
+  const auto opacity = [&] {
+    BYTE alpha = 0;
+    GetLayeredWindowAttributes(handle, nullptr, &alpha, nullptr);
+    return static_cast<int>(alpha);
+  };
+  std::vector<int> seen{255};
+  tools.choose(L"w");
+  require(L"the end of the fade", [&] {
+    const int now = opacity();
+    if (IsWindowVisible(handle) && now != seen.back()) seen.push_back(now);
+    return !IsWindowVisible(handle);
+  });
+  EXPECT_GT(seen.size(), 1U);
+  for (std::size_t i = 1; i < seen.size(); ++i) {
+    if (seen[i] == 255 && i + 1 == seen.size()) break;  // hidden by then
+    EXPECT_LT(seen[i], seen[i - 1]);
+    EXPECT_EQ((256 - seen[i]) % 13, 0) << seen[i];
+  }
+  EXPECT_TRUE(tools.tabShown());
+  expectShown([&] { mouse::click(centreOf(tools.tabRect())); });
+  EXPECT_EQ(opacity(), 255);
+  closeProgram();
+}
+
+TEST_F(MainDetached, CloseAndDeleteDeletesOnlyAfterAYes) {
+  write(SettingsFile(), {tools({})});
+  Bar bar = startBar();
+  DetachedWindow tools = window();
+  tools.waitUntilShown();
+  tools.choose(L"d");
+  const auto question = [&] { return waitForDialog(program().process(), L"Close & Delete"); };
+  EXPECT_EQ(question().text(), L"Close detached container and delete it from the workspace?");
+  EXPECT_TRUE(question().hasIcon());
+  expectSaved([&] { question().press(IDNO); });
+  EXPECT_TRUE(tools.shown());
+  EXPECT_TRUE(detached(0));
+  tools.choose(L"d");
+  expectSaved([&] { question().press(IDYES); });
+  EXPECT_FALSE(tools.shown());
+  EXPECT_FALSE(folder().exists(L"Containers\\0.con"));
+  bar.expand();
+  EXPECT_FALSE(onBar(bar, L"Tools"));
+  closeProgram();
+}
+
+TEST_F(DetachedTest, CloseAndDeleteWithoutConfirmationDeletesNothing) {
+  write(SettingsFile().set("[ConfirmDelete]", "0"), {tools({})});
+  startBar();
+  window().waitUntilShown();
+  expectSaved([&] { window().choose(L"d"); });
+  EXPECT_FALSE(anyDialog(program().process()).open());
+  EXPECT_TRUE(window().shown());
+  EXPECT_TRUE(detached(0));
+  closeProgram();
+}
+
+TEST_F(MainDetached, TheBarAttachesOneOrAll) {
+  write(SettingsFile(),
+        {tools({.x = 9000, .y = 1500}),
+         {.name = L"Mail", .y = 3000, .detached = detachedLines({.x = 9000, .y = 4500})},
+         {.name = L"News",
+          .y = 4800,
+          .detached = detachedLines({.x = 13000, .y = 4500, .useTab = true, .autoHide = true})}});
+  Bar bar = startBar();
+  for (const wchar_t* name : {L"Tools", L"Mail"}) window(name).waitUntilShown();
+  require(L"the tab of the third", [&] { return window(L"News").tabShown(); });
+  bar.openMenu();
+  bar.choose(L"ct");
+  expectSaved([] {
+    keyboard::press(VK_DOWN);
+    keyboard::press(VK_RETURN);
+  });
+  EXPECT_FALSE(window(L"Mail").shown());
+  EXPECT_TRUE(window().shown());
+  EXPECT_EQ(detached(0) + detached(1) * 10 + detached(2) * 100, 101);
+  bar.focus();
+  expectSaved([] { keyboard::chord({VK_CONTROL, VK_F3}); });
+  EXPECT_FALSE(window().shown() || window(L"News").tabShown());
+  EXPECT_FALSE(detached(0) || detached(2));
+  for (const wchar_t* name : {L"Tools", L"Mail", L"News"}) EXPECT_TRUE(onBar(bar, name));
+  closeProgram();
+}
+
+TEST_F(MainDetached, ATitleDraggedOffTheBarBecomesAWindowThere) {
+  for (const bool on : {true, false}) {
+    SCOPED_TRACE(on);
+    write(SettingsFile().set("[DragToDetach]", on ? "1" : "0"),
+          {{.name = L"Tools", .y = 600, .width = 2400, .height = 2000}});
+    Bar bar = startBar();
+    bar.expand();
+    const POINT to{toPixels(10500), toPixels(3000)};
+    expectSaved([&] { mouse::drag(titleOnBar(bar, L"Tools"), to); });
+    EXPECT_EQ(detached(0), on);
+    EXPECT_EQ(window().shown(), on);
+    if (on) {
+      EXPECT_EQ(WindowFromPoint(to), window().window());
+      // By its title it is moved on, and by its border made larger.
+      expectSaved([&] { mouse::drag(to, {to.x + 60, to.y + 45}); });
+      EXPECT_EQ(value(0, "[DetachedY]"), number(static_cast<int>(toTwips(window().rect().top))));
+      EXPECT_EQ(WindowFromPoint({to.x + 60, to.y + 45}), window().window());
+      const RECT r = window().rect();
+      const POINT corner{r.right - 4, r.bottom - 4};
+      expectSaved([&] { mouse::drag(corner, {corner.x + 40, corner.y + 20}); });
+      EXPECT_EQ(window().rect(), (RECT{r.left, r.top, r.right + 40, r.bottom + 20}));
+      EXPECT_EQ(value(0, "[DetachedW]"), number(2400 + 600));
+    }
+    closeProgram();
+  }
+}
+
+TEST_F(DetachedTest, WorksOnItsOwnContents) {
+  const std::wstring probe = folder().addLaunchProbe();
+  ContainerRow row = tools({.useTab = true, .hideOnClick = true});
+  row.shortcuts.push_back({.caption = L"Probe", .path = probe, .x = 1600, .y = 600});
+  write(SettingsFile(), {row});
+  startBar();
+  DetachedWindow tools = window();
+  tools.waitUntilShown();
+  // Folding.
+  const RECT open = tools.rect();
+  const RECT r = tools.rect();
+  expectSaved([&] { mouse::click({r.right - toPixels(170), r.top + toPixels(175)}); });
+  EXPECT_EQ(tools.rect().bottom - tools.rect().top, toPixels(350));
+  letTimePass(700);  // two quick clicks are one double click
+  expectSaved([&] { mouse::click({r.right - toPixels(170), r.top + toPixels(175)}); });
+  EXPECT_EQ(tools.rect(), open);
+  // Pasting and deleting.
+  putOnClipboard(offerText(L"http://example.org/"));
+  mouse::click({r.left + toPixels(1500), r.bottom - toPixels(300)});
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'V'}); });
+  EXPECT_EQ(countSavedShortcuts(file(0)), 3U);
+  mouse::click({r.left + toPixels(1500), r.bottom - toPixels(300)});
+  keyboard::down(VK_CONTROL);
+  mouse::click(centreOf(tools.accessible().waitFor(L"Inside").rect));
+  keyboard::up(VK_CONTROL);
+  keyboard::press(VK_DELETE);
+  const DialogWindow question = waitForDialog(program().process(), kTitle);
+  expectSaved([&] { question.press(IDYES); });
+  EXPECT_EQ(countSavedShortcuts(file(0)), 2U);
+  letTimePass(700);  // the last two clicks on the body were a double click
+  // A click starts, and hides.
+  mouse::click(centreOf(tools.accessible().waitFor(L"Probe").rect));
+  waitForLaunch(probe);
+  require(L"the window to hide", [&] { return !tools.shown(); });
+  EXPECT_TRUE(tools.tabShown());
+  closeProgram();
+}
+
+TEST_F(DetachedTest, EveryFlagIsSwitchedByItsMenu) {
+  write(SettingsFile(), {tools({})});
+  startBar();
+  DetachedWindow tools = window();
+  tools.waitUntilShown();
+  // "Show and Hide" has no mnemonic of its own: its first letter stands for it.
+  const auto rows = [&] {
+    return value(0, "[DetachedTab]") + value(0, "[DetachedAutoShow]") +
+           value(0, "[DetachedAutoHide]") + value(0, "[DetachedCollapseOnClick]") +
+           value(0, "[DetachedFadeOut]");
+  };
+  const auto chooseBelow = [&](int row) {
+    tools.choose(L"");
+    // Past the disabled rows at the top.
+    keyboard::press(VK_DOWN);
+    for (int i = 0; i < 2; ++i) keyboard::press(VK_DOWN);
+    keyboard::press(VK_RIGHT);
+    for (int i = 0; i < row; ++i) keyboard::press(VK_DOWN);
+    keyboard::press(VK_RETURN);
+  };
+  expectSaved([&] { chooseBelow(0); });
+  EXPECT_EQ(rows(), "10000");
+  chooseBelow(4);
+  // [Animate] is off: asked first.
+  waitForDialog(program().process(), kTitle).press(IDNO);
+  EXPECT_EQ(rows(), "10000");
+  chooseBelow(4);
+  expectSaved([&] { waitForDialog(program().process(), kTitle).press(IDYES); });
+  EXPECT_EQ(rows(), "10001");
+  EXPECT_EQ(savedValue(folder().read(L"Varnowick.REC"), "[Animate]"), "1");
+  expectSaved([&] { chooseBelow(5); });
+  EXPECT_EQ(rows(), "10011");
+  expectSaved([&] { chooseBelow(1); });
+  EXPECT_EQ(rows(), "11111");
+  closeProgram();
+}
+
+}  // namespace
+}  // namespace varnowick::e2e
