@@ -166,6 +166,26 @@ Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelM
   return putAll(workspace, places, undo);
 }
 
+Moved moveToPanel(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
+                  const Selection& selection, Panel panel, Point<Twips> at, MoveUndo& undo) {
+  if (settings.locked) return {{}, kLockedMessage};
+  if (!exists(workspace, panel)) return {};
+  std::vector<Place> places;
+  Point<Twips> first;
+  for (const ObjectId& id : selection.objects()) {
+    if (std::holds_alternative<ContainerSlot>(id) || !isSelectable(workspace, id)) continue;
+    Place next = placeOf(workspace, id);
+    if (places.empty()) first = next.position;
+    const Point<Twips> to{at.x + next.position.x - first.x, at.y + next.position.y - first.y};
+    next.parent = panel;
+    next.position =
+        placeWithin(measures, panel, sizeOf(workspace, measures, id), to, settings.align);
+    places.push_back(next);
+  }
+  if (const wchar_t* refusal = refusalOf(workspace, places, panel)) return {{}, refusal};
+  return putAll(workspace, places, undo);
+}
+
 Moved alignSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
                      const Selection& selection, MoveUndo& undo) {
   if (settings.locked) return {{}, kLockedMessage};

@@ -54,6 +54,12 @@ struct Move {
 Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
                     const Move& move, MoveUndo& undo);
 
+// Moves the selected shortcuts and pictures of another window onto the panel, the
+// first one to that point of it and the others as they lie around it. The measures
+// are those of the panel's window. Otherwise as above.
+Moved moveToPanel(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
+                  const Selection& selection, Panel panel, Point<Twips> at, MoveUndo& undo);
+
 // Puts the selected objects onto the grid, whatever settings.align says.
 Moved alignSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
                      const Selection& selection, MoveUndo& undo);

@@ -188,6 +188,19 @@ Moved WorkspaceEditor::drop(Point<Twips> distance, Point<Twips> pointer) {
 
 void WorkspaceEditor::cancelDrag() { endDrag(); }
 
+Moved WorkspaceEditor::take(WorkspaceEditor& from, Point<Twips> at) {
+  const Panel panel = scene_.panelAt(at);
+  Moved moved = moveToPanel(document_.workspace, document_.settings, measures(), from.selection_,
+                            panel, scene_.toPanel(panel, at), undo_);
+  if (moved.objects.empty()) return moved;
+  from.selection_.selectNone();
+  from.refresh(moved.objects);
+  selection_.selectNone();
+  for (const ObjectId& id : moved.objects) selection_.select(id);
+  refresh(moved.objects);
+  return moved;
+}
+
 // Puts what was dragged back under its panel, where its record says.
 void WorkspaceEditor::endDrag() {
   unmarkDrop();
@@ -269,6 +282,10 @@ bool WorkspaceEditor::undo() {
   // What comes back from a container that shows one tag only is hidden by it no
   // more.
   for (const ShortcutSlot slot : applyTagFilters(document_.workspace)) back.emplace_back(slot);
+  // The place that a container has come back to is its own.
+  for (const ObjectId& id : back)
+    if (const auto* slot = std::get_if<ContainerSlot>(&id))
+      settle(document_.workspace.containers[*slot]);
   refresh(back);
   return true;
 }

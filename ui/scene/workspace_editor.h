@@ -39,6 +39,9 @@ class WorkspaceEditor {
   void drag(Point<Twips> distance, Point<Twips> pointer);
   Moved drop(Point<Twips> distance, Point<Twips> pointer);
   void cancelDrag();
+  // Takes over what is selected in another window, onto the panel at that point.
+  // The other window is to end its drag first and to be shown anew.
+  Moved take(WorkspaceEditor& from, Point<Twips> at);
   // The shortcut of the same panel under the pointer that is not being dragged,
   // while one shortcut alone is: dropping it there opens it with that one.
   ShortcutSlot openWithTarget(Point<Twips> pointer);

@@ -178,6 +178,12 @@ HWND DetachedWindows::disabledWindow() const {
   return nullptr;
 }
 
+WorkspacePane* DetachedWindows::paneOf(HWND window) {
+  for (const auto& candidate : windows_)
+    if (candidate->handle() == window && window != nullptr) return &candidate->pane();
+  return nullptr;
+}
+
 void DetachedWindows::refreshAll() {
   for (const auto& window : windows_) window->refresh();
 }

@@ -28,6 +28,7 @@ class DetachedWindows final : public DetachedHost {
     std::function<bool(Command)> runCommand;
     std::function<TwipsRect(ContainerSlot)> boxOnScreen;  // on the bar, as unfolded
     std::function<TwipsRect()> barOnScreen;
+    std::function<WorkspacePane*(POINT)> paneAt;  // of any window of the program
     // sweep() is to be called soon, from the message loop.
     std::function<void()> sweepSoon;
   };
@@ -61,6 +62,7 @@ class DetachedWindows final : public DetachedHost {
   };
   std::vector<Row> rows() const;
   frmContainer* find(ContainerSlot slot);
+  WorkspacePane* paneOf(HWND window);
   std::size_t count() const { return windows_.size(); }
 
   // The window that waits for a dialog of its own; null when none does.
@@ -83,6 +85,7 @@ class DetachedWindows final : public DetachedHost {
   LaunchHost& mainWindow() override { return mainWindow_; }
   bool busyElsewhere() override { return hooks_.busyElsewhere(); }
   void workspaceChanged() override { hooks_.workspaceChanged(); }
+  WorkspacePane* paneAt(POINT screen) override { return hooks_.paneAt(screen); }
   void shortcutStarted(ShortcutSlot slot) override { hooks_.shortcutStarted(slot); }
   bool runProgramCommand(Command command) override;
   void deleteContainer(ContainerSlot slot) override;

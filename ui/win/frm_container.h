@@ -33,6 +33,7 @@ class DetachedHost {
   virtual LaunchHost& mainWindow() = 0;
   virtual bool busyElsewhere() = 0;
   virtual void workspaceChanged() = 0;
+  virtual WorkspacePane* paneAt(POINT screen) = 0;
   virtual void shortcutStarted(ShortcutSlot slot) = 0;
   // A command of the whole program. False when it is not for a detached window.
   virtual bool runProgramCommand(Command command) = 0;
@@ -127,6 +128,7 @@ class frmContainer final : public Window, private PaneOwner {
   void hovered(NodeId node, POINT at) override;
   void moveWindow(const GestureEvent& event) override;
   void removing(const std::vector<ContainerSlot>& slots) override;
+  WorkspacePane* paneAt(POINT screen) override { return host_.paneAt(screen); }
   void shortcutStarted(ShortcutSlot slot) override { host_.shortcutStarted(slot); }
   bool runOwn(Command command) override;
   bool ownMenu(NodeId node, POINT screen) override;

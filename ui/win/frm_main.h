@@ -109,6 +109,8 @@ class frmMain final : public Window, private PaneOwner {
   void dragLeft() override { containers_.dragLeft(); }
   void keepOpen() override;
   void removing(const std::vector<ContainerSlot>& slots) override;
+  WorkspacePane* paneAt(POINT screen) override;
+  void contentsMoved() override { detached_.refreshAll(); }
   void drawModeEnded() override { relayout(); }
   void shortcutStarted(ShortcutSlot slot) override { extras_.countStart(slot); }
   void describeState(CommandState& state) const override;

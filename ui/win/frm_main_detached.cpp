@@ -49,6 +49,7 @@ DetachedWindows::Hooks frmMain::detachedHooks() {
                                  size.height};
               },
           .barOnScreen = [this] { return docking_.rect(); },
+          .paneAt = [this](POINT screen) { return paneAt(screen); },
           .sweepSoon = [this] { PostMessageW(handle(), kMsgSweep, 0, 0); }};
 }
 
@@ -71,6 +72,11 @@ bool frmMain::draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) 
   detachContainers(slots,
                    Point<Pixels>{{static_cast<int>(screen.x)}, {static_cast<int>(screen.y)}});
   return true;
+}
+
+WorkspacePane* frmMain::paneAt(POINT screen) {
+  const HWND window = WindowFromPoint(screen);
+  return window == handle() ? &pane_ : detached_.paneOf(window);
 }
 
 void frmMain::completeMenu(MenuId, std::vector<MenuItem>& items) {

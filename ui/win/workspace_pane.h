@@ -32,6 +32,8 @@ inline constexpr UINT kMsgDropped = WM_APP + 3;  // a drop waits to be taken in
 
 inline constexpr int kOwnRows = 30'000;
 
+class WorkspacePane;
+
 // The window around a pane. Points are in client pixels unless said otherwise.
 class PaneOwner : public LaunchHost {
  public:
@@ -65,6 +67,10 @@ class PaneOwner : public LaunchHost {
   virtual void removing(const std::vector<ContainerSlot>&) {}
   virtual void keepOpen() {}
   virtual void drawModeEnded() {}
+  // What lies in other windows may have been moved from here.
+  virtual void contentsMoved() {}
+  // The pane of another window of the program at a point of the screen; null for none.
+  virtual WorkspacePane* paneAt(POINT /*screen*/) { return nullptr; }
   // Something is being dragged over the window, from this program or another.
   virtual void draggedOver(POINT) {}
   virtual void dragLeft() {}
@@ -171,6 +177,7 @@ class WorkspacePane {
   // Editing (workspace_pane_editing.cpp)
   void onGesture(const GestureEvent& event);
   void moveObjects(const GestureEvent& event);
+  bool dropElsewhere(POINT screen);
   void openWith(ShortcutSlot dragged, ShortcutSlot target);
   void finishMove(const Moved& moved);
   bool dropIsWelcome(POINT screen);

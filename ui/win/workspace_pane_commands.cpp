@@ -132,6 +132,7 @@ bool WorkspacePane::runHere(Command command) {
     case Command::mnuUndo:
       if (editor_.undo()) {
         sceneChanged();
+        owner_.contentsMoved();
         owner_.workspaceChanged();
       }
       return true;

@@ -65,6 +65,7 @@ void WorkspacePane::moveObjects(const GestureEvent& event) {
       editor_.cancelDrag();
       break;
     case GesturePhase::End: {
+      if (dropElsewhere({event.now.x.value, event.now.y.value})) break;
       const ShortcutSlot target = editor_.openWithTarget(pointer);
       if (!target.none()) {
         const ShortcutSlot dragged = editor_.selection().current();
@@ -78,6 +79,18 @@ void WorkspacePane::moveObjects(const GestureEvent& event) {
     }
   }
   view_.invalidate();
+}
+
+// True when another window of the program lies under the drop.
+bool WorkspacePane::dropElsewhere(POINT screen) {
+  WorkspacePane* other = owner_.paneAt(screen);
+  if (other == nullptr || other == this) return false;
+  editor_.cancelDrag();
+  const Moved moved = other->editor_.take(
+      editor_, other->toScene({{static_cast<int>(screen.x)}, {static_cast<int>(screen.y)}}));
+  sceneChanged();
+  other->finishMove(moved);
+  return true;
 }
 
 void WorkspacePane::moveContainers(const GestureEvent& event) {

@@ -1,5 +1,4 @@
 #include "ui/scene/workspace_editor.h"
-#include "ui/scene/workspace_scene.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,6 +6,7 @@
 #include "shortcuts/tags.h"
 #include "tests/fakes/fake_text_measure.h"
 #include "ui/scene/detached_scene.h"
+#include "ui/scene/workspace_scene.h"
 
 namespace varnowick {
 namespace {
@@ -200,6 +200,29 @@ TEST_F(WorkspaceEditorTest, WhatIsDraggedFollowsFromWhatWasPressed) {
     document.settings.locked = c.locked;
     EXPECT_EQ(editor.dragFrom({c.pressed, 0}, {}), c.expected) << static_cast<int>(c.pressed);
   }
+}
+
+TEST_F(WorkspaceEditorTest, WhatIsDroppedOnAnotherWindowGoesOverAndComesBackByUndo) {
+  const ContainerSlot away = document.workspace.containers.add();
+  document.workspace.containers[away].Detached = true;
+  DetachedScene window(document.settings, document.workspace, away);
+  window.build({{3000}, {3000}}, {{3000}, {3000}}, {});
+  WorkspaceEditor other(document, window);
+  const ShortcutSlot slot = document.workspace.shortcuts.add();
+  view.updateShortcut(slot);
+  editor.selectOnly(slot);
+
+  const Moved moved = other.take(editor, {{600}, {1200}});
+  ASSERT_EQ(moved.objects.size(), 1U);
+  EXPECT_EQ(document.workspace.shortcuts[slot].parent, Panel{away});
+  EXPECT_TRUE(window.scene().shown(shortcutNode(slot)));
+  EXPECT_FALSE(view.scene().shown(shortcutNode(slot)));
+  EXPECT_TRUE(editor.selection().empty());
+  EXPECT_TRUE(other.selection().contains(slot));
+
+  ASSERT_TRUE(other.undo());
+  EXPECT_TRUE(document.workspace.shortcuts[slot].parent.isMain());
+  EXPECT_FALSE(window.scene().shown(shortcutNode(slot)));
 }
 
 }  // namespace
