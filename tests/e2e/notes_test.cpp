@@ -1,0 +1,235 @@
+// Notes and pictures on the bar: written, read again, opened, added; and the colours of
+// containers.
+#include "platform/win32/handles.h"
+#include "tests/e2e/harness/drag_source.h"
+#include "tests/e2e/program_test.h"
+#include "ui/win/frm_con_colors.h"
+
+namespace varnowick::e2e {
+namespace {
+
+// What opens web pages, while this object lives. Nothing is changed where that is not
+// allowed.
+class PageOpener {
+ public:
+  explicit PageOpener(const std::wstring& program) {
+    const std::wstring command = L"\"" + program + L"\" \"%1\"";
+    if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
+                        key_.put(), nullptr) != ERROR_SUCCESS)
+      return;
+    DWORD size = sizeof former_;
+    had_ = RegQueryValueExW(key_.get(), nullptr, nullptr, nullptr, reinterpret_cast<BYTE*>(former_),
+                            &size) == ERROR_SUCCESS;
+    set_ = RegSetValueExW(
+               key_.get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(command.c_str()),
+               static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
+  }
+  ~PageOpener() {
+    if (!set_) return;
+    if (had_)
+      RegSetValueExW(key_.get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(former_),
+                     static_cast<DWORD>((wcslen(former_) + 1) * sizeof(wchar_t)));
+    else
+      RegDeleteValueW(key_.get(), nullptr);
+  }
+  bool set() const { return set_; }
+
+ private:
+  static constexpr const wchar_t* kKey = L"Software\\Classes\\http\\shell\\open\\command";
+  KeyHandle key_;
+  wchar_t former_[1024] = {};
+  bool had_ = false;
+  bool set_ = false;
+};
+
+class NotesTest : public ProgramTest {
+ protected:
+  std::string file() { return folder().read(L"Containers\\0.con"); }
+  void expectSaved(const std::function<void()>& action) {
+    events().expect(kEventSaved, L"saved", action);
+  }
+  void writeNote(const std::string& note) {
+    folder().write(L"Varnowick.ini", SettingsFile().bytes());
+    folder().write(
+        L"Containers\\0.con",
+        containerFile(
+            {.name = L"Memo", .x = 120, .y = 600, .width = 2500, .height = 3000, .note = note}));
+  }
+  RECT noteRect(const Bar& bar, const std::wstring& container) {
+    return bar.accessible().waitFor(L"Note of " + container).rect;
+  }
+  // The text control in which a note is being edited.
+  HWND editor(const Bar& bar) {
+    HWND found = nullptr;
+    require(L"the editor of the note", [&] {
+      for (HWND child = FindWindowExW(bar.window(), nullptr, L"VarnowickEditOverlay", nullptr);
+           child != nullptr && found == nullptr;
+           child = FindWindowExW(bar.window(), child, L"VarnowickEditOverlay", nullptr))
+        if (IsWindowVisible(child)) found = FindWindowExW(child, nullptr, L"RichEdit20W", nullptr);
+      return found != nullptr;
+    });
+    return found;
+  }
+  void endEditing(const Bar& bar) {
+    const HWND control = editor(bar);
+    expectSaved([] { keyboard::press(VK_ESCAPE); });
+    require(L"the editor to go", [&] { return !IsWindowVisible(GetParent(control)); });
+  }
+  // The note's lines in the file, as UTF-8.
+  std::string savedNote() {
+    const std::string all = file();
+    const std::string start = "[START Note]\r\n";
+    const std::size_t from = all.find(start) + start.size();
+    return all.substr(from, all.find("\r\n[END Note]\r\n", from) - from);
+  }
+};
+using MainNotes = NotesTest;
+
+TEST_F(MainNotes, ANewOneIsTypedInAndReadAgain) {
+  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  Bar bar = startBar();
+  bar.focus();
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'N'}); });
+  const HWND control = editor(bar);
+  keyboard::type(L"bread and milk");
+  keyboard::press(VK_RETURN);
+  putOnClipboard(offerText(L"\x65E5\x672C \x042F\xD83D\xDE00\r\n[END Note]\r\nlast"));
+  keyboard::chord({VK_CONTROL, 'V'});
+  require(L"the text", [&] { return textOf(control).ends_with(L"last"); });
+  endEditing(bar);
+  EXPECT_EQ(savedValue(file(), "[NOTE ON]"), "1");
+  EXPECT_EQ(savedNote(), "bread and milk\r\n" + toUtf8(L"\x65E5\x672C \x042F\xD83D\xDE00") +
+                             "\r\n[END Note] \r\nlast")
+      << "a line that would end the note has a blank";
+  closeProgram();
+  const std::string before = file();
+  Bar again = startBar();
+  if (!again.isOut()) again.expand();
+  mouse::click(centreOf(noteRect(again, L"Note")));
+  EXPECT_NE(textOf(editor(again)).find(L"\x65E5\x672C"), std::wstring::npos);
+  keyboard::press(VK_ESCAPE);
+  closeProgram();
+  EXPECT_EQ(file(), before);
+}
+
+TEST_F(MainNotes, ALinkIsOpenedAndAClickBesideItEdits) {
+  const std::wstring browser = folder().addLaunchProbe();
+  const PageOpener opener(browser);
+  if (!opener.set()) GTEST_SKIP() << "what opens pages cannot be set here";
+  writeNote("http://example.org/page\r\n");
+  Bar bar = startBar();
+  bar.expand();
+  const RECT note = noteRect(bar, L"Memo");
+  mouse::click({note.left + 30, note.top + 8});
+  EXPECT_TRUE(waitForLaunch(browser).commandLine.ends_with(L"\"http://example.org/page\""));
+  // The caret goes to the end of the line that was clicked, past the link.
+  mouse::click({note.right - 12, note.top + 8});
+  editor(bar);
+  keyboard::type(L" read");
+  endEditing(bar);
+  EXPECT_EQ(savedNote(), "http://example.org/page read");
+}
+
+TEST_F(NotesTest, WhatIsTypedIsSavedWhenTheBarGoesAway) {
+  writeNote("old\r\n");
+  Bar bar = startBar();
+  bar.expand();
+  mouse::click(centreOf(noteRect(bar, L"Memo")));
+  editor(bar);
+  expectSaved([] { keyboard::type(L" new"); });  // once the typing rests
+  EXPECT_EQ(savedNote(), "old new");
+  keyboard::type(L"er");
+  require(L"the text", [&] { return textOf(editor(bar)) == L"old newer"; });
+  closeProgram();
+  EXPECT_EQ(savedNote(), "old newer");
+}
+
+TEST_F(NotesTest, FiveMegabytesAreShownEditedAndScrolled) {
+  std::string note;
+  while (note.size() < 3'000'000) note += "A line of a note that has grown too long.\r\n";
+  note += std::string(2'000'000, 'x') + "\r\n";
+  writeNote(note);
+  Bar bar = startBar();
+  bar.expand();
+  const POINT middle = centreOf(noteRect(bar, L"Memo"));
+  mouse::wheel(middle, -3);
+  mouse::click(middle);
+  editor(bar);
+  keyboard::press(VK_HOME);
+  keyboard::type(L"now ");
+  endEditing(bar);
+  const std::string all = file();
+  EXPECT_NE(all.find("now "), std::string::npos);
+  EXPECT_GT(all.size(), note.size());
+  closeProgram();
+}
+
+TEST_F(MainNotes, APictureIsAddedAndWhatIsNoneIsRefused) {
+  const std::wstring picture = folder().path() + L"\\Images\\picture-64.png";
+  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  folder().write(L"text.png", "This is no picture at all, whatever its name says.");
+  Bar bar = startBar();
+  const auto choose = [&](const std::wstring& path) {
+    bar.focus();
+    keyboard::chord({VK_CONTROL, 'P'});
+    const DialogWindow open = waitForDialog(program().process(), L"The picture to show");
+    putOnClipboard(offerText(path));
+    keyboard::chord({VK_CONTROL, 'V'});
+    keyboard::press(VK_RETURN);
+    require(L"the dialog to close", [&] { return !open.open(); });
+  };
+  choose(folder().file(L"text.png"));
+  const DialogWindow refusal = waitForDialog(program().process(), kTitle);
+  EXPECT_TRUE(refusal.text().starts_with(L"This file is no picture that can be shown:"));
+  refusal.press(IDOK);
+  expectSaved([&] { choose(picture); });
+  EXPECT_EQ(savedValue(folder().read(L"Varnowick.REC"), "[PicPath]"), ansi(picture));
+  bar.accessible().waitFor(L"picture-64.png", ROLE_SYSTEM_GRAPHIC);
+  closeProgram();
+}
+
+TEST_F(NotesTest, APictureThatHasGoneKeepsItsPlace) {
+  const std::string record =
+      "[Picture]\r\n[Locked]\r\n0\r\n[PicX]\r\n 300\r\n[PicY]\r\n 300\r\n[PicW]\r\n 1800\r\n"
+      "[PicH]\r\n 1500\r\n[PicPath]\r\nC:\\gone\\away.png\r\nTEMP\r\nTEMP\r\nTEMP\r\nTEMP\r\n";
+  folder().write(L"Varnowick.ini", SettingsFile().bytes() + record);
+  Bar bar = startBar();
+  bar.expand();
+  bar.accessible().waitFor(L"away.png", ROLE_SYSTEM_GRAPHIC);
+  closeProgram();
+  EXPECT_EQ(savedValue(folder().read(L"Varnowick.ini"), "[PicPath]"), "C:\\gone\\away.png");
+}
+
+TEST_F(MainNotes, ColoursAreChosenAndReset) {
+  writeNote("");
+  Bar bar = startBar();
+  const auto openColours = [&] {
+    if (!bar.isOut()) bar.expand();
+    const RECT box = bar.accessible().waitFor(L"Memo", ROLE_SYSTEM_GROUPING).rect;
+    events().expect(kEventMenuOpened, L"menu opened", [&] {
+      mouse::rightClick({box.left + 30, box.top + 10});
+    });
+    bar.choose(L"L");
+    return waitForDialog(program().process(), L"Container colors");
+  };
+  DialogWindow colours = openColours();
+  RECT r{};
+  GetWindowRect(GetDlgItem(colours.handle(), frmConColors::kLighterBack), &r);
+  mouse::click(centreOf(r));
+  expectSaved([&] { colours.press(IDOK); });
+  const std::string lighter = savedValue(file(), "[Backcolor]");
+  EXPECT_NE(lighter, savedValue(file(), "[Forecolor]"));
+
+  colours = openColours();
+  GetWindowRect(GetDlgItem(colours.handle(), frmConColors::kReset), &r);
+  mouse::click(centreOf(r));
+  const DialogWindow question = waitForDialog(program().process(), kTitle);
+  EXPECT_EQ(question.text(), L"Reset Container's colors to defualt values?");
+  question.press(IDYES);
+  expectSaved([&] { colours.press(IDOK); });
+  EXPECT_EQ(savedValue(file(), "[Backcolor]"), savedValue(file(), "[Forecolor]"));
+  closeProgram();
+}
+
+}  // namespace
+}  // namespace varnowick::e2e
