@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ole2.h>
 #include <oleacc.h>
 
 namespace varnowick {
@@ -14,6 +15,7 @@ const std::vector<TwipsRect> kWorks{{{0}, {0}, {12000}, {9000}}};
 class ContainerLabelTest : public testing::Test {
  protected:
   void SetUp() override {
+    OleInitialize(nullptr);
     tab_ = std::make_unique<frmContainerLabel>(
         fonts_,
         frmContainerLabel::Callbacks{
@@ -28,6 +30,10 @@ class ContainerLabelTest : public testing::Test {
             .dropped = [this](const TabPlace& place) { dropped_.push_back(place.rect); }});
     tab_->setLook({.name = L"Tools", .palette = makePalette({}), .density = {}});
     ASSERT_TRUE(tab_->attach());
+  }
+  void TearDown() override {
+    tab_.reset();
+    OleUninitialize();
   }
   RECT place() const {
     RECT r{};
@@ -64,9 +70,12 @@ TEST_F(ContainerLabelTest, StandsWhereItIsPutAndTakesNoFocus) {
     const TabPlace at = placeTab({edge, {}, {{2000}, {3000}, {3000}, {3000}}}, kWorks, {});
     tab_->showAt(at);
     ASSERT_TRUE(tab_->shown());
-    const PixelRect r = toPixels(at.rect, {});
-    EXPECT_EQ(place().left, r.left.value);
-    EXPECT_EQ(place().bottom, r.bottom().value);
+    const bool vertical = edge <= 2;
+    const RECT r = place();
+    EXPECT_EQ(r.right - r.left, vertical ? 15 : 107);
+    EXPECT_EQ(r.bottom - r.top, vertical ? 107 : 12);
+    const LONG border[] = {r.left, 800 - r.right, r.top, 600 - r.bottom};
+    EXPECT_EQ(border[edge - 1], 0);
     UpdateWindow(tab_->handle());
   }
   EXPECT_EQ(GetForegroundWindow(), before);
