@@ -216,12 +216,19 @@ constexpr std::array kShortcutMenu{
 
 // Submenus of tags stand below it; the window adds them.
 constexpr std::array kContainerMenu{
-    item(0, Command::mnuStartAll),        item(0, Command::mnuSortByName),
-    item(0, Command::mnuPaste),           separator(0),
-    item(0, Command::mnuConRename),       item(0, Command::mnuShowNote),
-    item(0, Command::mnuConColors),       item(0, Command::mnuConIcon),
-    item(0, Command::mnuHideToolbar),     separator(0),
-    item(0, Command::mnuDetachContainer), item(0, Command::mnuConRemove),
+    item(0, Command::mnuStartAll),
+    item(0, Command::mnuSortByName),
+    item(0, Command::mnuPaste),
+    item(0, Command::mnuAddPicture),
+    separator(0),
+    item(0, Command::mnuConRename),
+    item(0, Command::mnuShowNote),
+    item(0, Command::mnuConColors),
+    item(0, Command::mnuConIcon),
+    item(0, Command::mnuHideToolbar),
+    separator(0),
+    item(0, Command::mnuDetachContainer),
+    item(0, Command::mnuConRemove),
 };
 
 // The rows below a head, in their own right: the menus of buttons.

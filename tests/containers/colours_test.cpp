@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/scene/workspace_scene.h"
-
 namespace varnowick {
 namespace {
 
@@ -27,18 +25,10 @@ TEST(Colours, GetLighterAndDarker) {
 }
 
 struct ColoursOfContainers : testing::Test {
-  Settings settings;
   Workspace workspace;
   ContainerSlot one = workspace.containers.add({});
   ContainerSlot two = workspace.containers.add({});
   const ContainerColours red{rgb(200, 0, 0), rgb(255, 255, 0)};
-
-  Palette shown(ContainerSlot slot) {
-    WorkspaceScene view(settings, workspace);
-    view.build({});
-    const Node* node = view.scene().find(containerNode(slot));
-    return inContainer(makePalette(settings), node->look);
-  }
 };
 
 TEST_F(ColoursOfContainers, AreGivenToAll) {
@@ -46,28 +36,6 @@ TEST_F(ColoursOfContainers, AreGivenToAll) {
   EXPECT_EQ(applyColours(workspace, {one, {99}, two}, red), (std::vector{one, two}));
   EXPECT_EQ(ownColours(workspace.containers[two]), red);
   EXPECT_TRUE(applyColours(workspace, {one, two}, red).empty()) << "nothing to save";
-}
-
-TEST_F(ColoursOfContainers, AResetEndsInTheUsualLookWhateverThatBecomes) {
-  const Palette usual = shown(one);
-  applyColours(workspace, {one}, red);
-  EXPECT_NE(shown(one).bodyTop, usual.bodyTop);
-  applyColours(workspace, {one}, std::nullopt);
-  EXPECT_EQ(shown(one).bodyTop, usual.bodyTop);
-  EXPECT_EQ(shown(one).titleTop, usual.titleTop);
-  EXPECT_EQ(shown(one).text, usual.text);
-  settings.containerFor = rgb(250, 250, 250);
-  settings.foreground = rgb(0, 0, 0);
-  EXPECT_EQ(shown(one).bodyTop, shown(two).bodyTop);
-  EXPECT_NE(shown(one).bodyTop, usual.bodyTop);
-}
-
-TEST_F(ColoursOfContainers, ChoosingTheUsualOnesLooksUsual) {
-  const Palette usual = shown(one);
-  applyColours(workspace, {one}, usualColours(settings));
-  EXPECT_EQ(shown(one).bodyTop, usual.bodyTop);
-  EXPECT_EQ(shown(one).titleTop, usual.titleTop);
-  EXPECT_EQ(shown(one).text, usual.text);
 }
 
 TEST_F(ColoursOfContainers, TextNeverHasTheColourOfItsGround) {

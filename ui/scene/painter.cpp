@@ -17,6 +17,11 @@ constexpr float kSmallChromePoints = 8;
 // Longer texts never fit; handing them on would only cost time.
 constexpr std::size_t kLongestText = 4000;
 
+// The name alone first: of a path that does not fit its end would be lost.
+std::wstring nameAndPath(const std::wstring& path) {
+  return path.substr(path.find_last_of(L"\\/") + 1) + L"\n" + path;
+}
+
 bool isOnTitle(ControlKind kind) {
   return kind == ControlKind::ContainerLabel || kind == ControlKind::lblFoldUnfold ||
          kind == ControlKind::cmdConShrink || kind == ControlKind::cmdConDetach ||
@@ -308,7 +313,7 @@ void ScenePainter::paintImage(const Node& node, const PixelRect& rect, const Pal
   style.wrap = true;
   const Pixels below = top + side + px(6);
   text({rect.left + px(4), below, rect.width - px(8), rect.bottom() - below - px(4)},
-       node.image.name, style);
+       nameAndPath(node.image.name), style);
 }
 
 void ScenePainter::paintContainer(const Node& node, const PixelRect& rect, const Palette& p) {

@@ -15,12 +15,12 @@ constexpr int kStep = 10;  // percent that a button makes lighter or darker
 std::vector<DialogRow> rows() {
   using enum DialogControl;
   return {
-      {Label, -1, L"Back colour", 7, 9, 54, 8},
+      {Label, -1, L"Back color", 7, 9, 54, 8},
       {Swatch, Id::kBack, L"", 63, 7, 44, 14},
       {Button, Id::kChooseBack, L"&Choose...", 111, 7, 44, 14},
       {Button, Id::kLighterBack, L"&Lighter", 159, 7, 40, 14},
       {Button, Id::kDarkerBack, L"&Darker", 203, 7, 40, 14},
-      {Label, -1, L"Text colour", 7, 29, 54, 8},
+      {Label, -1, L"Text color", 7, 29, 54, 8},
       {Swatch, Id::kFore, L"", 63, 27, 44, 14},
       {Button, Id::kChooseFore, L"C&hoose...", 111, 27, 44, 14},
       {Button, Id::kLighterFore, L"L&ighter", 159, 27, 40, 14},

@@ -85,7 +85,7 @@ TEST_F(PainterTest, APictureThatCannotBeShownTellsItsPath) {
     paintScene(scene, input, makePalette(settings), {}, {{0}, {0}, {220}, {300}}, canvas);
     return canvas.written({"text", "image"});
   };
-  EXPECT_NE(painted(ImageState::Failed).find("C:\\gone.png #"), std::string::npos);
+  EXPECT_NE(painted(ImageState::Failed).find("gone.png?C:\\gone.png #"), std::string::npos);
   EXPECT_EQ(painted(ImageState::Waiting).find("C:\\gone.png"), std::string::npos);
   EXPECT_NE(painted(ImageState::Waiting).find("32x32 picture"), std::string::npos);
   EXPECT_NE(painted(ImageState::Ready).find("112x92 C:\\gone.png"), std::string::npos);
