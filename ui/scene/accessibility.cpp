@@ -50,6 +50,8 @@ bool Describer::describe(const Node& node, AccessibleItem& item) const {
     return true;
   };
   const wchar_t* foldAction = folded(node) ? L"Unfold" : L"Fold";
+  // In a window of its own the buttons on the title do the opposite.
+  const bool alone = scene_.find({ControlKind::picBack, 0}) == nullptr;
   switch (node.id.kind) {
     case ControlKind::DockStrip:
       return as(AccessibleRole::Button, L"Docking strip", L"Expand");
@@ -82,9 +84,11 @@ bool Describer::describe(const Node& node, AccessibleItem& item) const {
     case ControlKind::lblFoldUnfold:
       return as(AccessibleRole::Button, foldAction + (L" " + containerName(node)), foldAction);
     case ControlKind::cmdConShrink:
-      return as(AccessibleRole::Button, L"Shrink " + containerName(node), L"Press");
+      return as(AccessibleRole::Button, (alone ? L"Hide " : L"Shrink ") + containerName(node),
+                L"Press");
     case ControlKind::cmdConDetach:
-      return as(AccessibleRole::Button, L"Detach " + containerName(node), L"Press");
+      return as(AccessibleRole::Button, (alone ? L"Attach " : L"Detach ") + containerName(node),
+                L"Press");
     case ControlKind::cmdConMenu:
       return as(AccessibleRole::Button, L"Menu of " + containerName(node), L"Press");
     case ControlKind::ContainerIcon:

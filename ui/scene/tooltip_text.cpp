@@ -91,16 +91,18 @@ class ContainerText {
     const clsContainer* container = workspace_.containers.find(containerOf(node));
     if (container == nullptr) return {};
     const std::wstring name = oneLine(container->name);
+    const bool folded = container->Detached ? container->DetachedFolded : container->folded;
     const bool hasSource = container->RSS || containerType(*container) == ContainerType::Folder;
     const std::wstring source =
         hasSource ? shortened(oneLine(container->CopyPath), kLongestLine) : std::wstring();
     switch (node.kind) {
       case ControlKind::lblFoldUnfold:
-        return {{}, (container->folded ? L"Unfold " : L"Fold ") + shortened(name, kLongestLine)};
+        return {{}, (folded ? L"Unfold " : L"Fold ") + shortened(name, kLongestLine)};
       case ControlKind::cmdConShrink:
-        return {{}, L"Shrink to a tile"};
+        return {{}, container->Detached ? L"Hide" : L"Shrink to a tile"};
       case ControlKind::cmdConDetach:
-        return {{}, L"Detach: into a window of its own"};
+        return {{},
+                container->Detached ? L"Attach to the bar" : L"Detach: into a window of its own"};
       case ControlKind::cmdConMenu:
         return {{}, L"Commands for this container"};
       case ControlKind::ContainerFrame:

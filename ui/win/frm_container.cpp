@@ -171,6 +171,8 @@ void frmContainer::hideForGood() {
   if (gone_) return;
   pane_.endEditing();
   gone_ = true;
+  // Another window shows the container from now on, and takes its folder over.
+  pane_.detach();
   tooltip_.hide();
   tab_.hide();
   for (const DetachedTimerRow& row : kDetachedTimers) KillTimer(handle(), systemTimer(row.id));
@@ -250,7 +252,10 @@ void frmContainer::clicked(NodeId node, POINT) {
   }
 }
 
-void frmContainer::hovered(NodeId node, POINT) { tooltip_.hover(node); }
+void frmContainer::hovered(NodeId node, POINT) {
+  // What the body says is about shrinking, which a window does not do.
+  tooltip_.hover(node.kind == ControlKind::ContainerFrame ? NodeId{} : node);
+}
 
 void frmContainer::moveWindow(const GestureEvent& event) {
   if (event.phase == GesturePhase::Begin) {
