@@ -30,6 +30,7 @@ void ContainerDriver::apply(const ContainerEffects& effects) {
     action.start ? timers_.startTimer(action.id, action.interval) : timers_.stopTimer(action.id);
   if (!effects.reshaped.empty()) {
     pane_.containersChanged(effects.reshaped);
+    hooks_.reshaped();
     // What has opened may cover its neighbours, and not the other way round.
     for (const ContainerSlot slot : effects.reshaped) {
       const clsContainer* container = desk_.document.workspace.containers.find(slot);
@@ -39,7 +40,7 @@ void ContainerDriver::apply(const ContainerEffects& effects) {
     UpdateWindow(window_);
   }
   for (const wchar_t* sound : effects.sounds) desk_.platform.sound.play(sound);
-  if (effects.changed || effects.save) changed_();
+  if (effects.changed || effects.save) hooks_.changed();
 }
 
 bool ContainerDriver::tick(TimerId id) {

@@ -16,15 +16,21 @@ namespace varnowick {
 
 class ContainerDriver {
  public:
-  // All are borrowed and must outlive the driver. `changed`: the workspace is to be
-  // written, though not before what the user waits for has been painted.
+  struct Hooks {
+    // Another thing lies under the mouse than before.
+    std::function<void()> reshaped;
+    // The workspace is to be written, though not before what the user waits for has
+    // been painted.
+    std::function<void()> changed;
+  };
+  // All are borrowed and must outlive the driver.
   ContainerDriver(const Desk& desk, WorkspaceScene& scene, WorkspacePane& pane,
-                  DockingDriver& timers, std::function<void()> changed)
+                  DockingDriver& timers, Hooks hooks)
       : desk_(desk),
         scene_(scene),
         pane_(pane),
         timers_(timers),
-        changed_(std::move(changed)),
+        hooks_(std::move(hooks)),
         rules_(desk.document.workspace, desk.document.settings) {}
 
   void attach(HWND window) { window_ = window; }
@@ -51,7 +57,7 @@ class ContainerDriver {
   WorkspaceScene& scene_;
   WorkspacePane& pane_;
   DockingDriver& timers_;
-  std::function<void()> changed_;
+  Hooks hooks_;
   ContainerRules rules_;
   HWND window_ = nullptr;
 };

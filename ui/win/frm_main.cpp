@@ -57,7 +57,9 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                       if (change == DockChange::Expanded) announce(handle(), kEventExpanded);
                       if (change == DockChange::Collapsed) announce(handle(), kEventCollapsed);
                     }}),
-      containers_(desk(), workspaceScene_, pane_, docking_, [this] { saveSoon(); }),
+      containers_(
+          desk(), workspaceScene_, pane_, docking_,
+          {.reshaped = [this] { extras_.hideTooltip(); }, .changed = [this] { saveSoon(); }}),
       detached_(desk(), *this, detachedHooks()),
       extras_({platform_, document_, workspaceScene_, pane_.view(), images_, fonts_, measure_,
                docking_},
