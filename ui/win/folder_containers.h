@@ -69,8 +69,9 @@ class FolderContainers final : public Window {
 
   // The mouse on a node. Each is false when that is none of ours.
   bool pressed(NodeId node, HeldKeys keys);
-  bool released(NodeId node, HeldKeys keys, bool click);
-  bool clicked(NodeId node, bool doubleClick, HeldKeys keys);
+  // Both go by the keys that were held at the press.
+  bool released(NodeId node, bool click);
+  bool clicked(NodeId node, bool doubleClick);
   bool contextMenu(NodeId node, POINT screen);
   // Of the wheel's own units, 120 for a notch.
   bool wheel(NodeId node, int delta);
@@ -138,6 +139,7 @@ class FolderContainers final : public Window {
   // What is being dragged over a window, read once.
   IDataObject* readFrom_ = nullptr;
   std::vector<std::wstring> readPaths_;
+  HeldKeys pressKeys_;
   int wheelRest_ = 0;
   bool dragging_ = false;
   bool telling_ = false;

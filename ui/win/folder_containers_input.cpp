@@ -56,24 +56,26 @@ bool FolderContainers::pressed(NodeId node, HeldKeys keys) {
   FolderView* view = viewOf(node);
   if (view == nullptr) return false;
   const ContainerSlot slot = folderContainerOf(node);
+  pressKeys_ = keys;
   view->press(folderRowOf(node, *view), keys.ctrl, keys.shift);
   focus(slot);
   changed(slot, false);
   return true;
 }
 
-bool FolderContainers::released(NodeId node, HeldKeys keys, bool click) {
+bool FolderContainers::released(NodeId node, bool click) {
   FolderView* view = viewOf(node);
   if (view == nullptr) return false;
-  view->release(folderRowOf(node, *view), keys.ctrl, keys.shift, !click);
+  view->release(folderRowOf(node, *view), pressKeys_.ctrl, pressKeys_.shift, !click);
   changed(folderContainerOf(node), false);
   return true;
 }
 
-bool FolderContainers::clicked(NodeId node, bool doubleClick, HeldKeys keys) {
+bool FolderContainers::clicked(NodeId node, bool doubleClick) {
   if (viewOf(node) == nullptr) return false;
   // Of two quick clicks one opens the file: the one the user has chosen.
-  const bool opens = doubleClick == document_.settings.doubleClick && !keys.ctrl && !keys.shift;
+  const bool opens =
+      doubleClick == document_.settings.doubleClick && !pressKeys_.ctrl && !pressKeys_.shift;
   if (opens) open(node);
   return true;
 }

@@ -45,7 +45,7 @@ bool WorkspacePane::pressedFolder(NodeId node) {
 }
 
 bool WorkspacePane::releasedFolder(NodeId node, bool click) {
-  return desk_.folders != nullptr && desk_.folders->released(node, heldKeys(), click);
+  return desk_.folders != nullptr && desk_.folders->released(node, click);
 }
 
 void WorkspacePane::dragFiles(NodeId node) {
@@ -61,7 +61,7 @@ bool WorkspacePane::canDragFiles(NodeId node) const {
 }
 
 bool WorkspacePane::clickedFolder(NodeId node) {
-  return desk_.folders != nullptr && desk_.folders->clicked(node, doubleClicked_, heldKeys());
+  return desk_.folders != nullptr && desk_.folders->clicked(node, doubleClicked_);
 }
 
 bool WorkspacePane::openFile(NodeId node) {

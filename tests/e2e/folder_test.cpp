@@ -1,0 +1,232 @@
+// Folder containers: what is in the folder shows by itself, files are opened,
+// renamed, deleted, copied and dragged from there, and nothing else happens to them.
+#include <windows.h>
+// These rely on it.
+#include <shellapi.h>
+
+#include "tests/e2e/harness/drag_source.h"
+#include "tests/e2e/program_test.h"
+
+namespace varnowick::e2e {
+namespace {
+
+constexpr const wchar_t* kQuestion =
+    L"Delete Selected Files from disk and/or remove other selected shortcuts?";
+
+long long filesInBin() {
+  SHQUERYRBINFO about{};
+  about.cbSize = sizeof about;
+  return SUCCEEDED(SHQueryRecycleBinW(nullptr, &about)) ? about.i64NumItems : -1;
+}
+
+class FolderTest : public ProgramTest {
+ protected:
+  void SetUp() override {
+    ProgramTest::SetUp();
+    CreateDirectoryW(path(L"").c_str(), nullptr);
+  }
+  std::wstring path(const std::wstring& name) {
+    return folder().file(name.empty() ? L"Files" : L"Files\\" + name);
+  }
+  void put(const std::wstring& name) { writeFile(path(name), "x"); }
+
+  Bar startWith(const std::wstring& shown, SettingsFile settings = SettingsFile()) {
+    folder().write(L"Varnowick.ini", settings.set("[AutoExpand]", "0")
+                                         .set("[FoldOnClick]", "0")
+                                         .set("[Dbl-Click]", "1")
+                                         .bytes());
+    folder().write(
+        L"Containers\\0.con",
+        containerFile({.name = L"Mine", .y = 600, .width = 2500, .height = 2400, .folder = shown}));
+    Bar bar = startBar();
+    bar.expand();
+    return bar;
+  }
+  Bar startOpen(SettingsFile settings = SettingsFile()) { return startWith(path(L""), settings); }
+
+  bool shows(const Bar& bar, const std::wstring& name) {
+    return bar.accessible().find(name, ROLE_SYSTEM_LISTITEM).has_value();
+  }
+  void expectShown(const Bar& bar, const std::wstring& name) {
+    bar.accessible().waitFor(name, ROLE_SYSTEM_LISTITEM);
+  }
+  void expectGone(const Bar& bar, const std::wstring& name) {
+    require(name + L" to go", [&] { return !shows(bar, name); });
+  }
+  POINT onRow(const Bar& bar, const std::wstring& name) {
+    return centreOf(bar.accessible().waitFor(name, ROLE_SYSTEM_LISTITEM).rect);
+  }
+  // By one click, as two are set to open.
+  void select(Bar& bar, const std::wstring& name) {
+    if (!bar.isOut()) bar.expand();
+    mouse::click(onRow(bar, name));
+    require(L"the row to be selected", [&] {
+      const auto row = bar.accessible().find(name, ROLE_SYSTEM_LISTITEM);
+      return row && (row->state & STATE_SYSTEM_SELECTED) != 0;
+    });
+    toFront(bar);
+  }
+  void toFront(Bar& bar) {
+    require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+  }
+  DialogWindow message() { return waitForDialog(program().process(), kTitle); }
+};
+using MainFolder = FolderTest;
+
+TEST_F(MainFolder, WhatHappensInTheFolderShowsByItself) {
+  put(L"b & c.txt");
+  CreateDirectoryW(path(L"Sub").c_str(), nullptr);
+  Bar bar = startOpen();
+  expectShown(bar, L"b & c.txt");
+  EXPECT_LT(onRow(bar, L"Sub").y, onRow(bar, L"b & c.txt").y) << "folders come first";
+  put(L"a.txt");
+  expectShown(bar, L"a.txt");
+  DeleteFileW(path(L"b & c.txt").c_str());
+  expectGone(bar, L"b & c.txt");
+  // The folder goes, and comes back.
+  ASSERT_TRUE(MoveFileW(path(L"").c_str(), folder().file(L"Elsewhere").c_str()));
+  expectGone(bar, L"a.txt");
+  ASSERT_TRUE(MoveFileW(folder().file(L"Elsewhere").c_str(), path(L"").c_str()));
+  expectShown(bar, L"a.txt");
+  closeProgram();
+}
+
+TEST_F(MainFolder, DeletingAsksAndUsesTheBin) {
+  for (const wchar_t* name : {L"one.txt", L"three.txt", L"two.txt"}) put(name);
+  Bar bar = startOpen();
+  select(bar, L"one.txt");
+  keyboard::chord({VK_SHIFT, VK_DOWN});
+  keyboard::press(VK_DELETE);
+  const DialogWindow question = message();
+  EXPECT_EQ(question.text(), kQuestion);
+  question.press(IDNO);
+  EXPECT_TRUE(fileExists(path(L"one.txt")));
+  const long long before = filesInBin();
+  toFront(bar);
+  keyboard::press(VK_DELETE);
+  message().press(IDYES);
+  expectGone(bar, L"one.txt");
+  expectGone(bar, L"three.txt");
+  EXPECT_TRUE(fileExists(path(L"two.txt")));
+  EXPECT_EQ(filesInBin(), before + 2);
+  closeProgram();
+}
+
+TEST_F(MainFolder, RemovingTheContainerLeavesTheFiles) {
+  put(L"kept.txt");
+  Bar bar = startOpen();
+  // The list has the focus, and a file is selected in it.
+  select(bar, L"kept.txt");
+  const RECT box = bar.accessible().waitFor(L"Mine", ROLE_SYSTEM_GROUPING).rect;
+  mouse::click({box.left + toPixels(300), box.top + toPixels(175)});
+  keyboard::press(VK_DELETE);
+  events().expect(kEventSaved, L"saved",
+                  [&] { waitForDialog(program().process(), L"Remove Containers").press(IDYES); });
+  expectGone(bar, L"kept.txt");
+  EXPECT_TRUE(fileExists(path(L"kept.txt")));
+  closeProgram();
+}
+
+TEST_F(MainFolder, DroppedFilesAreCopiedIntoIt) {
+  put(L"here.txt");
+  const std::wstring other = folder().file(L"Other.txt");
+  writeFile(other, "other");
+  Bar bar = startOpen();
+  {
+    DragSource source(offerFiles({other}));
+    if (!bar.isOut()) bar.expand();
+    EXPECT_EQ(source.dragTo(onRow(bar, L"here.txt")), static_cast<DWORD>(DROPEFFECT_COPY));
+  }
+  expectShown(bar, L"Other.txt");
+  EXPECT_EQ(readFile(path(L"Other.txt")), "other");
+  EXPECT_TRUE(fileExists(other)) << "the source allowed no move";
+  // A folder does not go into itself, and the user is told.
+  {
+    DragSource source(offerFiles({path(L"")}));
+    if (!bar.isOut()) bar.expand();
+    source.dragTo(onRow(bar, L"here.txt"));
+  }
+  message().press(IDOK);
+  EXPECT_EQ(countSavedShortcuts(folder().read(L"Containers\\0.con")), 0U);
+  closeProgram();
+}
+
+TEST_F(MainFolder, FilesOpenAndAreRenamedInPlace) {
+  const std::wstring probe = folder().addLaunchProbe();
+  Bar bar = startWith(probe.substr(0, probe.rfind(L'\\')));
+  const std::wstring name = probe.substr(probe.rfind(L'\\') + 1);
+  const std::wstring renamed = probe.substr(0, probe.rfind(L'\\') + 1) + L"Other name.exe";
+  select(bar, name);
+  keyboard::press(VK_F2);
+  // The stem alone is selected.
+  require(L"the edit box", [&] {
+    GUITHREADINFO about{};
+    about.cbSize = sizeof about;
+    return GetGUIThreadInfo(GetWindowThreadProcessId(bar.window(), nullptr), &about) &&
+           about.hwndFocus != bar.window() && about.hwndFocus != nullptr;
+  });
+  keyboard::type(L"Other name");
+  keyboard::press(VK_RETURN);
+  expectShown(bar, L"Other name.exe");
+  EXPECT_TRUE(fileExists(renamed) && !fileExists(probe));
+  events().expect(kEventLaunched, L"launched",
+                  [&] { mouse::doubleClick(onRow(bar, L"Other name.exe")); });
+  EXPECT_NE(waitForLaunch(renamed).commandLine.find(L"Other name.exe"), std::wstring::npos);
+  closeProgram();
+}
+
+TEST_F(FolderTest, CutAndPasteMoveFilesFromOneFolderToAnother) {
+  put(L"moves.txt");
+  const std::wstring second = folder().file(L"Second");
+  CreateDirectoryW(second.c_str(), nullptr);
+  writeFile(second + L"\\there.txt", "y");
+  folder().write(
+      L"Containers\\1.con",
+      containerFile(
+          {.name = L"Second", .y = 3200, .width = 2500, .height = 1500, .folder = second}));
+  Bar bar = startOpen();
+  select(bar, L"moves.txt");
+  keyboard::chord({VK_CONTROL, 'X'});
+  select(bar, L"there.txt");
+  keyboard::chord({VK_CONTROL, 'V'});
+  require(L"the file to move",
+          [&] { return fileExists(second + L"\\moves.txt") && !fileExists(path(L"moves.txt")); });
+  expectShown(bar, L"moves.txt");
+  // And back again by the mouse: within a drive a drag moves.
+  mouse::drag(onRow(bar, L"moves.txt"),
+              centreOf(bar.accessible().waitFor(L"Folder of Mine", ROLE_SYSTEM_LIST).rect));
+  require(L"the file to move back", [&] { return fileExists(path(L"moves.txt")); });
+  EXPECT_FALSE(fileExists(second + L"\\moves.txt"));
+  closeProgram();
+}
+
+TEST_F(FolderTest, WhileLockedNothingHappensToFiles) {
+  put(L"stays.txt");
+  Bar bar = startOpen(SettingsFile().set("[LOCKED]", "1"));
+  select(bar, L"stays.txt");
+  const WORD keys[] = {VK_DELETE, VK_F2};
+  for (const WORD key : keys) {
+    keyboard::press(key);
+    const DialogWindow told = message();
+    EXPECT_EQ(told.text(), L"Editing is locked. Unlock it to change the workspace.");
+    told.press(IDOK);
+    require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+  }
+  EXPECT_TRUE(fileExists(path(L"stays.txt")));
+  closeProgram();
+}
+
+TEST_F(FolderTest, TextsThatAreNoFolderDoNoHarm) {
+  writeFile(folder().file(L"file"), "x");
+  const std::wstring texts[] = {folder().file(L"none"), folder().file(L"file"), L"relative\\x",
+                                L"\\\\?\\Z:\\", L"Q:\\" + std::wstring(5000, L'y')};
+  for (const std::wstring& text : texts) {
+    Bar bar = startWith(text);
+    bar.accessible().waitFor(L"Folder of Mine", ROLE_SYSTEM_LIST);
+    EXPECT_FALSE(bar.accessible().find(L"file", ROLE_SYSTEM_LISTITEM));
+    closeProgram();
+  }
+}
+
+}  // namespace
+}  // namespace varnowick::e2e
