@@ -149,7 +149,7 @@ void NoteEdit::load(std::size_t caretOffset, std::size_t top) {
   const auto at =
       static_cast<LPARAM>(toPosition(part, caretOffset - std::min(caretOffset, slice_.start)));
   SendMessageW(control(), EM_SETSEL, static_cast<WPARAM>(at), at);
-  if (slice_.contains(top)) setFirstLine(lineOf(toPosition(part, top - slice_.start)));
+  if (slice_.contains(top)) scrollToTop(toPosition(part, top - slice_.start));
   SendMessageW(control(), EM_EMPTYUNDOBUFFER, 0, 0);
   SendMessageW(control(), WM_SETREDRAW, TRUE, 0);
   InvalidateRect(control(), nullptr, TRUE);
@@ -162,16 +162,30 @@ std::size_t NoteEdit::toPosition(std::wstring_view part, std::size_t offset) con
   return rich_ ? withoutBreakUnits(part, offset) : offset;
 }
 
-int NoteEdit::lineOf(std::size_t position) const {
-  const auto at = static_cast<LPARAM>(position);
-  return static_cast<int>(
-      rich_ ? SendMessageW(control(), EM_EXLINEFROMCHAR, 0, at)
-            : SendMessageW(control(), EM_LINEFROMCHAR, static_cast<WPARAM>(at), 0));
+// Where a letter is drawn, from the control's top; positions are in its own counting.
+int NoteEdit::topOf(std::size_t position) const {
+  if (rich_) {
+    POINTL at{};
+    SendMessageW(control(), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&at),
+                 static_cast<LPARAM>(position));
+    return at.y;
+  }
+  const LRESULT line = SendMessageW(control(), EM_LINEFROMCHAR, position, 0);
+  const LRESULT first = SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0);
+  return static_cast<int>(line - first) * lineHeight().value;
 }
 
-void NoteEdit::setFirstLine(int line) {
-  const int now = static_cast<int>(SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0));
-  if (line != now) SendMessageW(control(), EM_LINESCROLL, 0, line - now);
+// Some controls take a line to be shorter than theirs are, so that it takes several
+// steps.
+void NoteEdit::scrollToTop(std::size_t position) {
+  constexpr int kMostSteps = 20;
+  for (int step = 0; step < kMostSteps; ++step) {
+    const int top = topOf(position);
+    const int lines = top / lineHeight().value;
+    if (lines == 0) return;
+    SendMessageW(control(), EM_LINESCROLL, 0, lines);
+    if (topOf(position) == top) return;  // it is the end of the text
+  }
 }
 
 // From a position as the control counts, and the part of the text that it holds.
@@ -180,10 +194,16 @@ std::size_t NoteEdit::offsetOf(std::wstring_view part, DWORD position) const {
          (rich_ ? withBreakUnits(part, position) : std::min<std::size_t>(position, part.size()));
 }
 
+// Of the first line that can be read.
 std::size_t NoteEdit::topOffset() const {
   const LRESULT line = SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0);
-  const LRESULT position = SendMessageW(control(), EM_LINEINDEX, static_cast<WPARAM>(line), 0);
-  return offsetOf(text(), static_cast<DWORD>(std::max<LRESULT>(0, position)));
+  const auto startOf = [&](LRESULT number) {
+    return SendMessageW(control(), EM_LINEINDEX, static_cast<WPARAM>(number), 0);
+  };
+  LRESULT position = std::max<LRESULT>(0, startOf(line));
+  const bool cutOff = topOf(static_cast<std::size_t>(position)) < -lineHeight().value / 2;
+  if (const LRESULT next = startOf(line + 1); cutOff && next > position) position = next;
+  return offsetOf(text(), static_cast<DWORD>(position));
 }
 
 void NoteEdit::textChanged() {

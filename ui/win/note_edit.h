@@ -58,9 +58,9 @@ class NoteEdit final : public EditOverlay {
   void load(std::size_t caret, std::size_t top);
   std::size_t offsetOf(std::wstring_view part, DWORD position) const;
   std::size_t topOffset() const;
-  int lineOf(std::size_t position) const;
+  int topOf(std::size_t position) const;
   std::size_t toPosition(std::wstring_view part, std::size_t offset) const;
-  void setFirstLine(int line);
+  void scrollToTop(std::size_t position);
   void followCaret();
   void followView();
   void goTo(std::size_t offset);
