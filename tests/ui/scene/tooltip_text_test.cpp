@@ -94,6 +94,12 @@ TEST_F(TooltipTextTest, ATitleSpeaksOnlyWhenItHasSomethingToAdd) {
   EXPECT_EQ(at(containerPart(ControlKind::ContainerIcon, plain)),
             (TooltipText{L"Work", L"Shrink/Expand"}));
   EXPECT_EQ(at(containerPart(ControlKind::ContainerLabel, {77})), TooltipText{});
+  // In a window of its own its buttons do the opposite.
+  const NodeId detach = containerPart(ControlKind::cmdConDetach, folder);
+  EXPECT_EQ(at(detach).text.substr(0, 6), L"Detach");
+  workspace_.containers[folder].Detached = true;
+  EXPECT_EQ(at(detach).text.substr(0, 6), L"Attach");
+  EXPECT_EQ(at(containerPart(ControlKind::lblFoldUnfold, folder)).text, L"Fold Music");
 }
 
 }  // namespace
