@@ -29,12 +29,12 @@ TEST(DetachedMenu, ShowsTheRecordsFlags) {
   clsContainer c;
   c.DetachedUseTab = c.DetachedAutoHide = true;
   c.DetachedTabDockedWhere = 2;
-  EXPECT_THAT(menuOf(c, {}),
-              ElementsAre(L"[Sta&rt selected]", L"&Tag start", L"Show and Hide", L" Use &Tab*",
-                          L" &Toggle both", L" Auto &show", L" Auto &hide*", L" Enable &fade-out",
-                          L" &Hide on click", L"-", L"&Attach to Workspace", L"Close && &Delete",
-                          L"-", L"Hide no&w", L"Tab &edge", L" &Left", L" &Right*", L" &Top",
-                          L" &Bottom"));
+  EXPECT_THAT(
+      menuOf(c, {}),
+      ElementsAre(L"[Sta&rt selected]", L"&Tag start", L"Show and Hide", L" Use &Tab*",
+                  L" &Toggle both", L" Auto &show", L" Auto &hide*", L" Enable &fade-out",
+                  L" &Hide on click", L"-", L"&Attach to Workspace", L"Close && &Delete", L"-",
+                  L"Hide no&w", L"Tab &edge", L" &Left", L" &Right*", L" &Top", L" &Bottom"));
   c.DetachedUseTab = false;
   const std::vector<std::wstring> tabs = menuOf(c, {.shortcutSelected = true, .shown = false});
   EXPECT_EQ(tabs.front(), L"Sta&rt selected");
