@@ -140,6 +140,17 @@ class ContainerText {
   Density density_;
 };
 
+// A file's name where the row is too narrow for it.
+TooltipText ofFolderRow(const Node* row, TextMeasure* measure, Density density) {
+  if (row == nullptr) return {};
+  const Pixels room = density.toPixels(row->rect.width - Twips{465});
+  const int width = measure != nullptr
+                        ? measure->measure(row->text, {}, {0}).width.value
+                        : static_cast<int>(row->text.size()) * density.toPixels(Twips{105}).value;
+  if (width <= room.value) return {};
+  return {{}, shortened(oneLine(row->text), kLongestLine)};
+}
+
 }  // namespace
 
 TooltipText tooltipText(NodeId node, const Scene& scene, const Settings& settings,
@@ -159,6 +170,7 @@ TooltipText tooltipText(NodeId node, const Scene& scene, const Settings& setting
         command == Command::None ? std::wstring() : keyText(commandRow(command).key);
     return {{}, key.empty() ? action : action + L" (" + key + L")"};
   }
+  if (node.kind == ControlKind::FolderRow) return ofFolderRow(scene.find(node), measure, density);
   return ContainerText(scene, workspace, measure, density).of(node);
 }
 

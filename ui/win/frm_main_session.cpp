@@ -90,6 +90,11 @@ void frmMain::restartWithoutRecentChanges() {
 
 void frmMain::exitProgram() {
   if (ended_) return;
+  constexpr const wchar_t* kFilesUnderWay =
+      L"Files are still being copied, moved or deleted.\r\n\r\nEnd the program all the same?";
+  if (folders_.busy() && platform_.msgBox.show(kFilesUnderWay, kMsgYesNo | kMsgQuestion,
+                                               kProgramTitle) == kMsgAnswerNo)
+    return;
   pane_.endEditing();
   detached_.endEditing();
   ended_ = true;

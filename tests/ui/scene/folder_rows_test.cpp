@@ -7,6 +7,7 @@
 #include "tests/fakes/recording_canvas.h"
 #include "ui/scene/accessibility.h"
 #include "ui/scene/painter.h"
+#include "ui/scene/tooltip_text.h"
 #include "ui/scene/workspace_scene.h"
 
 namespace varnowick {
@@ -140,6 +141,18 @@ TEST_F(FolderRowsTest, IconsAreThoseOfFilesOnlyWhereFilesHaveTheirOwn) {
     layoutFolderRows(scene, slot, view);
     EXPECT_EQ(scene.find(folderRowNode(slot, 0))->image.name, row.icon);
   }
+}
+
+TEST_F(FolderRowsTest, TooltipsShowNamesThatDoNotFit) {
+  const std::wstring longName = L"A name that is much longer than the row is wide.txt";
+  view.apply({FolderState::Ready, {{longName}, {L"short"}}});
+  layoutFolderRows(scene, slot, view);
+  const auto textAt = [&](int n) {
+    return tooltipText(folderRowNode(slot, n), scene, settings, workspace, nullptr, Density{}).text;
+  };
+  EXPECT_EQ(textAt(0), longName);
+  EXPECT_EQ(textAt(1), L"");
+  EXPECT_EQ(textAt(7), L"");
 }
 
 TEST_F(FolderRowsTest, AListTooFlatForARowStillShowsOne) {
