@@ -185,6 +185,7 @@ class WorkspacePane {
   void deleteSelected();
   void setTagFilter(ContainerSlot slot, const std::wstring& tag);
   void moveContainers(const GestureEvent& event);
+  bool isOutside(Point<Pixels> screen) const;
   void resizeObject(const GestureEvent& event);
   void drawContainer(const GestureEvent& event);
 

@@ -93,6 +93,12 @@ bool WorkspacePane::dropElsewhere(POINT screen) {
   return true;
 }
 
+bool WorkspacePane::isOutside(Point<Pixels> screen) const {
+  RECT r{};
+  GetWindowRect(window_, &r);
+  return !PtInRect(&r, {screen.x.value, screen.y.value});
+}
+
 void WorkspacePane::moveContainers(const GestureEvent& event) {
   const Density density = view_.density();
   const Point<Twips> distance{density.toTwips(event.now.x - event.start.x),
@@ -103,16 +109,16 @@ void WorkspacePane::moveContainers(const GestureEvent& event) {
       [[fallthrough]];
     case GesturePhase::Update:
       editor_.dragContainers(distance);
+      // Beyond the window nothing can be painted; the cursor tells that it goes along.
+      SetCursor(LoadCursorW(nullptr, isOutside(event.now) ? IDC_SIZEALL : IDC_ARROW));
       break;
     case GesturePhase::Cancel:
       editor_.cancelDrag();
       break;
     case GesturePhase::End: {
       const POINT screen{event.now.x.value, event.now.y.value};
-      RECT r{};
-      GetWindowRect(window_, &r);
       const std::vector<ContainerSlot> slots = editor_.selectedContainers();
-      if (!PtInRect(&r, screen) && owner_.draggedOut(slots, screen))
+      if (isOutside(event.now) && owner_.draggedOut(slots, screen))
         editor_.cancelDrag();
       else
         finishMove(editor_.dropContainers(distance));
@@ -242,8 +248,8 @@ void WorkspacePane::deleteSelected() {
   const DeletePlan plan = editor_.planDelete();
   if (plan.empty()) return;
   if (plan.question != nullptr &&
-      desk_.platform.msgBox.show(plan.question, kMsgYesNo | kMsgExclamation, kProgramTitle) ==
-          kMsgAnswerNo)
+      desk_.platform.msgBox.show(plan.question, kMsgYesNo | kMsgExclamation, kProgramTitle) !=
+          kMsgAnswerYes)
     return;
   editor_.carryOut(plan);
   if (!plan.files.empty() && desk_.folders != nullptr) desk_.folders->recycleUnasked(plan.files);
