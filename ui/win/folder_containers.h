@@ -22,6 +22,7 @@
 #include "ui/scene/object_scene.h"
 #include "ui/win/in_place_edit.h"
 #include "ui/win/modal.h"
+#include "ui/win/scene_accessible.h"
 #include "ui/win/scene_view.h"
 #include "ui/win/window.h"
 
@@ -33,6 +34,7 @@ struct FolderPane {
   SceneView* view = nullptr;
   LaunchHost* host = nullptr;
   InPlaceEdit* edit = nullptr;
+  SceneAccessible* items = nullptr;
   HWND window = nullptr;
 };
 
@@ -136,9 +138,16 @@ class FolderContainers final : public Window {
   std::unique_ptr<FolderSource> source_;
   std::unique_ptr<FileOperations> operations_;
   std::deque<std::wstring> messages_;  // to be shown when no dialog is open
-  // What is being dragged over a window, read once.
-  IDataObject* readFrom_ = nullptr;
-  std::vector<std::wstring> readPaths_;
+  // What is being dragged over a window: read once, and judged anew only when
+  // something about it has changed.
+  struct Incoming {
+    std::vector<std::wstring> paths;
+    std::wstring folder;
+    DWORD keys = 0;
+    DWORD allowed = 0;
+    DWORD effect = 0;
+  };
+  std::optional<Incoming> incoming_;
   HeldKeys pressKeys_;
   int wheelRest_ = 0;
   bool dragging_ = false;

@@ -98,8 +98,9 @@ bool FolderContainers::recycle(const std::vector<std::wstring>& paths) {
   RecyclePlan plan = planRecycle(paths, document_.settings);
   if (!plan.message.empty()) say(std::move(plan.message));
   if (!plan.operation || !start()) return false;
+  // A question that is torn down with the session has no answer.
   if (plan.question != nullptr && platform_.msgBox.show(plan.question, kMsgYesNo | kMsgExclamation,
-                                                        kProgramTitle) == kMsgAnswerNo)
+                                                        kProgramTitle) != kMsgAnswerYes)
     return false;
   operations_->start(std::move(*plan.operation));
   return true;
@@ -162,25 +163,30 @@ std::optional<DWORD> FolderContainers::dropEffect(ContainerSlot slot, IDataObjec
   if (folder.empty()) return std::nullopt;
   // Addresses and texts do not become files.
   if (document_.settings.locked || !offersFiles(data)) return DROPEFFECT_NONE;
-  if (readFrom_ != &data || readPaths_.empty()) {
-    readFrom_ = &data;
-    readPaths_ = readFiles(data).paths;
-  }
+  if (!incoming_) incoming_ = Incoming{readFiles(data).paths, {}, 0, 0, 0};
+  Incoming& in = *incoming_;
+  if (in.folder == folder && in.keys == keys && in.allowed == allowed) return in.effect;
+  in.folder = folder;
+  in.keys = keys;
+  in.allowed = allowed;
   const TransferWish wish{.copyAllowed = (allowed & DROPEFFECT_COPY) != 0,
                           .moveAllowed = (allowed & DROPEFFECT_MOVE) != 0,
                           .ctrl = (keys & MK_CONTROL) != 0,
                           .shift = (keys & MK_SHIFT) != 0,
                           .alt = (keys & MK_ALT) != 0};
-  const FileAction action = transferAction(readPaths_, folder, wish);
-  const TransferPlan plan = planTransfer(action, readPaths_, folder, false);
+  const FileAction action = transferAction(in.paths, folder, wish);
+  const TransferPlan plan = planTransfer(action, in.paths, folder, false);
   // What would be refused is still taken, so that the user is told why.
-  if (plan.operations.empty() && plan.message.empty()) return DROPEFFECT_NONE;
-  return effectOf(action);
+  const bool nothing = plan.operations.empty() && plan.message.empty();
+  in.effect = nothing ? DROPEFFECT_NONE : effectOf(action);
+  return in.effect;
 }
 
+// The next drag's object may lie at the same address.
+void FolderContainers::dragLeft() { incoming_.reset(); }
+
 DWORD FolderContainers::drop(ContainerSlot slot, IDataObject& data, DWORD effect) {
-  readFrom_ = nullptr;
-  readPaths_.clear();
+  dragLeft();
   const std::vector<std::wstring> paths = readFiles(data).paths;
   const bool moves = effect == DROPEFFECT_MOVE;
   transfer(moves ? FileAction::Move : FileAction::Copy, paths, folderOf(slot));

@@ -104,7 +104,8 @@ bool FolderContainers::keyDown(NodeId focused, int key, HeldKeys keys) {
     if (view->move(*move, keys.ctrl, keys.shift)) {
       changed(slot, view->top() != top);
       if (const FolderPane* pane = paneOf(slot))
-        announce(pane->window, EVENT_OBJECT_FOCUS, CHILDID_SELF);
+        announce(pane->window, EVENT_OBJECT_FOCUS,
+                 pane->items->childOf(nodeOfFolderRow(slot, *view, view->current())));
     }
     return true;
   }

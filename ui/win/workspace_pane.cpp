@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include "platform/screen.h"
+#include "ui/win/folder_containers.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick {
@@ -38,6 +39,7 @@ WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& ow
            .leave =
                [this] {
                  editor_.unmarkDrop();
+                 if (desk_.folders != nullptr) desk_.folders->dragLeft();
                  owner_.dragLeft();
                  view_.invalidate();
                },

@@ -22,7 +22,7 @@ void WorkspacePane::attachFolders() {
   FolderContainers* folders = desk_.folders;
   if (folders == nullptr) return;
   scene_.setContentLayout([folders](ContainerSlot slot) { folders->laidOut(slot); });
-  folders->attach({&scene_, &view_, &owner_, &nameEdit_, window_});
+  folders->attach({&scene_, &view_, &owner_, &nameEdit_, &accessibleItems_, window_});
   desk_.document.workspace.containers.forEach(
       [folders](ContainerSlot slot, const clsContainer&) { folders->laidOut(slot); });
 }
