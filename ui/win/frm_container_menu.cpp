@@ -93,6 +93,7 @@ void frmContainer::runItem(DetachedItem item) {
     case DetachedItem::mnuAttach:
       return AttachMe();
     case DetachedItem::mnuCloseAndDelete:
+      if (pane_.refuseWhileLocked()) return;
       if (confirmCloseAndDelete(desk_.document.settings, desk_.platform.msgBox))
         host_.deleteContainer(slot_);
       return host_.workspaceChanged();
