@@ -197,8 +197,11 @@ void DetachedWindows::invalidate() {
   for (const auto& window : windows_) window->invalidate();
 }
 
+// By slot: what is taken is saved, and while a failed save is told of, the list may
+// change.
 void DetachedWindows::endEditing() {
-  for (const auto& window : windows_) window->pane().endEditing();
+  for (const Row& row : rows())
+    if (frmContainer* window = find(row.slot)) window->pane().endEditing();
 }
 
 }  // namespace varnowick
