@@ -104,6 +104,8 @@ void WorkspacePane::removeContainers() {
   if (slots.empty() ||
       !confirmRemoval(desk_.document.settings, desk_.platform.msgBox, slots.size()))
     return;
+  // What is typed into a note must not reach the next container of its slot.
+  endEditing();
   owner_.removing(slots);
   editor_.removeContainers(slots);
   scene_.scrollTo(scene_.scroll());
