@@ -22,7 +22,11 @@ NoteEdit::Hooks WorkspacePane::noteHooks() {
     scrollNoteTo(scene_.scene(), noteNode(slot), top, view_.density());
     view_.invalidate();
   };
-  hooks.functionKey = [this](int key) { return onKeyDown(key); };
+  // As a message of its own: what it sets off may free the window, and with it the
+  // control that is being asked.
+  hooks.functionKey = [this](int key) {
+    return PostMessageW(window_, WM_KEYDOWN, static_cast<WPARAM>(key), 0) != FALSE;
+  };
   return hooks;
 }
 
