@@ -97,7 +97,7 @@ class ContainerText {
         hasSource ? shortened(oneLine(container->CopyPath), kLongestLine) : std::wstring();
     switch (node.kind) {
       case ControlKind::lblFoldUnfold:
-        return {{}, (folded ? L"Unfold " : L"Fold ") + shortened(name, kLongestLine)};
+        return {{}, folded ? L"Unfold" : L"Fold"};
       case ControlKind::cmdConShrink:
         return {{}, container->Detached ? L"Hide" : L"Shrink to a tile"};
       case ControlKind::cmdConDetach:

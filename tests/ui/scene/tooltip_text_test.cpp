@@ -90,7 +90,7 @@ TEST_F(TooltipTextTest, ATitleSpeaksOnlyWhenItHasSomethingToAdd) {
   EXPECT_EQ(at(containerPart(ControlKind::ContainerLabel, longOne)).text, std::wstring(80, L'w'));
   EXPECT_EQ(at(containerPart(ControlKind::ContainerLabel, folder)),
             (TooltipText{L"Music", L"D:\\Music"}));
-  EXPECT_EQ(at(containerPart(ControlKind::lblFoldUnfold, folder)).text, L"Unfold Music");
+  EXPECT_EQ(at(containerPart(ControlKind::lblFoldUnfold, folder)).text, L"Unfold");
   EXPECT_EQ(at(containerPart(ControlKind::ContainerIcon, plain)),
             (TooltipText{L"Work", L"Shrink/Expand"}));
   EXPECT_EQ(at(containerPart(ControlKind::ContainerLabel, {77})), TooltipText{});
@@ -99,7 +99,7 @@ TEST_F(TooltipTextTest, ATitleSpeaksOnlyWhenItHasSomethingToAdd) {
   EXPECT_EQ(at(detach).text.substr(0, 6), L"Detach");
   workspace_.containers[folder].Detached = true;
   EXPECT_EQ(at(detach).text.substr(0, 6), L"Attach");
-  EXPECT_EQ(at(containerPart(ControlKind::lblFoldUnfold, folder)).text, L"Fold Music");
+  EXPECT_EQ(at(containerPart(ControlKind::lblFoldUnfold, folder)).text, L"Fold");
 }
 
 }  // namespace
