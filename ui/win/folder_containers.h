@@ -92,6 +92,8 @@ class FolderContainers final : public Window {
   // what to tell the source.
   std::optional<DWORD> dropEffect(ContainerSlot slot, IDataObject& data, DWORD keys, DWORD allowed);
   DWORD drop(ContainerSlot slot, IDataObject& data, DWORD effect);
+  // The drag has left the window, or is over.
+  void dragLeft();
 
  protected:
   LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
