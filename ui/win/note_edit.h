@@ -37,6 +37,9 @@ class NoteEdit final : public EditOverlay {
   // Hands over what was typed, if anything, and goes on.
   void commit();
 
+  // As far the frame reaches beyond the node, in pixels at 96 dots per inch.
+  static constexpr int kHalo = 2;
+
  protected:
   HWND makeControl() override;
   PixelRect frameRect(const PixelRect& nodeRect) const override;

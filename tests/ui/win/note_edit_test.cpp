@@ -183,7 +183,7 @@ TEST_F(NoteEditTest, WalksOnThroughALongNote) {
   EXPECT_NE(edit_.text(), L"A" + first);
   type(L"B");
   for (int i = 0; i < 30; ++i)
-    SendMessageW(edit_.control(), WM_MOUSEWHEEL, MAKEWPARAM(0, -120 * 100), 0);
+    SendMessageW(edit_.control(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120 * 100)), 0);
   EXPECT_NE(edit_.text().find(L"Line 3999"), std::wstring::npos);
   EXPECT_GT(firstLine(), 0);
   press(VK_ESCAPE);
