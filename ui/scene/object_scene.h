@@ -101,6 +101,8 @@ class ObjectScene {
   // Where a box of that size is shown.
   virtual TwipsRect boxRect(const clsContainer& container, Size<Twips> box) const = 0;
 
+  // In which order siblings on a panel are painted.
+  static bool liesBehind(NodeId a, NodeId b);
   // Visits every slot that may have nodes, in use or not.
   void updateAll();
   NodeId panelNode(Panel panel) const;
