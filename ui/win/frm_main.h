@@ -76,7 +76,9 @@ class frmMain final : public Window, private PaneOwner {
   void loadDefaultSettings();
   void setLocked(bool locked);
   void toggleTranslucency();
+  bool mayLeaveFiles();
   void exitProgram();
+  void endProgram();
   void endSession();
   void end();
 

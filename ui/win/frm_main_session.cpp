@@ -74,6 +74,7 @@ void frmMain::loadDefaultSettings() {
 }
 
 void frmMain::restartWithoutRecentChanges() {
+  if (!mayLeaveFiles()) return;
   const RestartDecision decision =
       decideRestart(platform_.files, platform_.system, platform_.msgBox, store_.dataFolder());
   if (!decision.restart) return;
@@ -85,16 +86,23 @@ void frmMain::restartWithoutRecentChanges() {
     return;
   }
   store_.suppressSaving(true);
-  exitProgram();
+  endProgram();
+}
+
+// The process takes the threads that work on files with it.
+bool frmMain::mayLeaveFiles() {
+  constexpr const wchar_t* kFilesUnderWay =
+      L"Files are still being copied, moved or deleted.\r\n\r\nEnd the program all the same?";
+  return !folders_.busy() || platform_.msgBox.show(kFilesUnderWay, kMsgYesNo | kMsgQuestion,
+                                                   kProgramTitle) == kMsgAnswerYes;
 }
 
 void frmMain::exitProgram() {
+  if (!ended_ && mayLeaveFiles()) endProgram();
+}
+
+void frmMain::endProgram() {
   if (ended_) return;
-  constexpr const wchar_t* kFilesUnderWay =
-      L"Files are still being copied, moved or deleted.\r\n\r\nEnd the program all the same?";
-  if (folders_.busy() && platform_.msgBox.show(kFilesUnderWay, kMsgYesNo | kMsgQuestion,
-                                               kProgramTitle) == kMsgAnswerNo)
-    return;
   pane_.endEditing();
   detached_.endEditing();
   ended_ = true;
@@ -110,6 +118,7 @@ void frmMain::exitProgram() {
 // There is no time for questions: what cannot be saved now stays recoverable.
 void frmMain::endSession() {
   if (ended_) return;
+  saveFailureTold_ = true;
   pane_.endEditing();
   detached_.endEditing();
   ended_ = true;
