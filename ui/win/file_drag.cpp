@@ -55,10 +55,11 @@ class Counted : public Interface {
  public:
   virtual ~Counted() = default;
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-    if (id != IID_IUnknown && id != kId) {
-      *result = nullptr;
-      return E_NOINTERFACE;
-    }
+    *result = nullptr;
+    // A call from another process may hand over an identifier at any address.
+    IID wanted{};
+    std::memcpy(&wanted, &id, sizeof wanted);
+    if (wanted != IID_IUnknown && wanted != kId) return E_NOINTERFACE;
     *result = static_cast<Interface*>(this);
     AddRef();
     return S_OK;
