@@ -59,8 +59,8 @@ class FolderContainers final : public Window {
 
   // The folder that the container shows; empty when it shows none.
   std::wstring folderOf(ContainerSlot slot) const;
-  // Files are being copied, moved or deleted.
-  bool busy() { return operations_ && operations_->busy(); }
+  // Files are being copied, moved or deleted, and will be for more than a moment.
+  bool busy();
   // Files are being dragged out of a folder container.
   bool dragging() const { return dragging_; }
   // Puts files into the bin, after asking where the settings want that. False when

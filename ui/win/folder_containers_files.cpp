@@ -28,6 +28,13 @@ DWORD effectOf(FileAction action) {
 
 }  // namespace
 
+bool FolderContainers::busy() {
+  // What is just ending needs no question.
+  constexpr DWORD kMoment = 20;  // ms
+  for (int i = 0; i < 20 && operations_ && operations_->busy(); ++i) Sleep(kMoment);
+  return operations_ && operations_->busy();
+}
+
 void FolderContainers::openRow(ContainerSlot slot, int row) {
   const Shown* found = shown(slot);
   const FolderPane* pane = paneOf(slot);
