@@ -10,7 +10,17 @@
 
 namespace varnowick {
 
-enum class AccessibleRole { Window, Button, Link, Graphic, Grouping, StaticText, Text, List, ListItem };
+enum class AccessibleRole {
+  Window,
+  Button,
+  Link,
+  Graphic,
+  Grouping,
+  StaticText,
+  Text,
+  List,
+  ListItem
+};
 
 // Bits of AccessibleItem::states.
 enum AccessibleState : unsigned {
