@@ -86,9 +86,11 @@ void DetachedWindows::giveUp(ContainerSlot slot) {
   const auto found = std::find_if(windows_.begin(), windows_.end(),
                                   [&](const auto& w) { return w->slot() == slot; });
   if (found == windows_.end()) return;
-  (*found)->hideForGood();
-  closed_.push_back(std::move(*found));
+  // Off the list first: what is typed there is saved, which may make others go.
+  std::unique_ptr<frmContainer> window = std::move(*found);
   windows_.erase(found);
+  window->hideForGood();
+  closed_.push_back(std::move(window));
   hooks_.sweepSoon();
 }
 

@@ -238,6 +238,38 @@ TEST_F(DetachedWindowsTest, IsNotFreedByWhatItsOwnHandlerSetsOff) {
   EXPECT_FALSE(IsWindow(handle));
 }
 
+TEST_F(DetachedWindowsTest, OthersMayGoWhileWhatWasTypedIsSaved) {
+  const ContainerSlot a = add(L"Alpha");
+  const ContainerSlot b = add(L"Beta");
+  const ContainerSlot c = add(L"Gamma");
+  record(b).noteVisible = true;
+  const auto typeIntoBeta = [&](wchar_t letter) {
+    windows_.detach({a, b, c});
+    windows_.find(b)->pane().editNote(b, 0);
+    const HWND frame =
+        FindWindowExW(windows_.find(b)->handle(), nullptr, L"VarnowickEditOverlay", nullptr);
+    const HWND control = FindWindowExW(frame, nullptr, L"RichEdit20W", nullptr);
+    ASSERT_NE(control, nullptr);
+    SendMessageW(control, WM_CHAR, letter, 1);
+    whileSaving_ = [&] {
+      windows_.removed(a);
+      windows_.removed(c);
+    };
+  };
+  typeIntoBeta(L'x');
+  windows_.endEditing();
+  EXPECT_THAT(names(), ElementsAre(L"Beta"));
+  EXPECT_EQ(record(b).note, L"x");
+
+  whileSaving_ = {};
+  windows_.attach(b);
+  for (const ContainerSlot slot : {a, b, c}) record(slot).Detached = false;
+  typeIntoBeta(L'y');
+  windows_.removed(b);
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_EQ(record(b).note, L"yx");
+}
+
 TEST_F(DetachedWindowsTest, FoldsToItsTitleAndBack) {
   const ContainerSlot a = add(L"Alpha");
   windows_.detach({a});
