@@ -163,7 +163,7 @@ TEST_F(ContainersTest, RemovingAsksWithTheCountAndTakesTheContents) {
   keyboard::press(VK_DELETE);
   expectSaved([&] { waitForDialog(program().process(), L"Remove Containers").press(IDYES); });
   EXPECT_EQ(value(0, "[Name]"), "Three");
-  EXPECT_EQ(file(1), "");
+  EXPECT_FALSE(folder().exists(L"Containers\\1.con"));
   EXPECT_FALSE(bar.accessible().find(L"Inside"));
   closeProgram();
 }

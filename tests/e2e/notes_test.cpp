@@ -144,6 +144,30 @@ TEST_F(NotesTest, WhatIsTypedIsSavedWhenTheBarGoesAway) {
   EXPECT_EQ(savedNote(), "old newer");
 }
 
+TEST_F(NotesTest, WhatWasTypedGoesWithItsContainerAndNotToTheNext) {
+  writeNote("old words\r\n");
+  folder().write(L"Varnowick.ini", SettingsFile().set("[ConfirmDelete]", "0").bytes());
+  Bar bar = startBar();
+  bar.expand();
+  mouse::click(centreOf(noteRect(bar, L"Memo")));
+  const HWND control = editor(bar);
+  keyboard::type(L"new words");
+  const RECT box = bar.accessible().waitFor(L"Memo", ROLE_SYSTEM_GROUPING).rect;
+  events().expect(kEventMenuOpened, L"menu opened", [&] {
+    mouse::rightClick({box.left + toPixels(300), box.top + toPixels(175)});
+  });
+  require(L"the menu's window", [&] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+  bar.choose(L"r");
+  require(L"the container to go", [&] { return !folder().exists(L"Containers\\0.con"); });
+  require(L"the editor to go", [&] { return !IsWindowVisible(GetParent(control)); });
+  bar.focus();
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'N'}); });
+  editor(bar);
+  closeProgram();
+  EXPECT_EQ(savedValue(file(), "[Name]"), "Note");
+  EXPECT_EQ(file().find("words"), std::string::npos);
+}
+
 TEST_F(NotesTest, FiveMegabytesAreShownEditedAndScrolled) {
   std::string note;
   while (note.size() < 3'000'000) note += "A line of a note that has grown too long.\r\n";
