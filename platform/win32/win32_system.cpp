@@ -63,4 +63,13 @@ std::wstring Win32System::systemFolder() {
   return length == 0 || length > MAX_PATH ? std::wstring() : withoutTrailingSlash({folder, length});
 }
 
+std::wstring expandEnvironment(const std::wstring& text) {
+  const DWORD length = ExpandEnvironmentStringsW(text.c_str(), nullptr, 0);
+  if (length == 0) return text;
+  std::wstring expanded(length, L'\0');
+  ExpandEnvironmentStringsW(text.c_str(), expanded.data(), length);
+  expanded.resize(length - 1);
+  return expanded;
+}
+
 }  // namespace varnowick

@@ -14,4 +14,7 @@ class Win32System : public System {
   std::wstring systemFolder() override;
 };
 
+// With the values of the variables in it; as it is when the system refuses.
+std::wstring expandEnvironment(const std::wstring& text);
+
 }  // namespace varnowick

@@ -7,6 +7,7 @@
 #include "platform/msg_box.h"
 #include "platform/win32/win32_file_operations.h"
 #include "platform/win32/win32_folder_source.h"
+#include "platform/win32/win32_system.h"
 #include "shortcuts/selection.h"
 #include "ui/scene/folder_rows.h"
 #include "ui/win/accessible.h"
@@ -21,15 +22,6 @@ constexpr UINT kMsgTell = WM_APP + 3;
 // A dialog is open: messages are tried again then.
 constexpr UINT_PTR kTellTimer = 1;
 constexpr UINT kTellMilliseconds = 500;
-
-std::wstring expandEnvironment(const std::wstring& text) {
-  const DWORD length = ExpandEnvironmentStringsW(text.c_str(), nullptr, 0);
-  if (length == 0) return text;
-  std::wstring expanded(length, L'\0');
-  ExpandEnvironmentStringsW(text.c_str(), expanded.data(), length);
-  expanded.resize(length - 1);
-  return expanded;
-}
 
 }  // namespace
 

@@ -11,13 +11,6 @@ namespace {
 // The rows of "A&ttach...", by the slot of the container.
 constexpr int kAttachRow = kOwnRows + 1000;
 
-// A name may hold what menus take for a mnemonic or a key, or nothing at all.
-std::wstring menuText(const std::wstring& name) {
-  std::wstring text;
-  for (const wchar_t c : name) text += c == L'&' ? L"&&" : std::wstring(1, c == L'\t' ? L' ' : c);
-  return text.empty() ? L"(no name)" : text;
-}
-
 }  // namespace
 
 DetachedWindows::Hooks frmMain::detachedHooks() {
@@ -88,7 +81,7 @@ void frmMain::completeMenu(MenuId, std::vector<MenuItem>& items) {
     for (const DetachedWindows::Row& row : detached_.rows())
       rows.push_back({.depth = depth,
                       .command = kAttachRow + row.slot.index,
-                      .caption = menuText(row.lblName)});
+                      .caption = row.lblName.empty() ? L"(no name)" : menuText(row.lblName)});
     if (rows.empty())
       rows.push_back({.depth = depth,
                       .command = kOwnRows,

@@ -31,6 +31,12 @@ HMENU build(const std::vector<MenuItem>& items, std::size_t& at, int depth) {
 
 }  // namespace
 
+std::wstring menuText(const std::wstring& text) {
+  std::wstring result;
+  for (const wchar_t c : text) result += c == L'&' ? L"&&" : std::wstring(1, c == L'\t' ? L' ' : c);
+  return result;
+}
+
 int showPopupMenu(HWND owner, const std::vector<MenuItem>& items, POINT screen) {
   std::size_t at = 0;
   const MenuHandle menu(build(items, at, 0));

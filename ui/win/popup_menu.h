@@ -18,6 +18,9 @@ struct MenuItem {
   bool enabled = true;
 };
 
+// A caption that shows the text as it is, whatever menus take "&" and tabs for.
+std::wstring menuText(const std::wstring& text);
+
 // Shows the menu at a point of the screen and waits. The command chosen, or 0.
 // The owner is brought to the foreground, so that a click elsewhere closes it.
 int showPopupMenu(HWND owner, const std::vector<MenuItem>& items, POINT screen);

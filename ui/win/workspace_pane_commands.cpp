@@ -25,13 +25,6 @@ class SystemForeground final : public ForegroundWindow {
   void set(std::uintptr_t window) override { SetForegroundWindow(reinterpret_cast<HWND>(window)); }
 };
 
-// A tag may hold what menus take for a mnemonic or a key.
-std::wstring menuText(const std::wstring& text) {
-  std::wstring result;
-  for (const wchar_t c : text) result += c == L'&' ? L"&&" : std::wstring(1, c == L'\t' ? L' ' : c);
-  return result;
-}
-
 }  // namespace
 
 CommandState WorkspacePane::commandState() const {

@@ -1,25 +1,13 @@
 // Selecting, dragging, dropping, pasting and deleting on a pane.
 
 #include "platform/msg_box.h"
+#include "platform/win32/win32_system.h"
 #include "shortcuts/tags.h"
 #include "ui/win/folder_containers.h"
 #include "ui/win/win_events.h"
 #include "ui/win/workspace_pane.h"
 
 namespace varnowick {
-namespace {
-
-std::wstring expandEnvironment(const std::wstring& text) {
-  const DWORD length = ExpandEnvironmentStringsW(text.c_str(), nullptr, 0);
-  if (length == 0) return text;
-  std::wstring expanded(length, L'\0');
-  ExpandEnvironmentStringsW(text.c_str(), expanded.data(), length);
-  expanded.resize(length - 1);
-  return expanded;
-}
-
-}  // namespace
-
 void WorkspacePane::onGesture(const GestureEvent& event) {
   // A release that ends a drag or a selection starts nothing.
   launchSuppressed_ = event.kind != GestureKind::Click || event.ctrl;
