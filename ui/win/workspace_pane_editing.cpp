@@ -8,6 +8,7 @@
 #include "ui/win/workspace_pane.h"
 
 namespace varnowick {
+
 void WorkspacePane::onGesture(const GestureEvent& event) {
   // A release that ends a drag or a selection starts nothing.
   launchSuppressed_ = event.kind != GestureKind::Click || event.ctrl;
