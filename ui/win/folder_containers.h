@@ -151,6 +151,7 @@ class FolderContainers final : public Window {
   };
   std::optional<Incoming> incoming_;
   HeldKeys pressKeys_;
+  std::wstring pressedPath_;  // of the row; another may have come under the mouse since
   int wheelRest_ = 0;
   bool dragging_ = false;
   bool telling_ = false;

@@ -57,7 +57,9 @@ bool FolderContainers::pressed(NodeId node, HeldKeys keys) {
   if (view == nullptr) return false;
   const ContainerSlot slot = folderContainerOf(node);
   pressKeys_ = keys;
-  view->press(folderRowOf(node, *view), keys.ctrl, keys.shift);
+  const int row = folderRowOf(node, *view);
+  pressedPath_ = view->pathOf(row);
+  view->press(row, keys.ctrl, keys.shift);
   focus(slot);
   changed(slot, false);
   return true;
@@ -72,11 +74,12 @@ bool FolderContainers::released(NodeId node, bool click) {
 }
 
 bool FolderContainers::clicked(NodeId node, bool doubleClick) {
-  if (viewOf(node) == nullptr) return false;
+  const FolderView* view = viewOf(node);
+  if (view == nullptr) return false;
   // Of two quick clicks one opens the file: the one the user has chosen.
   const bool opens =
       doubleClick == document_.settings.doubleClick && !pressKeys_.ctrl && !pressKeys_.shift;
-  if (opens) open(node);
+  if (opens && view->pathOf(folderRowOf(node, *view)) == pressedPath_) open(node);
   return true;
 }
 
