@@ -29,6 +29,7 @@ enum class Command : int {
   mnuUndo,
   mnuDeleteSelected,
   mnuAlign,
+  mnuAlignSelected,
   mnuSortByName,
   mnuLock,
   // Shortcuts

@@ -271,6 +271,9 @@ Moved WorkspaceEditor::sortByName(Panel panel) {
 Moved WorkspaceEditor::align() {
   Moved moved =
       alignSelection(document_.workspace, document_.settings, measures(), selection_, undo_);
+  for (const ObjectId& id : moved.objects)
+    if (const auto* slot = std::get_if<ContainerSlot>(&id))
+      settle(document_.workspace.containers[*slot]);
   refresh(moved.objects);
   return moved;
 }

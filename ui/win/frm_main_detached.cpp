@@ -55,8 +55,12 @@ void frmMain::detachContainers(const std::vector<ContainerSlot>& slots,
 
 void frmMain::mnuDetachContainer() {
   const Detachable selected = detachable(document_.workspace, pane_.editor().selection());
-  if (selected.refusal != nullptr)
+  // A container's own menu is about that container, whatever is selected besides.
+  const bool fromSelection = pane_.menuContainer().none();
+  if (fromSelection && selected.refusal != nullptr) {
     platform_.msgBox.show(selected.refusal, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+    return detachContainers(selected.containers, std::nullopt);
+  }
   detachContainers(pane_.targetContainers(), std::nullopt);
 }
 

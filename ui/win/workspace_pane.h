@@ -143,6 +143,8 @@ class WorkspacePane {
   // What commands for containers are about: the container of the menu with those
   // selected together with it, else those selected.
   std::vector<ContainerSlot> targetContainers() const;
+  // The container whose menu was opened last; none for other menus and for keys.
+  ContainerSlot menuContainer() const { return menuContainer_; }
   // Other windows show what was changed here, or the other way round.
   void containersChanged(const std::vector<ContainerSlot>& slots);
   bool refuseWhileLocked();

@@ -132,6 +132,9 @@ bool WorkspacePane::runHere(Command command) {
     case Command::mnuDeleteSelected:
       deleteSelected();
       return true;
+    case Command::mnuAlignSelected:
+      finishMove(editor_.align());
+      return true;
     case Command::mnuSortByName:
       finishMove(editor_.sortByName({menuContainer_}));
       return true;
