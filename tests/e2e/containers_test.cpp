@@ -137,7 +137,7 @@ TEST_F(MainContainers, DraggedByItsTitleItDoesNotFoldAndUndoPutsItBack) {
   const RECT r = box(bar, L"Tools");
   const POINT corner{r.right - 3, r.bottom - 3};
   expectSaved([&] { mouse::drag(corner, {corner.x - toPixels(600), corner.y + toPixels(600)}); });
-  EXPECT_EQ(value(0, "[W]"), number(1320)) << "the border comes to stand on the grid";
+  EXPECT_EQ(value(0, "[W]"), number(1440)) << "the border comes to stand on the grid";
   EXPECT_EQ(value(0, "[H]"), number(2400));
   EXPECT_EQ(value(0, "[Y]"), number(600));
   closeProgram();
