@@ -110,7 +110,7 @@ void ContainerRules::expandByItself(const ContainerInputs& in, ContainerSlot slo
   justExpanded_ = true;
   toggleShrink(in, slot, kSyntheticClick, effects);
   startTimer(effects, TimerId::TimerDontShrink);
-  clickMeantTile_ = true;
+  pressMeantTile_ = true;
   startTimer(effects, TimerId::TimerTileClick);
 }
 
@@ -123,6 +123,15 @@ ContainerEffects ContainerRules::lblFoldUnfold_Click(const ContainerInputs& in,
 
 ContainerEffects ContainerRules::titleClicked(const ContainerInputs& in, ContainerSlot slot) {
   return settings_.foldOnClick ? lblFoldUnfold_Click(in, slot) : ContainerEffects{};
+}
+
+// Where a single click folds, the first one has done it.
+ContainerEffects ContainerRules::doubleClicked(const ContainerInputs& in, ContainerSlot slot) {
+  return settings_.foldOnClick ? ContainerEffects{} : lblFoldUnfold_Click(in, slot);
+}
+
+bool ContainerRules::pressMeantTile(ContainerSlot slot) {
+  return std::exchange(pressMeantTile_, false) && slot == autoExpandedContainer_;
 }
 
 ContainerEffects ContainerRules::ShrinkExpand(const ContainerInputs& in, ContainerSlot slot,
@@ -195,10 +204,6 @@ ContainerEffects ContainerRules::bodyClicked(const ContainerInputs& in, Containe
                                              Point<Twips> bodyPoint) {
   ContainerEffects effects;
   if (find(slot) == nullptr) return effects;
-  // The tile has opened under a mouse that came to click it.
-  const bool opensOnly = clickMeantTile_ && slot == autoExpandedContainer_;
-  clickMeantTile_ = false;
-  if (opensOnly) return effects;
   shrinkBack(in, effects);
   if (std::find(effects.reshaped.begin(), effects.reshaped.end(), slot) == effects.reshaped.end())
     toggleShrink(in, slot, bodyPoint, effects);
@@ -289,7 +294,7 @@ ContainerEffects ContainerRules::tick(TimerId id, const ContainerInputs& in) {
   if (id == TimerId::TimerDontShrink) TimerDontShrinkTick();
   if (id == TimerId::TimerSuspendShrink) TimerSuspendShrinkTick();
   if (id == TimerId::TimerSuspendAutoExpand) TimerSuspendAutoExpandTick();
-  if (id == TimerId::TimerTileClick) clickMeantTile_ = false;
+  if (id == TimerId::TimerTileClick) pressMeantTile_ = false;
   return {};
 }
 

@@ -58,6 +58,11 @@ class ContainerRules {
   ContainerEffects mouseOverContainer(const ContainerInputs& in, ContainerSlot slot);
   // The mouse has moved over its hot spot, or its tile.
   ContainerEffects mouseOverHotSpot(const ContainerInputs& in, ContainerSlot slot);
+  // The second click of a double click on a title or body.
+  ContainerEffects doubleClicked(const ContainerInputs& in, ContainerSlot slot);
+  // A press on the container or on anything in it. True when it was meant for the
+  // tile that has just opened under the mouse: it is to do nothing more.
+  bool pressMeantTile(ContainerSlot slot);
   ContainerEffects bodyClicked(const ContainerInputs& in, ContainerSlot slot,
                                Point<Twips> bodyPoint);
   ContainerEffects tileClicked(const ContainerInputs& in, ContainerSlot slot);
@@ -105,7 +110,7 @@ class ContainerRules {
   bool shrinkBackSuspended_ = false;
   bool autoExpandSuspended_ = false;
   bool workspaceLoading_ = false;
-  bool clickMeantTile_ = false;  // for a moment after a tile has opened by itself
+  bool pressMeantTile_ = false;  // for a moment after a tile has opened by itself
   // Where the wait began, and for which container; none while nothing waits.
   struct Rest {
     ContainerSlot slot;

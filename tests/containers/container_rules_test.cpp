@@ -85,7 +85,7 @@ struct World {
     tick(TimerId::TimerDontShrink);
   }
   void clickBody(ContainerSlot slot, float x, float y) {
-    apply(rules.bodyClicked(in(slot), slot, {{x}, {y}}));
+    if (!rules.pressMeantTile(slot)) apply(rules.bodyClicked(in(slot), slot, {{x}, {y}}));
   }
 };
 

@@ -1,5 +1,6 @@
 // Containers on the bar: folding, shrinking, expanding by themselves, dragging,
 // sizing, drawing and removing them by mouse and keyboard.
+#include "tests/e2e/harness/detached.h"
 #include "tests/e2e/program_test.h"
 
 namespace varnowick::e2e {
@@ -188,23 +189,109 @@ TEST_F(MainContainers, ADrawnContainerIsNamedInPlace) {
   closeProgram();
 }
 
-TEST_F(ContainersTest, AFoldedContainerOpensUnderADragThatRestsOnIt) {
-  write(quiet().add({.caption = L"Moves", .path = L"C:\\x.txt", .x = 360, .y = 4800}),
-        {{.name = L"Closed", .y = 600, .height = 2400, .folded = true}});
+// Whatever window the drag began in; and only while it lasts.
+TEST_F(MainContainers, ADragThatRestsOpensWhatIsClosed) {
+  write(SettingsFile()
+            .set("[AutoExpand]", "0")
+            .add({.caption = L"Moves", .path = L"C:\\x.txt", .x = 360, .y = 4800}),
+        {{.name = L"Closed", .y = 600, .height = 2400, .folded = true},
+         {.name = L"Other", .y = 6000, .height = 2400, .folded = true},
+         {.name = L"Away",
+          .shortcuts = {{.caption = L"Comes", .path = L"C:\\y.txt", .y = 600}},
+          .detached = detachedLines({.y = 1500})},
+         {.name = L"Tab",
+          .detached = detachedLines({.x = 13000, .y = 6000, .useTab = true, .autoHide = true})}});
   Bar bar = startBar();
-  bar.expand();
-  const POINT from = centreOf(bar.accessible().waitFor(L"Moves").rect);
-  mouse::moveTo(from);
-  mouse::press();
-  mouse::moveTo({from.x + 8, from.y - 8});
+  const DetachedWindow away(program(), events(), L"Away");
+  const DetachedWindow tab(program(), events(), L"Tab");
+  require(L"the tab", [&] { return tab.tabShown(); });
+  const auto take = [](POINT from) {
+    mouse::moveTo(from);
+    mouse::press();
+    mouse::moveTo({from.x + 8, from.y + 8});
+  };
+  // From the window to the bar's strip, and into what unfolds there.
+  take(centreOf(away.accessible().waitFor(L"Comes").rect));
+  mouse::moveTo({1, bar.rect().top + toPixels(4500)});
+  require(L"the bar to come out", [&] { return bar.isOut(); });
   mouse::moveTo(onTitle(bar, L"Closed"));
   require(L"the container to open under the drag",
           [&] { return heightOf(bar, L"Closed") > toPixels(1000); });
   mouse::moveTo(inBody(bar, L"Closed", 1000, 800));
   expectSaved([] { mouse::release(); });
   EXPECT_EQ(countSavedShortcuts(file(0)), 1U);
-  EXPECT_EQ(state(0), "open");
+  EXPECT_EQ(countSavedShortcuts(file(2)), 0U);
+  // From the bar to a tab.
+  if (!bar.isOut()) bar.expand();
+  take(centreOf(bar.accessible().waitFor(L"Moves").rect));
+  mouse::moveTo(centreOf(tab.tabRect()));
+  tab.waitUntilShown();
+  mouse::moveTo(centreOf(tab.rect()));
+  expectSaved([] { mouse::release(); });
+  EXPECT_EQ(countSavedShortcuts(file(3)), 1U);
+  // A drop that did not wait leaves the container folded.
+  if (!bar.isOut()) bar.expand();
+  take(centreOf(tab.accessible().waitFor(L"Moves").rect));
+  mouse::moveTo(onTitle(bar, L"Other"));
+  expectSaved([] { mouse::release(); });
+  EXPECT_EQ(countSavedShortcuts(file(1)), 1U);
+  letTimePass(800);
+  EXPECT_EQ(state(1), "folded");
+  EXPECT_EQ(heightOf(bar, L"Other"), toPixels(350));
   closeProgram();
+}
+
+// The first click decides; what comes under the mouse by it gets nothing.
+TEST_F(MainContainers, ADoubleClickIsAboutWhatItsFirstClickMet) {
+  const std::wstring probe = folder().addLaunchProbe();
+  const std::vector<ContainerRow> containers{
+      {.name = L"Tile",
+       .y = 600,
+       .height = 2400,
+       .shortcuts = {{.caption = L"Probe", .path = probe, .x = 120, .y = 480}},
+       .shrunk = true},
+      {.name = L"Title", .y = 4200, .height = 1800},
+      {.name = L"Away", .detached = detachedLines({})}};
+  for (const bool byItself : {false, true}) {
+    SCOPED_TRACE(byItself);
+    write(SettingsFile()
+              .set("[Dbl-Click]", byItself ? "0" : "1")
+              .set("[AutoExpand]", byItself ? "1" : "0")
+              .set("[AutoExpandDelay]", "0")
+              .set("[FoldOnClick]", "0"),
+          containers);
+    Bar bar = startBar();
+    bar.expand();
+    const RECT tile = box(bar, L"Tile");
+    const POINT lower{(tile.left + tile.right) / 2, tile.top + toPixels(800)};
+    if (byItself)
+      mouse::click(lower);  // it has opened under the mouse on its way
+    else
+      mouse::doubleClick(lower);
+    require(L"the tile to open", [&] { return heightOf(bar, L"Tile") > toPixels(1000); });
+    letTimePass(700);
+    EXPECT_FALSE(launched(probe));
+    EXPECT_EQ(state(0), "open");
+    if (byItself) {
+      mouse::click(lower);
+      waitForLaunch(probe);
+      closeProgram();
+      continue;
+    }
+    // Where a click does not fold, a double click does, on title and body.
+    mouse::click(onTitle(bar, L"Title"));
+    EXPECT_EQ(heightOf(bar, L"Title"), toPixels(1800));
+    letTimePass(700);
+    expectSaved([&] { mouse::doubleClick(inBody(bar, L"Title", 1200, 900)); });
+    EXPECT_EQ(state(1), "folded");
+    letTimePass(700);
+    expectSaved([&] { mouse::doubleClick(onTitle(bar, L"Title")); });
+    EXPECT_EQ(state(1), "open");
+    const DetachedWindow away(program(), events(), L"Away");
+    expectSaved([&] { mouse::doubleClick(away.onTitle()); });
+    EXPECT_EQ(away.rect().bottom - away.rect().top, toPixels(350));
+    closeProgram();
+  }
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // Working on shortcuts: dragging, opening one with another, deleting, editing,
 // adding, and the same with the keyboard alone.
+#include "tests/e2e/harness/detached.h"
 #include "tests/e2e/harness/drag_source.h"
 #include "tests/e2e/program_test.h"
 #include "ui/win/frm_shortcut_properties.h"
@@ -75,21 +76,51 @@ TEST_F(MainShortcuts, DroppedOnAnotherOneOpensWithTheOther) {
   Bar bar = startBar();
   bar.expand();
   const DataFiles before = folder().state();
-  const auto dragOver = [&] {
-    // Answering a question takes the mouse off the bar, which may have gone by now.
-    if (!bar.isOut()) bar.expand();
-    mouse::drag(placeOf(bar, L"Doc"), placeOf(bar, L"Probe"));
-  };
+  const auto dragOver = [&] { mouse::drag(placeOf(bar, L"Doc"), placeOf(bar, L"Probe")); };
   dragOver();
   const DialogWindow question = dialog(kTitle);
   EXPECT_EQ(question.text(), L"Open: Doc with: Probe?");
   question.press(IDNO);
+  // Answering takes the mouse off the bar, which goes then.
+  bar.leave();
+  bar.expand();
   dragOver();
   dialog(kTitle).press(IDYES);
   const Launch launch = waitForLaunch(probe);
   EXPECT_TRUE(launch.commandLine.ends_with(L" \"" + document + L"\""))
       << toUtf8(launch.commandLine);
   EXPECT_EQ(folder().state(), before) << "neither has moved";
+}
+
+// Off every window of the program, or with Esc, a drag ends where it began; and what
+// follows starts as if there had been none.
+TEST_F(MainShortcuts, ADragThatEndsNowhereChangesNothingAndHoldsNothingUp) {
+  const std::wstring probe = folder().addLaunchProbe();
+  folder().write(L"Varnowick.ini",
+                 SettingsFile().add({.caption = L"Probe", .path = probe, .y = 3600}).bytes());
+  folder().write(L"Containers\\0.con",
+                 containerFile({.name = L"Away",
+                                .shortcuts = {{.caption = L"Inside", .path = L"C:\\x", .y = 600}},
+                                .detached = detachedLines({})}));
+  Bar bar = startBar();
+  const DetachedWindow away(program(), events(), L"Away");
+  away.waitUntilShown();
+  bar.focus();
+  const DataFiles before = folder().state();
+  const POINT nowhere{toPixels(6500), toPixels(10'000)};
+  mouse::drag(placeOf(bar, L"Probe"), nowhere);
+  mouse::drag(centreOf(away.accessible().waitFor(L"Inside").rect), nowhere);
+  bar.leave();
+  bar.expand();
+  mouse::moveTo(placeOf(bar, L"Probe"));
+  mouse::press();
+  mouse::moveTo({bar.rect().right - 60, bar.rect().bottom - 200});
+  keyboard::press(VK_ESCAPE);
+  mouse::release();
+  EXPECT_FALSE(launched(probe));
+  keyboard::press(VK_RETURN);
+  waitForLaunch(probe);
+  EXPECT_EQ(folder().state(), before);
 }
 
 SettingsFile threeShortcuts() {

@@ -50,6 +50,8 @@ class Gestures {
 
   bool dragging() const { return dragging_; }
   bool pressed() const { return pressed_; }
+  // While the button is down for a drag or to select: nothing is to be started.
+  bool startsNothing() const { return pressed_ && (dragging_ || ctrl_); }
 
  private:
   GestureEvent event(GesturePhase phase, Point<Pixels> now) const;
@@ -61,6 +63,26 @@ class Gestures {
   bool ctrl_ = false;
   bool pressed_ = false;
   bool dragging_ = false;
+};
+
+// The two presses of a double click. The first one decides what is meant: what has
+// moved under the pointer since gets nothing of the second.
+class ClickPair {
+ public:
+  // `second`: the system takes it for the second press of a double click.
+  void press(NodeId node, bool second) {
+    second_ = second && node == first_;
+    strayed_ = second && !second_;
+    first_ = second ? NodeId{} : node;
+  }
+  bool second() const { return second_; }
+  // The second press has met something else than the first: it is to do nothing.
+  bool strayed() const { return strayed_; }
+
+ private:
+  NodeId first_;
+  bool second_ = false;
+  bool strayed_ = false;
 };
 
 }  // namespace varnowick

@@ -150,11 +150,10 @@ void WorkspaceEditor::beginDrag() {
   }
 }
 
-void WorkspaceEditor::drag(Point<Twips> distance, Point<Twips> pointer) {
+void WorkspaceEditor::drag(Point<Twips> distance) {
   for (const Dragged& dragged : dragged_)
     if (Node* node = scene_.scene().find(nodeOf(dragged.id)))
       node->rect = dragged.start.translated(distance.x, distance.y);
-  markDrop(pointer);
 }
 
 template <class Question>

@@ -36,7 +36,7 @@ class WorkspaceEditor {
   // above everything else. The drop moves the records to the panel under the
   // point; a refusal is a message for the user.
   void beginDrag();
-  void drag(Point<Twips> distance, Point<Twips> pointer);
+  void drag(Point<Twips> distance);
   Moved drop(Point<Twips> distance, Point<Twips> pointer);
   void cancelDrag();
   // Takes over what is selected in another window, onto the panel at that point.

@@ -96,6 +96,13 @@ bool ContainerDriver::clicked(NodeId node, POINT client) {
   }
 }
 
+bool ContainerDriver::doubleClicked(NodeId node) {
+  if (node.kind != ControlKind::ContainerLabel && node.kind != ControlKind::ContainerFrame)
+    return false;
+  apply(rules_.doubleClicked(inputs(), containerOf(node)));
+  return true;
+}
+
 void ContainerDriver::hovered(NodeId node, POINT client) {
   if (node.none()) return;
   const ContainerSlot slot = containerAt(client);

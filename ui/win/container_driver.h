@@ -44,6 +44,8 @@ class ContainerDriver {
   void released(NodeId node, bool click);
   // True when the click was about a container.
   bool clicked(NodeId node, POINT client);
+  bool doubleClicked(NodeId node);
+  bool pressMeantTile(POINT client) { return rules_.pressMeantTile(containerAt(client)); }
   void hovered(NodeId node, POINT client);
   void draggedOver(POINT screen);
   void dragLeft() { apply(rules_.dragLeft()); }

@@ -186,6 +186,13 @@ WorkspacePane* DetachedWindows::paneOf(HWND window) {
   return nullptr;
 }
 
+DragStop* DetachedWindows::dragStopOf(HWND window) {
+  if (WorkspacePane* pane = paneOf(window)) return pane;
+  for (const auto& candidate : windows_)
+    if (candidate->tab().handle() == window && window != nullptr) return &candidate->tab();
+  return nullptr;
+}
+
 void DetachedWindows::refreshAll() {
   for (const auto& window : windows_) window->refresh();
 }

@@ -29,6 +29,7 @@ class DetachedWindows final : public DetachedHost {
     std::function<TwipsRect(ContainerSlot)> boxOnScreen;  // on the bar, as unfolded
     std::function<TwipsRect()> barOnScreen;
     std::function<WorkspacePane*(POINT)> paneAt;  // of any window of the program
+    std::function<DragStop*(HWND)> dragStop;      // the same
     // sweep() is to be called soon, from the message loop.
     std::function<void()> sweepSoon;
   };
@@ -63,6 +64,8 @@ class DetachedWindows final : public DetachedHost {
   std::vector<Row> rows() const;
   frmContainer* find(ContainerSlot slot);
   WorkspacePane* paneOf(HWND window);
+  // The pane, or the tab, that is that window; null for none.
+  DragStop* dragStopOf(HWND window);
   std::size_t count() const { return windows_.size(); }
 
   // The window that waits for a dialog of its own; null when none does.
@@ -86,6 +89,7 @@ class DetachedWindows final : public DetachedHost {
   bool busyElsewhere() override { return hooks_.busyElsewhere(); }
   void workspaceChanged() override { hooks_.workspaceChanged(); }
   WorkspacePane* paneAt(POINT screen) override { return hooks_.paneAt(screen); }
+  DragStop* dragStop(HWND window) override { return hooks_.dragStop(window); }
   void shortcutStarted(ShortcutSlot slot) override { hooks_.shortcutStarted(slot); }
   bool runProgramCommand(Command command) override;
   void deleteContainer(ContainerSlot slot) override;

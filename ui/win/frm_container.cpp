@@ -16,6 +16,8 @@ namespace {
 
 constexpr UINT_PTR kClickGuardTimer = 100;  // beyond those of the table
 constexpr UINT kClickGuardDelay = 500;      // ms
+constexpr UINT_PTR kDragRestTimer = 101;
+constexpr UINT kDragRestDelay = 500;  // ms, as on the bar
 
 UINT_PTR systemTimer(DetachedTimerId id) { return static_cast<UINT_PTR>(id) + 1; }
 
@@ -34,6 +36,8 @@ frmContainer::frmContainer(const Desk& desk, ContainerSlot slot, DetachedHost& h
                   decide([this](const DetachedInputs& in) { return rules_.tabTouched(in); });
                 },
             .left = [this] { rules_.tabLeft(); },
+            .draggedOver = [this](POINT screen) { draggedOver(screen); },
+            .dragLeft = [this] { dragLeft(); },
             .menu = [this](POINT at) { showOwnMenu(at); },
             .dragged =
                 [this](Point<Pixels> at) {
@@ -184,6 +188,10 @@ void frmContainer::onTimer(UINT_PTR timer) {
     KillTimer(handle(), timer);
     return pane_.clickGuard().TimerDblClickLabelDelayTick();
   }
+  if (timer == kDragRestTimer) {
+    KillTimer(handle(), timer);
+    return dragRested();
+  }
   pane_.takePendingDrops();
   if (timer == systemTimer(DetachedTimerId::TimerHide))
     decide([this](const DetachedInputs& in) { return rules_.TimerHideTick(in); });
@@ -250,6 +258,35 @@ void frmContainer::clicked(NodeId node, POINT) {
     default:
       return;
   }
+}
+
+bool frmContainer::doubleClicked(NodeId node) {
+  if (node.kind != ControlKind::ContainerLabel && node.kind != ControlKind::ContainerFrame)
+    return false;
+  // Where a single click folds, the first one has done it.
+  if (!desk_.document.settings.foldOnClick) toggleFolded();
+  return true;
+}
+
+// What rests on the tab calls the window, and on a folded window unfolds it, so that
+// the drop can land inside.
+void frmContainer::draggedOver(POINT screen) {
+  const clsContainer* c = record();
+  if (c == nullptr || (!tab_.shown() && !c->DetachedFolded)) return dragLeft();
+  if (dragRest_.over({{static_cast<int>(screen.x)}, {static_cast<int>(screen.y)}}))
+    SetTimer(handle(), kDragRestTimer, kDragRestDelay, nullptr);
+}
+
+void frmContainer::dragLeft() {
+  dragRest_.leave();
+  KillTimer(handle(), kDragRestTimer);
+}
+
+void frmContainer::dragRested() {
+  if (gone_ || !dragRest_.rested(desk_.platform.cursor.position())) return;
+  if (tab_.shown()) return Undock(false);
+  const clsContainer* c = record();
+  if (c != nullptr && c->DetachedFolded) toggleFolded();
 }
 
 void frmContainer::hovered(NodeId node, POINT) {

@@ -13,6 +13,7 @@
 
 #include "containers/detached.h"
 #include "containers/detached_menu.h"
+#include "containers/drag_rest.h"
 #include "containers/tab_place.h"
 #include "ui/scene/detached_scene.h"
 #include "ui/win/balloon_tooltip.h"
@@ -34,6 +35,7 @@ class DetachedHost {
   virtual bool busyElsewhere() = 0;
   virtual void workspaceChanged() = 0;
   virtual WorkspacePane* paneAt(POINT screen) = 0;
+  virtual DragStop* dragStop(HWND window) = 0;
   virtual void shortcutStarted(ShortcutSlot slot) = 0;
   // A command of the whole program. False when it is not for a detached window.
   virtual bool runProgramCommand(Command command) = 0;
@@ -75,6 +77,7 @@ class frmContainer final : public Window, private PaneOwner {
   const DetachedRules& rules() const { return rules_; }
   const DetachedScene& objects() const { return scene_; }
   const frmContainerLabel& tab() const { return tab_; }
+  frmContainerLabel& tab() { return tab_; }
   WorkspacePane& pane() { return pane_; }
   TwipsRect rect() const;
 
@@ -112,6 +115,7 @@ class frmContainer final : public Window, private PaneOwner {
   void decide(const std::function<DetachedEffects(const DetachedInputs&)>& call);
   void onTimer(UINT_PTR timer);
   void bringToFront();
+  void dragRested();
 
   // The menu (frm_container_menu.cpp)
   void showOwnMenu(POINT screen);
@@ -125,10 +129,14 @@ class frmContainer final : public Window, private PaneOwner {
   void startClickGuardTimer() override;
   void pressed(NodeId node, POINT at) override;
   void clicked(NodeId node, POINT at) override;
+  bool doubleClicked(NodeId node) override;
   void hovered(NodeId node, POINT at) override;
   void moveWindow(const GestureEvent& event) override;
   void removing(const std::vector<ContainerSlot>& slots) override;
   WorkspacePane* paneAt(POINT screen) override { return host_.paneAt(screen); }
+  DragStop* dragStop(HWND window) override { return host_.dragStop(window); }
+  void draggedOver(POINT screen) override;
+  void dragLeft() override;
   void shortcutStarted(ShortcutSlot slot) override { host_.shortcutStarted(slot); }
   bool runOwn(Command command) override;
   bool ownMenu(NodeId node, POINT screen) override;
@@ -157,6 +165,7 @@ class frmContainer final : public Window, private PaneOwner {
   int handlers_ = 0;
   bool gone_ = false;  // its container is no longer its own
   POINT origin_{};     // of the window when a drag of it began
+  DragRest dragRest_;  // on the window while it is folded, or on its tab
   struct Sizing {
     LRESULT border;  // HTLEFT and so on
     POINT from;      // the cursor at the press

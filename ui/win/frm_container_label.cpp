@@ -44,13 +44,12 @@ frmContainerLabel::frmContainerLabel(GdiFonts& fonts, Callbacks callbacks)
       callbacks_(std::move(callbacks)),
       accessible_(*this),
       dropTarget_({.over =
-                       [this](POINT) {
-                         // Nothing can be dropped here; the window that comes takes it.
-                         if (callbacks_.touched) callbacks_.touched();
+                       [this](POINT screen) {
+                         draggedOver(screen);
                          return false;
                        },
                    .drop = [](POINT, const Dropped&) { return false; },
-                   .leave = [] {}}) {}
+                   .leave = [this] { dragLeft(); }}) {}
 
 frmContainerLabel::~frmContainerLabel() { destroy(); }
 
@@ -62,6 +61,15 @@ bool frmContainerLabel::attach() {
   if (!create(options)) return false;
   dropTarget_.attach(handle());
   return true;
+}
+
+void frmContainerLabel::draggedOver(POINT screen) {
+  if (callbacks_.touched) callbacks_.touched();
+  if (callbacks_.draggedOver) callbacks_.draggedOver(screen);
+}
+
+void frmContainerLabel::dragLeft() {
+  if (callbacks_.dragLeft) callbacks_.dragLeft();
 }
 
 void frmContainerLabel::setLook(Look look) {

@@ -13,6 +13,7 @@
 #include "ui/scene/palette.h"
 #include "ui/win/accessible.h"
 #include "ui/win/back_buffer.h"
+#include "ui/win/drag_trail.h"
 #include "ui/win/drop_target.h"
 #include "ui/win/gdi_text.h"
 #include "ui/win/window.h"
@@ -21,12 +22,14 @@ namespace varnowick {
 
 inline constexpr const wchar_t* kTabWindowClass = L"VarnowickTab";
 
-class frmContainerLabel final : public Window, private AccessibleProvider {
+class frmContainerLabel final : public Window, public DragStop, private AccessibleProvider {
  public:
   struct Callbacks {
     std::function<void()> clicked;
     std::function<void()> touched;  // the mouse, or something dragged, is on it
     std::function<void()> left;
+    std::function<void(POINT screen)> draggedOver{};
+    std::function<void()> dragLeft{};
     std::function<void(POINT screen)> menu;
     // Where the tab would stand with the pointer at a point of the screen.
     std::function<TabPlace(Point<Pixels> screen)> dragged;
@@ -50,6 +53,9 @@ class frmContainerLabel final : public Window, private AccessibleProvider {
   bool shown() const { return handle() != nullptr && IsWindowVisible(handle()); }
   bool handling() const { return handlers_ > 0; }
   bool dragging() const { return dragFrom_.has_value() && moved_; }
+  // Nothing can be dropped here; the window that comes takes it.
+  void draggedOver(POINT screen) override;
+  void dragLeft() override;
   ScreenEdge LabelLocation() const { return place_.LabelLocation; }
   const TwipsRect& rect() const { return place_.rect; }
 

@@ -91,7 +91,7 @@ class frmMain final : public Window, private PaneOwner {
   void detachContainers(const std::vector<ContainerSlot>& slots, std::optional<Point<Pixels>> at);
   void mnuDetachContainer();
   void showShortcut(ShortcutSlot slot);
-  bool draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) override;
+  void draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) override;
   void completeMenu(MenuId menu, std::vector<MenuItem>& items) override;
   void ownRowChosen(int row) override;
 
@@ -100,8 +100,10 @@ class frmMain final : public Window, private PaneOwner {
   bool busyElsewhere() override;
   void workspaceChanged() override;
   void startClickGuardTimer() override;
+  bool pressMeantOther(POINT at) override { return containers_.pressMeantTile(at); }
   void pressed(NodeId node, POINT at) override;
   void clicked(NodeId node, POINT at) override;
+  bool doubleClicked(NodeId node) override { return containers_.doubleClicked(node); }
   void mouseMoved() override;
   void hovered(NodeId node, POINT at) override;
   void moveWindow(const GestureEvent& event) override;
@@ -112,6 +114,7 @@ class frmMain final : public Window, private PaneOwner {
   void keepOpen() override;
   void removing(const std::vector<ContainerSlot>& slots) override;
   WorkspacePane* paneAt(POINT screen) override;
+  DragStop* dragStop(HWND window) override;
   void contentsMoved() override { detached_.refreshAll(); }
   void drawModeEnded() override { relayout(); }
   void shortcutStarted(ShortcutSlot slot) override { extras_.countStart(slot); }

@@ -43,6 +43,7 @@ DetachedWindows::Hooks frmMain::detachedHooks() {
               },
           .barOnScreen = [this] { return docking_.rect(); },
           .paneAt = [this](POINT screen) { return paneAt(screen); },
+          .dragStop = [this](HWND window) { return dragStop(window); },
           .sweepSoon = [this] { PostMessageW(handle(), kMsgSweep, 0, 0); }};
 }
 
@@ -64,16 +65,20 @@ void frmMain::mnuDetachContainer() {
   detachContainers(pane_.targetContainers(), std::nullopt);
 }
 
-bool frmMain::draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) {
-  if (!document_.settings.dragToDetach) return false;
+void frmMain::draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) {
+  if (!document_.settings.dragToDetach) return;
   detachContainers(slots,
                    Point<Pixels>{{static_cast<int>(screen.x)}, {static_cast<int>(screen.y)}});
-  return true;
 }
 
 WorkspacePane* frmMain::paneAt(POINT screen) {
-  const HWND window = WindowFromPoint(screen);
+  const HWND window = DragTrail::windowAt(screen);
   return window == handle() ? &pane_ : detached_.paneOf(window);
+}
+
+DragStop* frmMain::dragStop(HWND window) {
+  if (window == nullptr) return nullptr;
+  return window == handle() ? &pane_ : detached_.dragStopOf(window);
 }
 
 void frmMain::completeMenu(MenuId, std::vector<MenuItem>& items) {

@@ -38,10 +38,8 @@ WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& ow
            .drop = [this](POINT at, const Dropped& data) { return acceptDrop(at, data); },
            .leave =
                [this] {
-                 editor_.unmarkDrop();
                  if (desk_.folders != nullptr) desk_.folders->dragLeft();
-                 owner_.dragLeft();
-                 view_.invalidate();
+                 dragLeft();
                },
            .effect = [this](POINT at, IDataObject& data, DWORD keys,
                             DWORD allowed) { return folderDropEffect(at, data, keys, allowed); },
@@ -54,7 +52,8 @@ WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& ow
                        }),
       accessible_(accessibleItems_),
       nameEdit_(scene.scene(), desk.fonts),
-      noteEdit_(scene.scene(), desk.fonts, noteHooks()) {}
+      noteEdit_(scene.scene(), desk.fonts, noteHooks()),
+      dragTrail_([this](HWND window) { return owner_.dragStop(window); }) {}
 
 void WorkspacePane::attach(HWND window) {
   window_ = window;
@@ -102,11 +101,8 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       owner_.hovered({}, {});
       return 0;
     case WM_LBUTTONDOWN:
-      doubleClicked_ = false;
-      onLeftDown(pointOf(lParam));
-      return 0;
     case WM_LBUTTONDBLCLK:
-      onDoubleClick(pointOf(lParam));
+      onLeftDown(pointOf(lParam), message == WM_LBUTTONDBLCLK);
       return 0;
     case WM_LBUTTONUP:
       onLeftUp(pointOf(lParam));
@@ -198,8 +194,11 @@ void WorkspacePane::onMouseMove(POINT client) {
   owner_.hovered(view_.input().hovered(), client);
 }
 
-void WorkspacePane::onLeftDown(POINT client) {
+void WorkspacePane::onLeftDown(POINT client, bool second) {
   SetFocus(window_);
+  const bool meantOther = owner_.pressMeantOther(client);
+  clicks_.press(meantOther ? NodeId{} : scene_.scene().hitTest(view_.toScene(client)), second);
+  if (meantOther || clicks_.strayed()) return;
   const NodeId node = view_.mousePressed(client);
   SetCapture(window_);
   const bool ctrl = isDown(VK_CONTROL);
@@ -210,14 +209,8 @@ void WorkspacePane::onLeftDown(POINT client) {
   gestures_.press(node, drag, toScreen(client), ctrl);
   owner_.pressed(node, client);
   view_.invalidate();
-}
-
-// The second press of a double click: it starts a shortcut where the user wants
-// double clicks, and on containers it must not start what has just moved there.
-void WorkspacePane::onDoubleClick(POINT client) {
-  doubleClicked_ = true;
-  onLeftDown(client);
-  if (!containerOf(view_.input().pressed()).none()) {
+  // What the double click moves under the pointer must not be started by a third.
+  if (second && !containerOf(node).none()) {
     clickGuard_.SetDblClickDelay();
     owner_.startClickGuardTimer();
   }
@@ -233,13 +226,12 @@ void WorkspacePane::onLeftUp(POINT client) {
   owner_.released(event->node, click);
   view_.invalidate();
   onGesture(*event);
+  if (!click || clickedFolder(node) || event->ctrl || node.none()) return;
+  if (clicks_.second() && owner_.doubleClicked(node)) return;
   // Of two quick clicks one starts the shortcut: the one the user has chosen.
   const bool starts =
-      shortcutOf(node).none() || doubleClicked_ == desk_.document.settings.doubleClick;
-  if (click && !clickedFolder(node) && starts && !event->ctrl && !node.none() &&
-      !clickGuard_.blocked())
-    clicked(node, client);
-  launchSuppressed_ = false;
+      shortcutOf(node).none() || clicks_.second() == desk_.document.settings.doubleClick;
+  if (starts && !clickGuard_.blocked()) clicked(node, client);
 }
 
 void WorkspacePane::clicked(NodeId node, POINT at) {

@@ -17,6 +17,7 @@
 #include "ui/scene/object_scene.h"
 #include "ui/scene/workspace_editor.h"
 #include "ui/win/desk.h"
+#include "ui/win/drag_trail.h"
 #include "ui/win/drop_target.h"
 #include "ui/win/in_place_edit.h"
 #include "ui/win/note_edit.h"
@@ -48,20 +49,24 @@ class PaneOwner : public LaunchHost {
   // released when TimerDblClickLabelDelay ticks.
   virtual void startClickGuardTimer() = 0;
 
+  // True when a press there was meant for something that has just gone: it does nothing.
+  virtual bool pressMeantOther(POINT) { return false; }
   virtual void pressed(NodeId, POINT) {}
   // The left button has come up again; `click`: nothing was dragged.
   virtual void released(NodeId /*pressed*/, bool /*click*/) {}
   // A click on anything but a shortcut, or its default action.
   virtual void clicked(NodeId node, POINT at) = 0;
+  // The second click of a double click. False when it is a click like any other.
+  virtual bool doubleClicked(NodeId) { return false; }
   virtual void mouseMoved() {}
   // After each move; none when the mouse has left.
   virtual void hovered(NodeId, POINT) {}
   // The cursor over a node where it is not the arrow; null for the arrow.
   virtual HCURSOR cursorOver(NodeId, POINT) { return nullptr; }
   virtual void moveWindow(const GestureEvent& event) = 0;
-  // Containers have been let go outside the window. True when the owner took them:
-  // then they are not moved.
-  virtual bool draggedOut(const std::vector<ContainerSlot>&, POINT /*screen*/) { return false; }
+  // Containers have been let go outside the window: the owner may take them. They are
+  // not moved.
+  virtual void draggedOut(const std::vector<ContainerSlot>&, POINT /*screen*/) {}
   // Before containers are removed from the workspace, and when something is done to
   // them that they must stay open for.
   virtual void removing(const std::vector<ContainerSlot>&) {}
@@ -71,6 +76,8 @@ class PaneOwner : public LaunchHost {
   virtual void contentsMoved() {}
   // The pane of another window of the program at a point of the screen; null for none.
   virtual WorkspacePane* paneAt(POINT /*screen*/) { return nullptr; }
+  // What a drag over a window of this program rests on; null for others.
+  virtual DragStop* dragStop(HWND) { return nullptr; }
   // Something is being dragged over the window, from this program or another.
   virtual void draggedOver(POINT) {}
   virtual void dragLeft() {}
@@ -89,7 +96,7 @@ class PaneOwner : public LaunchHost {
   virtual bool keyDown(int /*key*/, int /*modifiers*/) { return false; }
 };
 
-class WorkspacePane {
+class WorkspacePane final : public DragStop {
  public:
   // All are borrowed and must outlive the pane. The title names the window for
   // screen readers.
@@ -108,7 +115,7 @@ class WorkspacePane {
   const WorkspaceEditor& editor() const { return editor_; }
   SceneAccessible& accessibleItems() { return accessibleItems_; }
   ClickGuard& clickGuard() { return clickGuard_; }
-  bool launchSuppressed() const { return launchSuppressed_; }
+  bool launchSuppressed() const { return gestures_.startsNothing(); }
   // A drag or an edit is under way that must not lose its window.
   bool busy() const {
     return gestures_.dragging() || dropTarget_.dragActive() || nameEdit_.active() ||
@@ -155,6 +162,9 @@ class WorkspacePane {
                     std::wstring refusal);
   // Drops come in only when no dialog is open; the owner calls it now and then.
   void takePendingDrops();
+  // DragStop, for drags from this program and from others.
+  void draggedOver(POINT screen) override;
+  void dragLeft() override;
   // The workspace was changed by someone else.
   void refresh();
   // Everything on screen may have moved: repaints and tells it.
@@ -163,9 +173,8 @@ class WorkspacePane {
  private:
   // The mouse and the keyboard (workspace_pane.cpp)
   void onMouseMove(POINT client);
-  void onLeftDown(POINT client);
+  void onLeftDown(POINT client, bool second);
   void onLeftUp(POINT client);
-  void onDoubleClick(POINT client);
   void onContextMenu(POINT screen);
   bool onKeyDown(int key);
   void onWheel(int notches);
@@ -179,7 +188,7 @@ class WorkspacePane {
   // Editing (workspace_pane_editing.cpp)
   void onGesture(const GestureEvent& event);
   void moveObjects(const GestureEvent& event);
-  bool dropElsewhere(POINT screen);
+  void dropObjects(const GestureEvent& event);
   void openWith(ShortcutSlot dragged, ShortcutSlot target);
   void finishMove(const Moved& moved);
   bool dropIsWelcome(POINT screen);
@@ -251,9 +260,9 @@ class WorkspacePane {
   ClickGuard clickGuard_;
   InPlaceEdit nameEdit_;
   NoteEdit noteEdit_;
-  bool launchSuppressed_ = false;
+  ClickPair clicks_;
+  DragTrail dragTrail_;
   bool trackingLeave_ = false;
-  bool doubleClicked_ = false;
   ContainerSlot menuContainer_;  // that the open menu, or its command, is about
   struct PendingDrop {
     Dropped data;

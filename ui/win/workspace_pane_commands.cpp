@@ -203,7 +203,6 @@ void WorkspacePane::startMany(const std::function<void(StartMany&)>& start) {
       foreground,
       desk_.document.workspace,
       [this](ShortcutSlot slot, const std::wstring& error) { editShortcut(slot, error); }};
-  launchSuppressed_ = false;
   start(many);
   announce(window_, kEventLaunched);
 }

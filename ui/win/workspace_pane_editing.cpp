@@ -10,8 +10,6 @@
 namespace varnowick {
 
 void WorkspacePane::onGesture(const GestureEvent& event) {
-  // A release that ends a drag or a selection starts nothing.
-  launchSuppressed_ = event.kind != GestureKind::Click || event.ctrl;
   switch (event.kind) {
     case GestureKind::MoveBar:
       return owner_.moveWindow(event);
@@ -41,45 +39,63 @@ void WorkspacePane::moveObjects(const GestureEvent& event) {
   const Density density = view_.density();
   const Point<Twips> distance{density.toTwips(event.now.x - event.start.x),
                               density.toTwips(event.now.y - event.start.y)};
-  const Point<Twips> pointer = toScene(event.now);
   switch (event.phase) {
     case GesturePhase::Begin:
       editor_.beginDrag();
       [[fallthrough]];
-    case GesturePhase::Update:
-      editor_.drag(distance, pointer);
-      owner_.draggedOver({event.now.x.value, event.now.y.value});
-      break;
-    case GesturePhase::Cancel:
-      editor_.cancelDrag();
-      break;
-    case GesturePhase::End: {
-      if (dropElsewhere({event.now.x.value, event.now.y.value})) break;
-      const ShortcutSlot target = editor_.openWithTarget(pointer);
-      if (!target.none()) {
-        const ShortcutSlot dragged = editor_.selection().current();
-        editor_.cancelDrag();
-        view_.invalidate();
-        openWith(dragged, target);
-        break;
-      }
-      finishMove(editor_.drop(distance, pointer));
+    case GesturePhase::Update: {
+      editor_.drag(distance);
+      const bool welcome = dragTrail_.moveTo({event.now.x.value, event.now.y.value});
+      // Beyond our windows nothing can be painted; there the cursor tells.
+      SetCursor(LoadCursorW(nullptr, welcome ? IDC_ARROW : IDC_NO));
       break;
     }
+    case GesturePhase::Cancel:
+      dragTrail_.end();
+      editor_.cancelDrag();
+      break;
+    case GesturePhase::End:
+      dragTrail_.end();
+      dropObjects(event);
+      break;
   }
   view_.invalidate();
 }
 
-// True when another window of the program lies under the drop.
-bool WorkspacePane::dropElsewhere(POINT screen) {
-  WorkspacePane* other = owner_.paneAt(screen);
-  if (other == nullptr || other == this) return false;
-  editor_.cancelDrag();
-  const Moved moved = other->editor_.take(
-      editor_, other->toScene({{static_cast<int>(screen.x)}, {static_cast<int>(screen.y)}}));
-  sceneChanged();
-  other->finishMove(moved);
-  return true;
+// On nothing of ours there is nowhere to put them: they stay where they were.
+void WorkspacePane::dropObjects(const GestureEvent& event) {
+  const Density density = view_.density();
+  WorkspacePane* target = owner_.paneAt({event.now.x.value, event.now.y.value});
+  if (target == nullptr) return editor_.cancelDrag();
+  if (target != this) {
+    editor_.cancelDrag();
+    const Moved moved = target->editor_.take(editor_, target->toScene(event.now));
+    sceneChanged();
+    return target->finishMove(moved);
+  }
+  const Point<Twips> pointer = toScene(event.now);
+  const ShortcutSlot other = editor_.openWithTarget(pointer);
+  if (!other.none()) {
+    const ShortcutSlot dragged = editor_.selection().current();
+    editor_.cancelDrag();
+    view_.invalidate();
+    return openWith(dragged, other);
+  }
+  finishMove(editor_.drop(
+      {density.toTwips(event.now.x - event.start.x), density.toTwips(event.now.y - event.start.y)},
+      pointer));
+}
+
+void WorkspacePane::draggedOver(POINT screen) {
+  owner_.draggedOver(screen);
+  editor_.markDrop(toScene({{screen.x}, {screen.y}}));
+  view_.invalidate();
+}
+
+void WorkspacePane::dragLeft() {
+  editor_.unmarkDrop();
+  owner_.dragLeft();
+  view_.invalidate();
 }
 
 bool WorkspacePane::isOutside(Point<Pixels> screen) const {
@@ -107,10 +123,12 @@ void WorkspacePane::moveContainers(const GestureEvent& event) {
     case GesturePhase::End: {
       const POINT screen{event.now.x.value, event.now.y.value};
       const std::vector<ContainerSlot> slots = editor_.selectedContainers();
-      if (isOutside(event.now) && owner_.draggedOut(slots, screen))
-        editor_.cancelDrag();
-      else
+      if (!isOutside(event.now)) {
         finishMove(editor_.dropContainers(distance));
+        break;
+      }
+      owner_.draggedOut(slots, screen);
+      editor_.cancelDrag();
       break;
     }
   }
@@ -210,9 +228,7 @@ bool WorkspacePane::dropIsWelcome(POINT screen) {
   // While files are dragged out of here there is nothing that a drop could disturb.
   const bool busy = desk_.modal.active() && !draggingFiles();
   if (busy || desk_.document.settings.locked) return false;
-  owner_.draggedOver(screen);
-  editor_.markDrop(toScene({{screen.x}, {screen.y}}));
-  view_.invalidate();
+  draggedOver(screen);
   return true;
 }
 

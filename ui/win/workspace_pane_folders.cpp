@@ -53,7 +53,6 @@ void WorkspacePane::dragFiles(NodeId node) {
   view_.captureLost();
   ReleaseCapture();
   desk_.folders->drag(node);
-  launchSuppressed_ = false;
 }
 
 bool WorkspacePane::canDragFiles(NodeId node) const {
@@ -61,7 +60,7 @@ bool WorkspacePane::canDragFiles(NodeId node) const {
 }
 
 bool WorkspacePane::clickedFolder(NodeId node) {
-  return desk_.folders != nullptr && desk_.folders->clicked(node, doubleClicked_);
+  return desk_.folders != nullptr && desk_.folders->clicked(node, clicks_.second());
 }
 
 bool WorkspacePane::openFile(NodeId node) {

@@ -274,7 +274,8 @@ void RandomHour::dragObjects(const GestureEvent& event, Point<Twips> distance) {
       editor_.beginDrag();
       [[fallthrough]];
     case GesturePhase::Update:
-      editor_.drag(distance, at());
+      editor_.drag(distance);
+      editor_.markDrop(at());
       return apply(rules_.draggedOver(inputs(), inputs().underCursor));
     case GesturePhase::End:
       editor_.openWithTarget(at());

@@ -133,7 +133,7 @@ void RandomHour::workInWindow() {
     case 0:
       if (editor.dragFrom(node, point) != GestureKind::MoveObjects) return;
       editor.beginDrag();
-      editor.drag(distance, {point.x + distance.x, point.y + distance.y});
+      editor.drag(distance);
       if (dice_.chance(20)) return editor.cancelDrag();
       editor.drop(distance, {point.x + distance.x, point.y + distance.y});
       ++tally["moved in a window"];

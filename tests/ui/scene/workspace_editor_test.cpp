@@ -58,7 +58,8 @@ TEST_F(WorkspaceEditorTest, ADropMovesTheSelectionToThePanelUnderThePointer) {
   const Point<Twips> to = point(from.x.value + 1440, from.y.value + 3600);
   const Point<Twips> way{to.x - from.x, to.y - from.y};
   const TwipsRect before = view.scene().windowRect(shortcutNode(first));
-  editor.drag(way, to);
+  editor.drag(way);
+  editor.markDrop(to);
   EXPECT_EQ(view.scene().windowRect(shortcutNode(first)), before.translated(way.x, way.y));
   EXPECT_TRUE(view.scene().shown({ControlKind::DropMark, 0}));
   EXPECT_TRUE(record(first).parent.isMain()) << "a drag alone changes no record";
@@ -83,7 +84,7 @@ TEST_F(WorkspaceEditorTest, ACancelledDragLeavesNoTrace) {
   press(first);
   const TwipsRect before = view.scene().windowRect(shortcutNode(first));
   editor.beginDrag();
-  editor.drag(point(900, 900), point(2000, 2000));
+  editor.drag(point(900, 900));
   editor.cancelDrag();
   EXPECT_EQ(view.scene().windowRect(shortcutNode(first)), before);
   EXPECT_EQ(view.scene().find({ControlKind::DragLayer, 0}), nullptr);
@@ -94,7 +95,7 @@ TEST_F(WorkspaceEditorTest, OpenWithLooksBeneathWhatIsDragged) {
   press(first);
   editor.beginDrag();
   const Point<Twips> target = middle(shortcutNode(second));
-  editor.drag(point(1440, 0), target);
+  editor.drag(point(1440, 0));
   EXPECT_EQ(editor.openWithTarget(target), second);
   editor.cancelDrag();
   press(second, true);
@@ -172,7 +173,7 @@ TEST_F(WorkspaceEditorTest, ADetachedWindowKeepsToItsContainer) {
   EXPECT_THAT(window.selection().shortcuts(), ElementsAre(inside));
   window.beginDrag();
   const Point<Twips> outside = point(-3000, -3000);
-  window.drag(outside, outside);
+  window.drag(outside);
   window.drop(outside, outside);
   EXPECT_EQ(record(inside).parent, Panel{box});
   const Added added = window.add({clsShortcut{}}, nullptr);
