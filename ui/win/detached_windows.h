@@ -29,7 +29,7 @@ class DetachedWindows final : public DetachedHost {
     std::function<TwipsRect(ContainerSlot)> boxOnScreen;  // on the bar, as unfolded
     std::function<TwipsRect()> barOnScreen;
     std::function<WorkspacePane*(POINT)> paneAt;  // of any window of the program
-    std::function<DragStop*(HWND)> dragStop;      // the same
+    std::function<DragStop*(HWND)> dragStop{};    // the same
     // sweep() is to be called soon, from the message loop.
     std::function<void()> sweepSoon;
   };
