@@ -30,15 +30,16 @@ constexpr std::array kRows{
     DetachedMenuRow{0, VARNOWICK_ITEM(mnu5), L"&5 Minutes", nullptr, kNotBuilt},
     DetachedMenuRow{0, VARNOWICK_ITEM(mnuCancel), L"&Cancel Auto-Refresh", nullptr, kNotBuilt},
     DetachedMenuRow{},
-    DetachedMenuRow{0, VARNOWICK_ITEM(mnuAttach), L"&Attach to Workspace"},
-    DetachedMenuRow{0, VARNOWICK_ITEM(mnuCloseAndDelete), L"Close && &Delete"},
-    DetachedMenuRow{},
     DetachedMenuRow{0, VARNOWICK_ITEM(mnuDockMe), L"Hide no&w"},
-    DetachedMenuRow{0, VARNOWICK_ITEM(mnuTabEdge), L"Tab &edge"},
+    DetachedMenuRow{0, VARNOWICK_ITEM(mnuTabEdge), L"Tab ed&ge"},
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabLeft), L"&Left"},
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabRight), L"&Right"},
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabTop), L"&Top"},
     DetachedMenuRow{1, VARNOWICK_ITEM(mnuTabBottom), L"&Bottom"},
+    DetachedMenuRow{0, VARNOWICK_ITEM(mnuAttach), L"&Attach to Workspace"},
+    DetachedMenuRow{},
+    // Last, and apart: what it does cannot be taken for anything else.
+    DetachedMenuRow{0, VARNOWICK_ITEM(mnuCloseAndDelete), L"Close && &Delete"},
 };
 #undef VARNOWICK_ITEM
 
@@ -120,7 +121,8 @@ std::vector<ShownDetachedRow> shownDetachedMenu(const clsContainer& container,
          .caption = row.caption,
          .checked = row.checked != nullptr ? container.*row.checked
                                            : edge != 0 && edge == container.DetachedTabDockedWhere,
-         .enabled = row.item != DetachedItem::mnuStartSelected || state.shortcutSelected});
+         .enabled = (row.item != DetachedItem::mnuStartSelected || state.shortcutSelected) &&
+                    (row.item != DetachedItem::mnuCloseAndDelete || !state.locked)});
   }
   return shown;
 }

@@ -55,6 +55,7 @@ std::span<const DetachedMenuRow> detachedMenuRows();
 
 struct DetachedMenuState {
   bool shortcutSelected = false;
+  bool locked = false;
   bool shown = true;  // the window itself; false: the menu is its tab's
 };
 struct ShownDetachedRow {

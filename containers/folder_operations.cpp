@@ -20,7 +20,7 @@ std::wstring quoted(const std::wstring& path) {
 
 // Why the shell must not be handed this path; empty when it may.
 std::wstring shellFault(const std::wstring& path) {
-  if (!isPlainFullPath(path)) return L"This is no path of a file: " + quoted(path);
+  if (!isPlainFullPath(path)) return L"This is not the path of a file: " + quoted(path);
   if (path.size() > kMostShellPath)
     return L"The path is too long for copying, moving and deleting:\r\n\r\n" + quoted(path);
   // The shell leaves the end of such a name out, and would act on another file.

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 
 namespace varnowick {
 namespace {
@@ -18,73 +19,77 @@ constexpr int kDeleteKey = 46;
 
 constexpr bool kBuilt = true;
 
-constexpr auto kAlways = Enabled::Always;
-constexpr auto kSelected = Enabled::ShortcutSelected;
-constexpr auto kContainer = Enabled::ContainerSelected;
+constexpr unsigned kAlways = kNeedsNothing;
+constexpr unsigned kEditing = kNeedsUnlocked;
+constexpr unsigned kContainer = kNeedsContainer;
 
 constexpr std::array kCommands{
-    CommandRow{VARNOWICK_COMMAND(mnuNewFolderLink), L"Fo&lder container", ctrl('K'), kAlways,
+    CommandRow{VARNOWICK_COMMAND(mnuNewFolderLink), L"Fo&lder container", ctrl('K'), kEditing,
                kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAddRSS), L"R&SS News Feed", ctrl('E')},
-    CommandRow{VARNOWICK_COMMAND(mnuAddLink), L"&Web URL", ctrl('W'), kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuAddFileLink), L"&File shortcut", ctrl('F'), kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuAddFolderLink), L"&Directory shortcut", ctrl('D'), kAlways,
+    CommandRow{VARNOWICK_COMMAND(mnuAddLink), L"&Web URL", ctrl('W'), kEditing, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuAddFileLink), L"&File shortcut", ctrl('F'), kEditing, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuAddFolderLink), L"&Directory shortcut", ctrl('D'), kEditing,
                kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuAddPicture), L"&Picture", ctrl('P'), kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuAddPicture), L"&Picture", ctrl('P'), kEditing, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAddReminder), L"&Reminder", ctrl('R')},
     // Ctrl+C deliberately begins a container; it does not copy.
-    CommandRow{VARNOWICK_COMMAND(mnuNew), L"&Container", ctrl('C'), kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuNewNote), L"&Note", ctrl('N'), kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuNewCommand), L"&System command", ctrl('O'), kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuNew), L"&Container", ctrl('C'), kEditing, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuNewNote), L"&Note", ctrl('N'), kEditing, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuNewCommand), L"&System command", ctrl('O'), kEditing, kBuilt},
 
-    CommandRow{VARNOWICK_COMMAND(mnuPaste), L"Pas&te", ctrl('V'), kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuSelectAll), L"&Select all", ctrl('A'), kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuUnselectAll), L"&Unselect all", ctrl('U'), kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuUndo), L"Und&o move", ctrl('Z'), Enabled::CanUndo, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuDeleteSelected), L"&Delete", Key{kDeleteKey, 0}, kSelected,
+    CommandRow{VARNOWICK_COMMAND(mnuPaste), L"Past&e", ctrl('V'), kEditing | kNeedsClipboard,
                kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuSelectAll), L"&Select all", ctrl('A'), kNeedsObjects, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuUnselectAll), L"&Unselect all", ctrl('U'), kNeedsSelection,
+               kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuUndo), L"Und&o move", ctrl('Z'), kEditing | kNeedsUndo, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuDeleteSelected), L"&Delete", Key{kDeleteKey, 0},
+               kEditing | kNeedsSelection, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAlign), L"Align to &grid", kNoKey, kAlways, kBuilt,
                &CommandState::align},
-    CommandRow{VARNOWICK_COMMAND(mnuAlignSelected), L"Align &chosen to grid", kNoKey, kSelected,
-               kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuSortByName), L"Sort by &name", kNoKey, kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuAlignSelected), L"Align se&lected to grid", kNoKey,
+               kEditing | kNeedsSelection, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuSortByName), L"Sort b&y name", kNoKey,
+               kEditing | kNeedsShortcutsHere, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuLock), L"Lock editing", ctrl('L'), kAlways, kBuilt,
                &CommandState::locked},
 
-    CommandRow{VARNOWICK_COMMAND(mnuShortcutProperties), L"&Properties", function(2), kSelected,
+    CommandRow{VARNOWICK_COMMAND(mnuShortcutProperties), L"&Properties", function(2),
+               kNeedsProperties, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuStartSelected), L"Sta&rt selected", kNoKey, kNeedsShortcut,
                kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuStartSelected), L"Sta&rt selected", kNoKey, kSelected, kBuilt},
     // The window puts startAllCaption in place of the caption.
-    CommandRow{VARNOWICK_COMMAND(mnuStartAll), L"&Start all", kNoKey, kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuStartAll), L"&Start all", kNoKey, kNeedsShortcutsHere, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuStartAllWTag), L"&Tag start", kNoKey},
-    CommandRow{VARNOWICK_COMMAND(mnuOpenFileLocation), L"Open file &location", kNoKey, kSelected,
-               kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuUseRelativePath), L"&Use a relative path", kNoKey, kSelected,
-               kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuOpenFileLocation), L"Open file &location", kNoKey,
+               kNeedsShortcutMeant, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuUseRelativePath), L"&Use a relative path", kNoKey,
+               kEditing | kNeedsShortcut, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuRefreshShortcuts), L"Refresh &icons", function(5, kShift),
                kAlways, kBuilt},
 
-    CommandRow{VARNOWICK_COMMAND(mnuConRename), L"Re&name", kNoKey, kContainer, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuShowNote), L"Show no&te", kNoKey, kContainer, kBuilt,
+    CommandRow{VARNOWICK_COMMAND(mnuConRename), L"Re&name", kNoKey, kEditing | kContainer, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuShowNote), L"Sh&ow note", kNoKey, kContainer, kBuilt,
                &CommandState::noteShown},
-    CommandRow{VARNOWICK_COMMAND(mnuConColors), L"Co&lors...", kNoKey, kContainer, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuConColors), L"Co&lours...", kNoKey, kContainer, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuConIcon), L"Change &icon...", kNoKey, kContainer, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuHideToolbar), L"Hide tool&bar", kNoKey, kContainer, kBuilt,
                &CommandState::toolbarHidden},
     // Pictures cannot be detached; the command says so.
-    CommandRow{VARNOWICK_COMMAND(mnuDetachContainer), L"&Detach", kNoKey,
-               Enabled::ContainerOrPicture, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuConRemove), L"&Remove containers", kNoKey, kContainer, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuShrinkAll), L"S&hrink/Expand All", function(1, kCtrl), kAlways,
+    CommandRow{VARNOWICK_COMMAND(mnuDetachContainer), L"&Detach", kNoKey, kNeedsContainerOrPicture,
                kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuFoldAll), L"&Fold/Unfold All", function(2, kCtrl), kAlways,
-               kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuConRemove), L"&Remove containers", kNoKey,
+               kEditing | kContainer, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuShrinkAll), L"S&hrink/Expand All", function(1, kCtrl),
+               kNeedsContainers, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuFoldAll), L"&Fold/Unfold All", function(2, kCtrl),
+               kNeedsContainers, kBuilt},
     // The window makes it a submenu of the detached containers.
     CommandRow{VARNOWICK_COMMAND(mnuAttach), L"A&ttach...", kNoKey, kAlways, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuAttachAll), L"&Attach all", function(3, kCtrl),
-               Enabled::AnyDetached, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuShowDetached), L"Sho&w hidden", kNoKey, Enabled::DetachedHidden,
+    CommandRow{VARNOWICK_COMMAND(mnuAttachAll), L"&Attach all", function(3, kCtrl), kNeedsDetached,
                kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuShowDetached), L"Sho&w hidden", kNoKey, kNeedsHidden, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuContainerLibrary), L"Container &Library...", function(6)},
 
     CommandRow{VARNOWICK_COMMAND(mnuRSSSearch), L"&Search...", ctrl('S')},
@@ -97,7 +102,7 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuDockTop), L"&Top", kNoKey, kAlways, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuDockBottom), L"&Bottom", kNoKey, kAlways, kBuilt},
     // Its caption names the key, which also has other duties: keys.cpp.
-    CommandRow{VARNOWICK_COMMAND(mnuDockNow), L"&Collapse now (Esc)", kNoKey, kAlways, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuDockNow), L"&Collapse now (Esc)", kNoKey, kNeedsBarOut, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuSuspendSlideOut), L"Suspend auto-collapse", kNoKey, kAlways,
                kBuilt, &CommandState::suspended},
     CommandRow{VARNOWICK_COMMAND(mnuTranslucent), L"Trans&parency", function(9), kAlways, kBuilt,
@@ -284,22 +289,32 @@ Command commandForKey(Key key) {
 
 bool isEnabled(Command command, const CommandState& state) {
   if (command == Command::None) return false;
-  switch (row(command).enabled) {
-    case Enabled::ShortcutSelected:
-      return state.shortcutSelected;
-    case Enabled::ContainerSelected:
-      return state.containerSelected;
-    case Enabled::ContainerOrPicture:
-      return state.containerSelected || state.pictureSelected;
-    case Enabled::AnyDetached:
-      return state.anyDetached;
-    case Enabled::DetachedHidden:
-      return state.detachedHidden;
-    case Enabled::CanUndo:
-      return state.canUndo;
-    default:
-      return true;
-  }
+  const std::array<std::pair<unsigned, bool>, 15> met{{
+      {kNeedsSelection, state.anythingSelected},
+      {kNeedsShortcut, state.shortcutSelected},
+      {kNeedsShortcutMeant, state.shortcutMeant},
+      {kNeedsProperties, state.shortcutMeant || state.containerSelected},
+      {kNeedsContainer, state.containerSelected},
+      {kNeedsContainerOrPicture, state.containerSelected || state.pictureSelected},
+      {kNeedsDetached, state.anyDetached},
+      {kNeedsHidden, state.detachedHidden},
+      {kNeedsUndo, state.canUndo},
+      {kNeedsClipboard, state.canPaste},
+      {kNeedsObjects, state.anyObjects},
+      {kNeedsContainers, state.anyContainers},
+      {kNeedsShortcutsHere, state.anyShortcuts},
+      {kNeedsBarOut, state.barOut},
+      {kNeedsUnlocked, !state.locked},
+  }};
+  const unsigned needs = row(command).needs;
+  return std::all_of(met.begin(), met.end(),
+                     [needs](const auto& m) { return (needs & m.first) == 0 || m.second; });
+}
+
+bool isLockedAway(Command command, CommandState state) {
+  if (!state.locked || isEnabled(command, state)) return false;
+  state.locked = false;
+  return isEnabled(command, state);
 }
 
 std::wstring keyText(Key key) {

@@ -97,7 +97,9 @@ struct CommandState {
   bool suspended = false;  // auto-collapse
   bool translucent = false;
   bool align = false;
+  bool anythingSelected = false;
   bool shortcutSelected = false;
+  bool shortcutMeant = false;      // by keys: selected, else in focus
   bool containerSelected = false;  // or the menu is a container's
   bool noteShown = false;          // of that container
   bool toolbarHidden = false;
@@ -105,16 +107,31 @@ struct CommandState {
   bool anyDetached = false;     // containers in windows of their own
   bool detachedHidden = false;  // one of those windows
   bool canUndo = false;
+  bool canPaste = false;
+  bool anyObjects = false;     // in the window
+  bool anyContainers = false;  // on the bar
+  bool anyShortcuts = false;   // on the panel that the menu is about
+  bool barOut = true;          // not collapsed already
 };
 
-enum class Enabled {
-  Always,
-  ShortcutSelected,
-  ContainerSelected,
-  ContainerOrPicture,
-  AnyDetached,
-  DetachedHidden,
-  CanUndo
+// What a command needs to do anything, added together.
+enum Needs : unsigned {
+  kNeedsNothing = 0,
+  kNeedsSelection = 1,
+  kNeedsShortcut = 2,
+  kNeedsContainer = 4,
+  kNeedsContainerOrPicture = 8,
+  kNeedsDetached = 16,
+  kNeedsHidden = 32,
+  kNeedsUndo = 64,
+  kNeedsClipboard = 128,
+  kNeedsObjects = 256,
+  kNeedsContainers = 512,
+  kNeedsShortcutsHere = 1024,
+  kNeedsBarOut = 2048,
+  kNeedsUnlocked = 4096,
+  kNeedsShortcutMeant = 8192,
+  kNeedsProperties = 16384  // of a shortcut or a container
 };
 
 struct CommandRow {
@@ -122,7 +139,7 @@ struct CommandRow {
   const wchar_t* name;     // the identifier as text
   const wchar_t* caption;  // as menus show it
   Key key;
-  Enabled enabled = Enabled::Always;
+  unsigned needs = kNeedsNothing;
   bool built = false;             // false: neither shown nor reached by its key
   bool CommandState::*checked{};  // check items: what the mark shows
 };
@@ -132,6 +149,8 @@ std::span<const CommandRow> commandRows();  // without None, in the order of the
 // The command behind a key, built or not; None when there is none.
 Command commandForKey(Key key);
 bool isEnabled(Command command, const CommandState& state);
+// The lock alone keeps it from running: whoever asks for it by key is told so.
+bool isLockedAway(Command command, CommandState state);
 
 // "Ctrl+K", "F8"; empty for no key.
 std::wstring keyText(Key key);

@@ -63,7 +63,7 @@ std::vector<Hotkey> hotkeyCandidates(Hotkey taken) {
 std::wstring hotkeyTakenText(Hotkey taken, const std::vector<Hotkey>& free) {
   std::wstring text = L"The hotkey " + hotkeyText(taken) +
                       L" is used by another program, so it does not open the bar.";
-  if (free.empty()) return text + L" Another one can be chosen in the settings.";
+  if (free.empty()) return text + L" Another one can be selected in the settings.";
   text += free.size() == 1 ? L" This one is free: " : L" These are free: ";
   for (std::size_t i = 0; i < free.size(); ++i)
     text += (i == 0 ? L"" : L", ") + hotkeyText(free[i]);

@@ -71,7 +71,8 @@ KeyDecision withoutModifier(int keyCode, const KeyState& state) {
   }
   const Command command = commandForKey({keyCode, 0});
   if (command == Command::None) return typeIntoJumpBox(keyCode, false);
-  const bool needsSelection = commandRow(command).enabled == Enabled::ShortcutSelected;
+  const bool needsSelection =
+      (commandRow(command).needs & (kNeedsSelection | kNeedsProperties)) != 0;
   return needsSelection && !state.shortcutSelected ? KeyDecision{} : runCommand(command);
 }
 

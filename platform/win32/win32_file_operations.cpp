@@ -35,7 +35,7 @@ std::wstring shellErrorText(int code) {
     case 0x402:
       return L"The file is not there any more.";
     case 0x7D:
-      return L"The folder cannot take it: it is the same one or lies in it.";
+      return L"A folder cannot be copied or moved into itself.";
     case 0x7E:
     case 0x80:
       return L"There is a file or folder of that name already.";

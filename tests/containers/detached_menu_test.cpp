@@ -33,13 +33,13 @@ TEST(DetachedMenu, ShowsTheRecordsFlags) {
       menuOf(c, {}),
       ElementsAre(L"[Sta&rt selected]", L"&Tag start", L"Show and Hide", L" Use &Tab*",
                   L" &Toggle both", L" Auto &show", L" Auto &hide*", L" Enable &fade-out",
-                  L" &Hide on click", L"-", L"&Attach to Workspace", L"Close && &Delete", L"-",
-                  L"Hide no&w", L"Tab &edge", L" &Left", L" &Right*", L" &Top", L" &Bottom"));
+                  L" &Hide on click", L"-", L"Hide no&w", L"Tab ed&ge", L" &Left", L" &Right*",
+                  L" &Top", L" &Bottom", L"&Attach to Workspace", L"-", L"Close && &Delete"));
   c.DetachedUseTab = false;
   const std::vector<std::wstring> tabs = menuOf(c, {.shortcutSelected = true, .shown = false});
   EXPECT_EQ(tabs.front(), L"Sta&rt selected");
   EXPECT_THAT(std::vector(tabs.begin() + 10, tabs.end()),
-              ElementsAre(L"&Attach to Workspace", L"Close && &Delete"));
+              ElementsAre(L"&Attach to Workspace", L"-", L"Close && &Delete"));
 }
 
 TEST(DetachedMenu, EveryItemButTheHeadsAndActionsChangesTheRecord) {

@@ -234,7 +234,7 @@ TEST_F(MainNotes, ColoursAreChosenAndReset) {
       mouse::rightClick({box.left + 30, box.top + 10});
     });
     bar.choose(L"L");
-    return waitForDialog(program().process(), L"Container colors");
+    return waitForDialog(program().process(), L"Container colours");
   };
   DialogWindow colours = openColours();
   RECT r{};

@@ -4,6 +4,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <array>
 
 #include "platform/win32/handles.h"
 
@@ -22,6 +23,10 @@ UINT ansiUrlFormat() {
 UINT groupDescriptorFormat() {
   static const UINT format = RegisterClipboardFormatW(L"FileGroupDescriptorW");
   return format;
+}
+
+std::array<UINT, 5> droppableFormats() {
+  return {CF_HDROP, urlFormat(), ansiUrlFormat(), CF_UNICODETEXT, CF_TEXT};
 }
 
 FORMATETC asMemory(UINT format) {
@@ -137,10 +142,14 @@ std::wstring titleOfLink(IDataObject& data) {
 }  // namespace
 
 bool offersDroppable(IDataObject& data) {
-  for (const UINT format : {static_cast<UINT>(CF_HDROP), urlFormat(), ansiUrlFormat(),
-                            static_cast<UINT>(CF_UNICODETEXT), static_cast<UINT>(CF_TEXT)})
-    if (offers(data, format)) return true;
-  return false;
+  const auto formats = droppableFormats();
+  return std::any_of(formats.begin(), formats.end(), [&](UINT f) { return offers(data, f); });
+}
+
+bool clipboardOffersDroppable() {
+  const auto formats = droppableFormats();
+  return std::any_of(formats.begin(), formats.end(),
+                     [](UINT f) { return IsClipboardFormatAvailable(f) != FALSE; });
 }
 
 Dropped readDropped(IDataObject& data) {

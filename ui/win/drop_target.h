@@ -25,6 +25,8 @@ Dropped readDropped(IDataObject& data);
 std::vector<std::wstring> droppedPaths(IDataObject& data, std::size_t most);
 // With nothing in it when the clipboard holds nothing of use.
 Dropped readClipboard();
+// Whether it may hold something, without reading it.
+bool clipboardOffersDroppable();
 
 class DropTarget {
  public:

@@ -15,12 +15,12 @@ constexpr int kStep = 10;  // percent that a button makes lighter or darker
 std::vector<DialogRow> rows() {
   using enum DialogControl;
   return {
-      {Label, -1, L"Back color", 7, 9, 54, 8},
+      {Label, -1, L"Background", 7, 9, 54, 8},
       {Swatch, Id::kBack, L"", 63, 7, 44, 14},
       {Button, Id::kChooseBack, L"&Choose...", 111, 7, 44, 14},
       {Button, Id::kLighterBack, L"&Lighter", 159, 7, 40, 14},
       {Button, Id::kDarkerBack, L"&Darker", 203, 7, 40, 14},
-      {Label, -1, L"Text color", 7, 29, 54, 8},
+      {Label, -1, L"Text", 7, 29, 54, 8},
       {Swatch, Id::kFore, L"", 63, 27, 44, 14},
       {Button, Id::kChooseFore, L"C&hoose...", 111, 27, 44, 14},
       {Button, Id::kLighterFore, L"L&ighter", 159, 27, 40, 14},
@@ -78,7 +78,7 @@ void buildPreview(Scene& scene, Size<Twips> size, const frmConColors::Subject& s
 
 frmConColors::frmConColors(Subject subject, const Palette& palette, GdiFonts& fonts,
                            Density density, MsgBox& msgBox, Chooser chooser)
-    : Dialog(L"Container colors", 250, 154, rows()),
+    : Dialog(L"Container colours", 250, 154, rows()),
       subject_(std::move(subject)),
       palette_(palette),
       fonts_(fonts),

@@ -55,8 +55,10 @@ void frmContainer::completeMenu(MenuId menu, std::vector<MenuItem>& items) {
   const std::vector<MenuItem> tags =
       takeSubmenu(items, commandRow(Command::mnuStartAllWTag).caption);
   std::vector<MenuItem> own;
-  for (const ShownDetachedRow& row : shownDetachedMenu(
-           *c, {.shortcutSelected = pane_.commandState().shortcutSelected, .shown = shown})) {
+  for (const ShownDetachedRow& row :
+       shownDetachedMenu(*c, {.shortcutSelected = pane_.commandState().shortcutSelected,
+                             .locked = desk_.document.settings.locked,
+                             .shown = shown})) {
     if (row.item == DetachedItem::mnuStartAllWTag && !tags.empty()) {
       own.insert(own.end(), tags.begin(), tags.end());
       continue;
@@ -74,8 +76,9 @@ void frmContainer::completeMenu(MenuId menu, std::vector<MenuItem>& items) {
   std::erase_if(items, [](const MenuItem& i) { return isReplaced(i.command); });
   // About what lies in a window that cannot be seen there is nothing to be done.
   if (!shown) items.clear();
-  own.push_back({});
-  own.insert(own.end(), items.begin(), items.end());
+  // Before the last row, which stands apart.
+  items.insert(items.begin(), MenuItem{});
+  own.insert(own.end() - 2, items.begin(), items.end());
   items = std::move(own);
   tidySeparators(items);
 }

@@ -67,7 +67,7 @@ bool frmMain::keyDown(int key, int modifiers) {
   state.suppressed = modal_.active();
   state.jumpBoxShown = jumping;
   state.jumpBoxHasText = extras_.jump().hasText();
-  state.shortcutSelected = commands.shortcutSelected;
+  state.shortcutSelected = commands.anythingSelected || commands.shortcutMeant;
   state.barExpanded =
       docking_.rules().expanded() && docking_.rules().collapseSide() == ScreenEdge::None;
   const KeyDecision decision = decideKey(key, modifiers, state);

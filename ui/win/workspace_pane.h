@@ -223,10 +223,6 @@ class WorkspacePane final : public DragStop {
   void addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const;
   // The shortcut that a command is about: the selected one, else the focused one.
   ShortcutSlot currentShortcut() const;
-  // What commands for selected shortcuts work on: several, or the focused one.
-  bool anythingSelected() const {
-    return !editor_.selection().empty() || !currentShortcut().none();
-  }
 
   // Folder containers (workspace_pane_folders.cpp)
   void attachFolders();

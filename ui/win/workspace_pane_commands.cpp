@@ -4,6 +4,7 @@
 #include "platform/msg_box.h"
 #include "shortcuts/paths.h"
 #include "shortcuts/tags.h"
+#include "ui/scene/command_state.h"
 #include "ui/win/frm_shortcut_properties.h"
 #include "ui/win/win_events.h"
 #include "ui/win/workspace_pane.h"
@@ -28,19 +29,11 @@ class SystemForeground final : public ForegroundWindow {
 }  // namespace
 
 CommandState WorkspacePane::commandState() const {
-  CommandState state;
-  state.locked = desk_.document.settings.locked;
-  state.translucent = desk_.document.settings.translucent;
-  state.align = desk_.document.settings.align;
-  state.shortcutSelected = anythingSelected();
-  const std::vector<ContainerSlot> containers = targetContainers();
-  state.containerSelected = !containers.empty();
-  if (!containers.empty()) {
-    const clsContainer& first = desk_.document.workspace.containers[containers.front()];
-    state.noteShown = first.Detached ? first.Detached_Note_Visible : first.noteVisible;
-    state.toolbarHidden = first.HideToolbar;
-  }
-  state.canUndo = editor_.canUndo() && !desk_.document.settings.locked;
+  CommandState state =
+      commandStateOf(desk_.document, editor_.selection(),
+                     {scene_.homePanel(), currentShortcut(), menuContainer_, targetContainers()});
+  state.canUndo = editor_.canUndo();
+  state.canPaste = clipboardOffersDroppable();
   owner_.describeState(state);
   return state;
 }
@@ -172,9 +165,13 @@ bool WorkspacePane::runHere(Command command) {
 }
 
 void WorkspacePane::run(Command command) {
-  if (command == Command::None || !commandRow(command).built || !isEnabled(command, commandState()))
+  if (command == Command::None || !commandRow(command).built) return;
+  const CommandState state = commandState();
+  if (isLockedAway(command, state)) {
+    refuseWhileLocked();
     return;
-  if (!runHere(command)) owner_.runOwn(command);
+  }
+  if (isEnabled(command, state) && !runHere(command)) owner_.runOwn(command);
 }
 
 void WorkspacePane::launch(ShortcutSlot slot) {

@@ -1,0 +1,41 @@
+#include "ui/scene/command_state.h"
+
+#include <algorithm>
+
+namespace varnowick {
+
+CommandState commandStateOf(const Document& document, const Selection& selection,
+                            const CommandTargets& targets) {
+  const Workspace& workspace = document.workspace;
+  CommandState state;
+  state.locked = document.settings.locked;
+  state.translucent = document.settings.translucent;
+  state.align = document.settings.align;
+  state.anythingSelected = !selection.empty();
+  state.shortcutSelected = !selection.shortcuts().empty();
+  state.shortcutMeant = !targets.shortcut.none();
+  state.pictureSelected =
+      std::any_of(selection.objects().begin(), selection.objects().end(),
+                  [](const ObjectId& id) { return std::holds_alternative<PictureSlot>(id); });
+  state.containerSelected = !targets.containers.empty();
+  if (!targets.containers.empty()) {
+    const clsContainer& first = workspace.containers[targets.containers.front()];
+    state.noteShown = first.Detached ? first.Detached_Note_Visible : first.noteVisible;
+    state.toolbarHidden = first.HideToolbar;
+  }
+  workspace.containers.forEach([&](ContainerSlot, const clsContainer& c) {
+    state.anyDetached = state.anyDetached || c.Detached;
+    state.anyContainers = state.anyContainers || (c.visible && !c.Detached);
+  });
+  workspace.shortcuts.forEach([&](ShortcutSlot, const clsShortcut& s) {
+    state.anyShortcuts = state.anyShortcuts || s.parent == Panel{targets.menu};
+  });
+  // What "Select all" would find: on the panel of the current shortcut.
+  const clsShortcut* current = workspace.shortcuts.find(selection.current());
+  Selection all;
+  all.selectAll(workspace, current == nullptr ? targets.home : current->parent);
+  state.anyObjects = !all.empty();
+  return state;
+}
+
+}  // namespace varnowick
