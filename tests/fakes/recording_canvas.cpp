@@ -1,6 +1,7 @@
 #include "tests/fakes/recording_canvas.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace varnowick {
@@ -63,6 +64,20 @@ void RecordingCanvas::frame(const PixelRect& rect, Pixels, Colour border) {
 void RecordingCanvas::line(Point<Pixels> from, Point<Pixels> to, Colour colour) {
   record("line", {from.x, from.y, to.x - from.x, to.y - from.y}, hex(colour));
 }
+void RecordingCanvas::stroke(std::span<const FinePoint> points, float width, Colour colour) {
+  if (points.empty()) return;
+  FinePoint from = points[0], to = points[0];
+  for (const FinePoint& p : points) {
+    from = {std::min(from.x, p.x), std::min(from.y, p.y)};
+    to = {std::max(to.x, p.x), std::max(to.y, p.y)};
+  }
+  const float half = width / 2;
+  const auto down = [](float v) { return static_cast<int>(std::floor(v)); };
+  const auto up = [](float v) { return static_cast<int>(std::ceil(v)); };
+  const int left = down(from.x - half), top = down(from.y - half);
+  record("stroke", {{left}, {top}, {up(to.x + half) - left}, {up(to.y + half) - top}}, hex(colour));
+}
+void RecordingCanvas::invert(const PixelRect& rect) { record("invert", rect, ""); }
 void RecordingCanvas::text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) {
   record("text", rect, plain(text) + (style.bold ? " bold " : " ") + hex(style.colour));
 }

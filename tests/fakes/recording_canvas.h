@@ -32,6 +32,8 @@ class RecordingCanvas : public Canvas {
            unsigned squareCorners) override;
   void frame(const PixelRect& rect, Pixels radius, Colour border) override;
   void line(Point<Pixels> from, Point<Pixels> to, Colour colour) override;
+  void stroke(std::span<const FinePoint> points, float width, Colour colour) override;
+  void invert(const PixelRect& rect) override;
   void text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) override;
   void image(const PixelRect& rect, const ImageRef& image) override;
   void focusFrame(const PixelRect& rect) override;

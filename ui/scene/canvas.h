@@ -3,6 +3,7 @@
 // or windows. GdiCanvas draws, RecordingCanvas writes down what would be drawn.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -47,6 +48,12 @@ struct TextStyle {
   int rotation = 0;      // degrees counter-clockwise: 0, 90 or 270
 };
 
+// A point between pixels: the middle of the first pixel lies at 0.5.
+struct FinePoint {
+  float x = 0;
+  float y = 0;
+};
+
 class Canvas {
  public:
   virtual ~Canvas() = default;
@@ -61,6 +68,10 @@ class Canvas {
   // Only the one-pixel frame of such a box.
   virtual void frame(const PixelRect& rect, Pixels radius, Colour border) = 0;
   virtual void line(Point<Pixels> from, Point<Pixels> to, Colour colour) = 0;
+  // A smooth line through the points by a round pen; its joints are no darker.
+  virtual void stroke(std::span<const FinePoint> points, float width, Colour colour) = 0;
+  // Turns what is there already into its negative.
+  virtual void invert(const PixelRect& rect) = 0;
   virtual void text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) = 0;
   virtual void image(const PixelRect& rect, const ImageRef& image) = 0;
   // Of an image for that rectangle, for whoever draws something in place of one that

@@ -13,13 +13,25 @@ void DetachedScene::build(Size<Twips> client, Size<Twips> open, Density density)
   updateAll();
 }
 
+namespace {
+
+ScreenEdge tabEdge(const clsContainer& c) {
+  const auto edge = static_cast<ScreenEdge>(c.DetachedTabDockedWhere);
+  return c.DetachedUseTab && edge >= ScreenEdge::Left && edge <= ScreenEdge::Bottom
+             ? edge
+             : ScreenEdge::None;
+}
+
+}  // namespace
+
 // The other containers are on the bar or in windows of their own.
 DetachedScene::ContainerShape DetachedScene::shapeOf(ContainerSlot slot,
                                                      const clsContainer& c) const {
   return {.visible = slot == slot_,
           .folded = c.DetachedFolded,
           .noteShown = c.Detached_Note_Visible,
-          .toolbar = !c.HideToolbar};
+          .toolbar = !c.HideToolbar,
+          .edge = tabEdge(c)};
 }
 
 TwipsRect DetachedScene::boxRect(const clsContainer&, Size<Twips> box) const {

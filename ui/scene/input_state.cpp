@@ -27,6 +27,7 @@ bool InputState::mouseLeft() {
 }
 
 bool InputState::mousePressed(Point<Twips> at) {
+  keysInUse_ = false;
   const NodeId before = pressed_;
   const NodeId hit = scene_->hitTest(at);
   hovered_ = hit;
@@ -53,6 +54,12 @@ bool InputState::focus(NodeId id) {
   const NodeId next = node != nullptr && node->focusable && node->enabled ? id : NodeId{};
   const bool changed = next != focused_;
   focused_ = next;
+  return changed;
+}
+
+bool InputState::keyUsed() {
+  const bool changed = !keysInUse_ && !focused().none();
+  keysInUse_ = true;
   return changed;
 }
 

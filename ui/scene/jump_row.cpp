@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "ui/scene/signs.h"
+
 namespace varnowick {
 namespace {
 
@@ -49,21 +51,6 @@ void paintCaption(Canvas& canvas, TextMeasure& measure, const PixelRect& rect, c
                 run, style);
     left += width;
     at = end;
-  }
-}
-
-// A lens with its handle.
-void paintLens(Canvas& canvas, const PixelRect& box, Colour colour, Density density) {
-  const Pixels unit = scaled(1, density);
-  const int ring = 9 * unit.value;
-  const Pixels left = box.left;
-  const Pixels top{box.top.value + (box.height.value - 13 * unit.value) / 2};
-  canvas.frame({left, top, {ring}, {ring}}, {(ring + 1) / 2}, colour);
-  for (int i = 0; i < 2 * unit.value; ++i) {
-    const int from = ring - 2 * unit.value;
-    const int to = 13 * unit.value;
-    canvas.line({left + Pixels{from + i}, top + Pixels{from}},
-                {left + Pixels{to + i}, top + Pixels{to}}, colour);
   }
 }
 
@@ -130,7 +117,7 @@ void paintJumpPanel(Canvas& canvas, TextMeasure& measure, const PixelRect& panel
   canvas.box(field, scaled(5, density), ground, ground, focused ? p.accent : idle, 0);
   const PixelRect lens{field.left + scaled(9, density), field.top, scaled(14, density),
                        field.height};
-  paintLens(canvas, lens, p.mutedText, density);
+  drawSign(canvas, Sign::Lens, lens, density, p.mutedText);
   if (!words.empty()) {
     TextStyle style = plainStyle(p.mutedText, kJumpSmallPoints);
     style.horizontal = HAlign::Right;

@@ -11,8 +11,9 @@ namespace varnowick {
 
 namespace {
 
-constexpr Twips kLineHeightPerPoint{25};  // one line of text, with its leading
-constexpr Twips kIconTop{60};
+constexpr Twips kLineHeightPerPoint{25};  // one line of text, with its leading; a guess
+constexpr Twips kIconTop{60};             // and as much between icon and caption
+constexpr Twips kLineGap{90};             // above and below a caption beside its icon
 
 // What lies on a panel, from the back to the front.
 int layerOf(ControlKind kind) {
@@ -31,6 +32,11 @@ int layerOf(ControlKind kind) {
       return 4;
   }
 }
+// Of a shortcut with its caption below the icon.
+Twips largeHeight(Twips icon, Twips line, int lines) {
+  return kIconTop + icon + kIconTop + line * static_cast<float>(lines) + Twips{50};
+}
+
 float number(float value, float least, float most) {
   return std::isnan(value) ? least : std::clamp(value, least, most);
 }
@@ -127,9 +133,22 @@ Twips ObjectScene::iconSize() const {
 }
 
 Size<Twips> ObjectScene::shortcutCell(bool small) const {
-  if (small) return kSmallShortcutCell;
+  clsShortcut usual;
+  const Twips line = lineHeight(captionPoints(settings_, usual), false);
+  if (small)
+    return {kSmallShortcutCell.width, std::max(kSmallShortcutCell.height, line + kLineGap)};
   const Twips more = iconSize() - Twips{480};
-  return {std::max(kShortcutCell.width, kShortcutCell.width + more), kShortcutCell.height + more};
+  return {std::max(kShortcutCell.width, kShortcutCell.width + more),
+          std::max(kShortcutCell.height + more, largeHeight(iconSize(), line, 2))};
+}
+
+Twips ObjectScene::lineHeight(float points, bool bold) const {
+  if (measure_ == nullptr) return kLineHeightPerPoint * points;
+  TextStyle style;
+  style.face = settings_.fontName;
+  style.points = points;
+  style.bold = bold;
+  return density_.toTwips(measure_->measure(L"Ag", style, Pixels{0}).height);
 }
 
 Twips ObjectScene::textWidth(const std::wstring& text, float points, bool bold) {
@@ -145,21 +164,19 @@ Twips ObjectScene::textWidth(const std::wstring& text, float points, bool bold) 
   return density_.toTwips(measure_->measure(text, style, Pixels{10000}).width);
 }
 
-Size<Twips> ObjectScene::largeSize(const clsShortcut& shortcut, float points) {
+Size<Twips> ObjectScene::largeSize(const clsShortcut& shortcut, float points, Twips line) {
   Size<Twips> size = shortcutCell(false);
-  const Twips line = kLineHeightPerPoint * points;
   const bool twoLines =
       shortcut.FullCaption.size() > 5 &&
       textWidth(shortcut.FullCaption, points, shortcut.FontBold) > size.width - Twips{90};
-  size.height = kIconTop + iconSize() + Twips{60} + line * (twoLines ? 2.0F : 1.0F) + Twips{50};
+  size.height = largeHeight(iconSize(), line, twoLines ? 2 : 1);
   return size;
 }
 
-Size<Twips> ObjectScene::smallSize(const clsShortcut& shortcut, float points) {
+Size<Twips> ObjectScene::smallSize(const clsShortcut& shortcut, float points, Twips line) {
   const Twips text = textWidth(shortcut.FullCaption, points, shortcut.FontBold);
-  const Twips line = kLineHeightPerPoint * points;
   return {std::clamp(text + kSmallIcon + Twips{285}, Twips{900}, Twips{4500}),
-          std::max(kSmallShortcutCell.height, line + Twips{90})};
+          std::max(kSmallShortcutCell.height, line + kLineGap)};
 }
 
 void ObjectScene::placeShortcut(Node& node, ShortcutSlot slot, const clsShortcut& shortcut) {
@@ -169,8 +186,10 @@ void ObjectScene::placeShortcut(Node& node, ShortcutSlot slot, const clsShortcut
   node.look.bold = shortcut.FontBold;
   node.look.fore.reset();
   if (shortcut.Color >= 0) node.look.fore = Colour{shortcut.Color & 0xFFFFFF};
-  Size<Twips> size =
-      small ? smallSize(shortcut, node.look.points) : largeSize(shortcut, node.look.points);
+  const Twips line = lineHeight(node.look.points, node.look.bold);
+  node.look.line = line;
+  const Size<Twips> size = small ? smallSize(shortcut, node.look.points, line)
+                                 : largeSize(shortcut, node.look.points, line);
   TwipsRect rect = reachable(shortcut.parent, shortcut.position, size);
   if (small) {
     const Twips room = panelSize(shortcut.parent).width - rect.left - kPad * 0.5F;

@@ -81,7 +81,7 @@ class ObjectScene {
   Point<Twips> bodyPoint(ContainerSlot slot, Point<Twips> windowPoint) const;
   // The panel's extent; of a folded or shrunk container that of its open state.
   Size<Twips> panelSize(Panel panel) const;
-  // The room to keep free for a new shortcut.
+  // The room to keep free for a new shortcut, whatever its caption.
   Size<Twips> shortcutCell(bool small) const;
 
  protected:
@@ -91,7 +91,8 @@ class ObjectScene {
     bool folded = false;
     bool shrunk = false;
     bool noteShown = false;
-    bool toolbar = false;  // the buttons on its title
+    bool toolbar = false;                // the buttons on its title
+    ScreenEdge edge = ScreenEdge::None;  // what the arrows on them are about
   };
   virtual ContainerShape shapeOf(ContainerSlot slot, const clsContainer& container) const = 0;
   // The node in which containers lie.
@@ -124,9 +125,10 @@ class ObjectScene {
   void relayPanel(Panel panel);
   void updateContents(Panel panel);
   void placeShortcut(Node& node, ShortcutSlot slot, const clsShortcut& shortcut);
-  Size<Twips> largeSize(const clsShortcut& shortcut, float points);
-  Size<Twips> smallSize(const clsShortcut& shortcut, float points);
+  Size<Twips> largeSize(const clsShortcut& shortcut, float points, Twips line);
+  Size<Twips> smallSize(const clsShortcut& shortcut, float points, Twips line);
   Twips textWidth(const std::wstring& text, float points, bool bold);
+  Twips lineHeight(float points, bool bold) const;
   Twips iconSize() const;
   ImageRef iconOf(const clsShortcut& shortcut) const;
 
@@ -139,6 +141,8 @@ class ObjectScene {
   int containerNodes_ = 0, shortcutNodes_ = 0, pictureNodes_ = 0;
 };
 
+// What stands for a container on its tile.
+ImageRef tileImage(const clsContainer& container);
 // The height of a shortcut's caption in points: the stored 10 stands for the
 // usual size on the screen; kept within 6 and 24.
 float captionPoints(const Settings& settings, const clsShortcut& shortcut);

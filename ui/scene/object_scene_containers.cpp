@@ -30,6 +30,11 @@ const wchar_t* tileAsset(const clsContainer& container) {
 
 }  // namespace
 
+ImageRef tileImage(const clsContainer& container) {
+  if (!container.ShrinkPath.empty()) return {ImageRef::Source::IconOf, container.ShrinkPath};
+  return {ImageRef::Source::Asset, tileAsset(container)};
+}
+
 void ObjectScene::moveContainer(ContainerSlot slot) {
   const clsContainer* container = workspace_.containers.find(slot);
   Node* node = scene_.find(containerNode(slot));
@@ -124,14 +129,14 @@ void ObjectScene::layoutTitle(ContainerSlot slot, const clsContainer& container,
     left -= kTitleButtonWidth;
     const bool fits = left > kTitleButtonWidth * 3;
     part(kind, slot, id, {left, {}, kTitleButtonWidth, kTitleStripHeight},
-         shape.toolbar && !shape.shrunk && fits);
+         shape.toolbar && !shape.shrunk && fits)
+        .look.edge = shape.edge;
   }
   Node& tile =
       part(ControlKind::ContainerIcon, slot, id, {{}, {}, box.width, box.height}, shape.shrunk);
   tile.text = container.name;
   tile.focusable = true;
-  tile.image = {ImageRef::Source::Asset, tileAsset(container)};
-  if (!container.ShrinkPath.empty()) tile.image = {ImageRef::Source::IconOf, container.ShrinkPath};
+  tile.image = tileImage(container);
 }
 
 void ObjectScene::layoutLists(ContainerSlot slot, const clsContainer& container,

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "ui/scene/note_view.h"
 #include "ui/scene/signs.h"
@@ -28,6 +30,34 @@ bool isOnTitle(ControlKind kind) {
          kind == ControlKind::cmdConMenu;
 }
 
+Sign signOf(const Node& node, bool alone) {
+  switch (node.id.kind) {
+    case ControlKind::PicShrinkExpandAllToolbar:
+      return Sign::Shrink;
+    case ControlKind::PicFoldUnfoldAllToolbar:
+      return Sign::FoldAll;
+    case ControlKind::PicRSSToolbar:
+      return Sign::Feed;
+    case ControlKind::PicLockToolbar:
+      return Sign::OpenLock;
+    case ControlKind::PicUnlockToolbar:
+      return Sign::Lock;
+    case ControlKind::PicDockToolbar:
+      return Sign::Dock;
+    case ControlKind::cmdAdd:
+      return Sign::Add;
+    case ControlKind::cmdSettings:
+      return Sign::Settings;
+    case ControlKind::cmdConShrink:
+      if (!alone) return Sign::Tile;
+      return node.look.edge == ScreenEdge::None ? Sign::Hide : Sign::Dock;
+    case ControlKind::cmdConDetach:
+      return alone ? Sign::Attach : Sign::Detach;
+    default:
+      return Sign::Menu;
+  }
+}
+
 class ScenePainter {
  public:
   ScenePainter(const Scene& scene, const InputState& input, Density density, Canvas& canvas)
@@ -36,7 +66,8 @@ class ScenePainter {
         density_(density),
         hovered_(input.hovered()),
         pressed_(input.pressed()),
-        focused_(input.focused()) {}
+        focused_(input.ringed()),
+        alone_(scene.find({ControlKind::picBack, 0}) == nullptr) {}
 
   // `origin` is where the parent's content begins, in twips of the window.
   void paint(const Node& node, Point<Twips> origin, const Palette& palette, const PixelRect& clip);
@@ -49,7 +80,8 @@ class ScenePainter {
   void paintToolButton(const Node& node, const PixelRect& rect, const Palette& p);
   void paintBarButton(const Node& node, const PixelRect& rect, const Palette& p);
   void paintHighlight(const Node& node, const PixelRect& rect, bool highlighted, const Palette& p);
-  void paintShortcut(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintShortcut(const Node& node, const PixelRect& whole, const Palette& p);
+  Pixels roomFor(const Node& node, Pixels least);
   void paintPicture(const Node& node, const PixelRect& rect, const Palette& p);
   void paintImage(const Node& node, const PixelRect& rect, const Palette& p);
   void paintContainer(const Node& node, const PixelRect& rect, const Palette& p);
@@ -98,6 +130,13 @@ class ScenePainter {
   Canvas& canvas_;
   Density density_;
   NodeId hovered_, pressed_, focused_;
+  bool alone_;  // a container in a window of its own
+  // The shortcuts on the panel that is being painted.
+  struct Neighbours {
+    NodeId panel;
+    std::vector<TwipsRect> shortcuts;
+  };
+  Neighbours neighbours_;
 };
 
 void ScenePainter::paint(const Node& node, Point<Twips> origin, const Palette& palette,
@@ -114,9 +153,11 @@ void ScenePainter::paint(const Node& node, Point<Twips> origin, const Palette& p
   // Everything in a container is painted with that container's colours.
   std::optional<Palette> own;
   if (node.id.kind == ControlKind::Container) own = inContainer(palette, node.look);
+  Neighbours outer = std::exchange(neighbours_, Neighbours{});
   for (const NodeId child : node.children)
     if (const Node* below = scene_.find(child))
       paint(*below, content, own ? *own : palette, node.clipsChildren ? seen : clip);
+  neighbours_ = std::move(outer);
   if (node.clipsChildren) canvas_.popClip();
 }
 
@@ -211,17 +252,17 @@ void ScenePainter::paintMainPanel(const Node& node, const PixelRect& rect, const
 
 void ScenePainter::paintToolButton(const Node& node, const PixelRect& rect, const Palette& p) {
   const PixelRect box = rect.inset(px(1));
-  if (isPressed(node))
-    canvas_.box(box, px(4), p.barPressed, p.barPressed, p.accent, 0);
-  else if (isHovered(node))
+  if (isHovered(node))
     canvas_.box(box, px(4), p.barHover, p.barHover, p.highContrast ? p.accent : p.barHover, 0);
   if (node.image.source == ImageRef::Source::None)
-    drawSign(canvas_, node.id.kind, rect, px(1),
+    drawSign(canvas_, signOf(node, alone_), rect, density_,
              !node.enabled     ? p.mutedText
              : isHovered(node) ? p.text
-                               : p.barText);
+                               : p.barText,
+             node.look.edge);
   else
     canvas_.image(middle(rect, px(16)), node.image);
+  if (isPressed(node)) canvas_.invert(box.inset(px(2)));
   focus(node, box, 1);
 }
 
@@ -237,7 +278,7 @@ void ScenePainter::paintBarButton(const Node& node, const PixelRect& rect, const
   const Pixels words = px(7 * static_cast<int>(std::min<std::size_t>(node.text.size(), 40)));
   const Pixels left{rect.left.value + std::max(0, (rect.width - sign - px(6) - words).value / 2)};
   const Colour colour = isHovered(node) ? p.text : p.barText;
-  drawSign(canvas_, node.id.kind, {left, rect.top, sign, rect.height}, px(1), colour);
+  drawSign(canvas_, signOf(node, alone_), {left, rect.top, sign, rect.height}, density_, colour);
   const Pixels textLeft = left + sign + px(6);
   text({textLeft, rect.top, rect.right() - textLeft - px(2), rect.height}, node.text,
        chrome(colour, kChromePoints));
@@ -261,7 +302,32 @@ void ScenePainter::paintHighlight(const Node& node, const PixelRect& rect, bool 
   }
 }
 
-void ScenePainter::paintShortcut(const Node& node, const PixelRect& rect, const Palette& p) {
+// Where the row below begins the caption ends: places come from files and from times
+// when the font was smaller.
+Pixels ScenePainter::roomFor(const Node& node, Pixels least) {
+  if (neighbours_.panel != node.parent) {
+    neighbours_ = {node.parent, {}};
+    for (const NodeId id : scene_.find(node.parent)->children)
+      if (const Node* other = id.kind == ControlKind::lblShortcut ? scene_.find(id) : nullptr;
+          other != nullptr && other->visible)
+        neighbours_.shortcuts.push_back(other->rect);
+  }
+  const TwipsRect& r = node.rect;
+  const Twips from = r.top + density_.toTwips(least);
+  Twips bottom = r.bottom();
+  for (const TwipsRect& other : neighbours_.shortcuts)
+    if (other.top >= from && other.top < bottom && other.left < r.right() && r.left < other.right())
+      bottom = other.top;
+  return density_.toPixels(bottom - r.top);
+}
+
+void ScenePainter::paintShortcut(const Node& node, const PixelRect& whole, const Palette& p) {
+  const Node* icon = scene_.find({ControlKind::picShortcut, node.id.slot});
+  const PixelRect iconRect = icon == nullptr ? PixelRect{} : toPixels(icon->rect, density_);
+  const Pixels line = density_.toPixels(node.look.line);
+  PixelRect rect = whole;
+  if (!node.look.small)
+    rect.height = std::min(rect.height, roomFor(node, iconRect.bottom() + px(3) + line));
   const bool highlighted = isPressed(node) || node.selected;
   paintHighlight(node, rect, highlighted, p);
   TextStyle style;
@@ -272,19 +338,15 @@ void ScenePainter::paintShortcut(const Node& node, const PixelRect& rect, const 
   if (node.look.fore && !p.highContrast) style.colour = readable(*node.look.fore, p.backTop);
   if (highlighted && p.highContrast) style.colour = p.selectedText;
 
-  const Node* icon = scene_.find({ControlKind::picShortcut, node.id.slot});
-  const PixelRect iconRect = icon == nullptr ? PixelRect{} : toPixels(icon->rect, density_);
   if (node.look.small) {
     const Pixels left = rect.left + iconRect.right() + px(6);
     style.vertical = VAlign::Centre;
     text({left, rect.top, rect.right() - left - px(4), rect.height}, node.text, style);
   } else {
     const Pixels top = rect.top + iconRect.bottom() + px(3);
-    const PixelRect caption{rect.left + px(3), top, rect.width - px(6),
-                            rect.bottom() - top - px(2)};
+    const PixelRect caption{rect.left + px(3), top, rect.width - px(6), rect.bottom() - top};
     style.horizontal = HAlign::Centre;
-    const float line = node.look.points * static_cast<float>(density_.dpi) / 72.0F;
-    style.wrap = static_cast<float>(caption.height.value) > line * 2.2F;
+    style.wrap = caption.height >= line * 2;
     text(caption, node.text, style);
   }
   focus(node, rect, 2);
@@ -346,7 +408,7 @@ void ScenePainter::paintTitleButton(const Node& node, const PixelRect& rect, con
   const float share = isPressed(node) ? 0.3F : isHovered(node) ? 0.15F : 0.0F;
   const Colour ground = mix(mix(p.titleTop, p.titleBottom, 0.5F), p.titleText, share);
   canvas_.box(rect.inset(px(2)), px(3), ground, ground, ground, 0);
-  drawSign(canvas_, node.id.kind, rect, px(1), p.titleText);
+  drawSign(canvas_, signOf(node, alone_), rect, density_, p.titleText, node.look.edge);
 }
 
 void ScenePainter::paintFoldBox(const Node& node, const PixelRect& rect, const Palette& p) {
@@ -354,7 +416,7 @@ void ScenePainter::paintFoldBox(const Node& node, const PixelRect& rect, const P
   const Colour ink = mix(p.titleText, p.titleTop, isHovered(node) || p.highContrast ? 0.0F : 0.25F);
   const Colour ground = mix(p.titleTop, p.titleText, isPressed(node) ? 0.25F : 0.0F);
   canvas_.box(box, px(3), ground, ground, mix(ink, p.titleTop, p.highContrast ? 0.0F : 0.35F), 0);
-  drawFoldSign(canvas_, node.text == L"+", box, px(1), ink);
+  drawSign(canvas_, node.text == L"+" ? Sign::Plus : Sign::Minus, box, density_, ink);
 }
 
 void ScenePainter::paintTile(const Node& node, const PixelRect& rect, const Palette& p) {
@@ -376,8 +438,9 @@ void ScenePainter::paintBody(const Node& node, const PixelRect& rect, const Pale
   if (!isHovered(node)) return;
   const bool onNote = note != nullptr && note->visible;
   const Colour ink = onNote ? mix(p.noteBack, p.noteText, 0.4F) : mix(p.bodyTop, p.bodyText, 0.45F);
-  for (int i = 0; i < 6; ++i)
-    canvas_.fill({rect.left + px(3), rect.top + px(3 + i), px(6 - i), px(1)}, ink);
+  const Pixels side = px(6);
+  for (Pixels i{0}; i < side; i += Pixels{1})
+    canvas_.fill({rect.left + px(3), rect.top + px(3) + i, side - i, {1}}, ink);
 }
 
 void ScenePainter::paintNote(const Node& node, const PixelRect& rect, const Palette& p) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/units.h"
+#include "core/workspace.h"
 #include "ui/scene/canvas.h"
 
 namespace varnowick {
@@ -86,7 +87,9 @@ struct NodeLook {
   std::optional<Colour> fore;
   float points = 0;  // height of the text; 0: the kind's usual height
   bool bold = false;
-  bool small = false;  // shortcuts: caption beside the icon instead of under it
+  bool small = false;                  // shortcuts: caption beside the icon instead of under it
+  Twips line;                          // of a caption that may have two lines: the height of one
+  ScreenEdge edge = ScreenEdge::None;  // what its arrow is about
 };
 
 struct Node {
@@ -177,6 +180,8 @@ class InputState {
   NodeId pressed() const { return resolve(pressed_); }
   NodeId captured() const { return resolve(captured_); }
   NodeId focused() const { return resolve(focused_); }
+  // Whoever uses the mouse sees what is meant; the keyboard needs the ring.
+  NodeId ringed() const { return keysInUse_ ? focused() : NodeId{}; }
 
   // Each returns true when something that is drawn differently has changed.
   // While a node is captured nothing else is hovered.
@@ -189,6 +194,8 @@ class InputState {
   void captureLost();
   void capture(NodeId id) { captured_ = id; }
   bool focus(NodeId id);
+  // A key has been pressed; the next press of the mouse ends it.
+  bool keyUsed();
   // Steps through focusable nodes in painting order, wrapping round.
   bool focusNext(bool backwards);
   // To the nearest focusable node in a direction, such as {1, 0} for right. With
@@ -199,6 +206,7 @@ class InputState {
   NodeId resolve(NodeId id) const { return scene_->shown(id) ? id : NodeId{}; }
   const Scene* scene_;
   NodeId hovered_, pressed_, captured_, focused_;
+  bool keysInUse_ = false;
 };
 
 }  // namespace varnowick

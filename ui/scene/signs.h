@@ -1,16 +1,33 @@
-// The small signs of the toolbar and the bottom bar, drawn from lines and fills
-// so that they are sharp at every density and need no picture or font.
+// The small signs on buttons, drawn with lines so that they are sharp at every
+// density. Knows no nodes: what a button stands for is decided elsewhere.
 #pragma once
 
+#include "core/workspace.h"
 #include "ui/scene/canvas.h"
-#include "ui/scene/scene.h"
 
 namespace varnowick {
 
-// Draws the sign of a control centred in the rectangle; kinds without one draw
-// nothing. `unit` is the width of a thin stroke, one pixel at 96 dots per inch.
-void drawSign(Canvas& canvas, ControlKind kind, const PixelRect& rect, Pixels unit, Colour colour);
-// "+" or "-" for a fold box.
-void drawFoldSign(Canvas& canvas, bool folded, const PixelRect& rect, Pixels unit, Colour colour);
+enum class Sign {
+  Shrink,
+  FoldAll,
+  Feed,
+  OpenLock,
+  Lock,
+  Dock,  // points to the edge
+  Add,
+  Settings,
+  Menu,
+  Tile,
+  Detach,  // away from the edge
+  Attach,
+  Hide,
+  Plus,
+  Minus,
+  Lens
+};
+
+// In the middle of the rectangle.
+void drawSign(Canvas& canvas, Sign sign, const PixelRect& rect, Density density, Colour colour,
+              ScreenEdge towards = ScreenEdge::Left);
 
 }  // namespace varnowick

@@ -43,6 +43,12 @@ void GdiCanvas::line(Point<Pixels> from, Point<Pixels> to, Colour colour) {
   linePixels(surface(), from, to, colour);
 }
 
+void GdiCanvas::stroke(std::span<const FinePoint> points, float width, Colour colour) {
+  strokePixels(surface(), points, width, colour);
+}
+
+void GdiCanvas::invert(const PixelRect& rect) { invertPixels(surface(), rect); }
+
 void GdiCanvas::text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) {
   const PixelRect& clip = clips_.back();
   if (rect.intersect(clip).empty()) return;

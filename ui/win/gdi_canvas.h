@@ -29,6 +29,8 @@ class GdiCanvas : public Canvas, public TextMeasure {
   void frame(const PixelRect& rect, Pixels radius, Colour border) override;
   // As the platform draws lines: without the last point.
   void line(Point<Pixels> from, Point<Pixels> to, Colour colour) override;
+  void stroke(std::span<const FinePoint> points, float width, Colour colour) override;
+  void invert(const PixelRect& rect) override;
   void text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) override;
   void image(const PixelRect& rect, const ImageRef& image) override;
   ImageState imageState(const PixelRect& rect, const ImageRef& image) override;

@@ -82,41 +82,99 @@ void drawUpright(HDC dc, const PixelRect& rect, std::wstring_view text, const Te
   DrawTextW(dc, text.data(), static_cast<int>(text.size()), &area, format | clip);
 }
 
-// DrawText cannot rotate: the line is shortened with the upright font, then put
-// where its rotated box belongs.
+// The line as it stands upright, shortened to the room.
+std::wstring shortened(HDC dc, std::wstring_view text, const TextStyle& style, int room) {
+  std::wstring line(text.substr(0, kMaxLineChars));
+  if (!style.ellipsis) return line;
+  const int length = static_cast<int>(line.size());
+  line.resize(line.size() + 8);  // DrawText may add up to four characters
+  RECT r{0, 0, room, 0};
+  DrawTextW(dc, line.data(), length, &r,
+            DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT);
+  // It ends a string that it has shortened, and leaves any other as it was.
+  const std::size_t end = line.find(L'\0');
+  line.resize(end == std::wstring::npos ? static_cast<std::size_t>(length) : end);
+  return line;
+}
+
+// 32-bit pixels with a device context on them.
+class Sheet {
+ public:
+  explicit Sheet(Size<Pixels> size) : size_(size), dc_(CreateCompatibleDC(nullptr)) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = size.width.value;
+    info.bmiHeader.biHeight = -size.height.value;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (!dc_ || !bitmap_ || bits == nullptr) return;
+    former_ = SelectObject(dc_.get(), bitmap_.get());
+    pixels_ = static_cast<std::uint32_t*>(bits);
+  }
+  ~Sheet() {
+    if (former_ != nullptr) SelectObject(dc_.get(), former_);
+  }
+  Sheet(const Sheet&) = delete;
+  Sheet& operator=(const Sheet&) = delete;
+
+  bool ready() const { return pixels_ != nullptr; }
+  HDC dc() const { return dc_.get(); }
+  std::uint32_t& at(int x, int y) const { return pixels_[y * size_.width.value + x]; }
+
+ private:
+  Size<Pixels> size_;
+  MemoryDc dc_;
+  BitmapHandle bitmap_;
+  HGDIOBJ former_ = nullptr;
+  std::uint32_t* pixels_ = nullptr;
+};
+
+// Fonts that GDI turns lose their hinting and the even steps between letters. So the
+// line is drawn upright, white on black, and laid over what is there turned.
 void drawRotated(HDC dc, GdiFonts& fonts, Density density, const PixelRect& rect,
                  std::wstring_view text, const TextStyle& style) {
-  TextStyle upright = style;
-  upright.rotation = 0;
-  upright.wrap = false;
-  std::wstring line(text.substr(0, kMaxLineChars));
-  SIZE extent{};
+  const int width = rect.width.value;
+  const int height = rect.height.value;
+  constexpr int kMaxEdge = 4096;
+  if (width > kMaxEdge || height > kMaxEdge) return;
+  const Sheet upright({rect.height, rect.width});
+  const Sheet turned(rect.size());
+  if (!upright.ready() || !turned.ready()) return;
   {
-    const SelectionGuard font(dc, fonts.get(upright, density));
-    if (style.ellipsis) {
-      const int length = static_cast<int>(line.size());
-      line.resize(line.size() + 8);  // DrawText may add up to four characters
-      RECT room{0, 0, rect.height.value, rect.width.value};
-      DrawTextW(dc, line.data(), length, &room,
-                DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT);
-      // It ends a string that it has shortened, and leaves any other as it was.
-      const std::size_t end = line.find(L'\0');
-      line.resize(end == std::wstring::npos ? static_cast<std::size_t>(length) : end);
-    }
-    GetTextExtentPoint32W(dc, line.data(), static_cast<int>(line.size()), &extent);
+    const SelectionGuard font(upright.dc(), fonts.get(style, density));
+    const std::wstring line = shortened(upright.dc(), text, style, height);
+    SIZE extent{};
+    GetTextExtentPoint32W(upright.dc(), line.data(), static_cast<int>(line.size()), &extent);
+    const int x =
+        aligned(0, height, static_cast<int>(extent.cx), static_cast<int>(style.horizontal));
+    const int y = aligned(0, width, static_cast<int>(extent.cy), static_cast<int>(style.vertical));
+    SetBkMode(upright.dc(), TRANSPARENT);
+    SetTextColor(upright.dc(), RGB(255, 255, 255));
+    const UINT options = startsRightToLeft(line) ? static_cast<UINT>(ETO_RTLREADING) : 0U;
+    ExtTextOutW(upright.dc(), x, y, options, nullptr, line.data(), static_cast<UINT>(line.size()),
+                nullptr);
   }
-  const int along = aligned(0, rect.height.value, static_cast<int>(extent.cx),
-                            static_cast<int>(style.horizontal));
-  const int across =
-      aligned(0, rect.width.value, static_cast<int>(extent.cy), static_cast<int>(style.vertical));
-  const SelectionGuard font(dc, fonts.get(style, density));
-  IntersectClipRect(dc, rect.left.value, rect.top.value, rect.right().value, rect.bottom().value);
-  SetTextAlign(dc, TA_LEFT | TA_TOP);
-  const bool upwards = style.rotation == 90;
-  const int x = upwards ? rect.left.value + across : rect.right().value - across;
-  const int y = upwards ? rect.bottom().value - along : rect.top.value + along;
-  const UINT options = startsRightToLeft(line) ? static_cast<UINT>(ETO_RTLREADING) : 0U;
-  ExtTextOutW(dc, x, y, options, nullptr, line.data(), static_cast<UINT>(line.size()), nullptr);
+  BitBlt(turned.dc(), 0, 0, width, height, dc, rect.left.value, rect.top.value, SRCCOPY);
+  GdiFlush();
+  const auto channel = [](std::uint32_t below, int ink, unsigned share, unsigned shift) {
+    const std::uint32_t old = (below >> shift) & 0xFFU;
+    return ((old * (255 - share) + static_cast<std::uint32_t>(ink) * share + 127) / 255) << shift;
+  };
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) {
+      const std::uint32_t ink =
+          style.rotation == 90 ? upright.at(height - 1 - y, x) : upright.at(y, width - 1 - x);
+      // Green stands for all: a font without colour fringes has three alike.
+      const unsigned share = (ink >> 8) & 0xFFU;
+      if (share == 0) continue;
+      std::uint32_t& pixel = turned.at(x, y);
+      pixel = channel(pixel, style.colour.red(), share, 16) |
+              channel(pixel, style.colour.green(), share, 8) |
+              channel(pixel, style.colour.blue(), share, 0);
+    }
+  BitBlt(dc, rect.left.value, rect.top.value, width, height, turned.dc(), 0, 0, SRCCOPY);
 }
 
 }  // namespace
@@ -146,24 +204,21 @@ HFONT GdiFonts::get(const TextStyle& style, Density density) {
   const float points = std::isfinite(style.points) ? std::clamp(style.points, 1.0F, 400.0F) : 9.0F;
   const int height =
       std::max(1, roundHalfToEven(static_cast<double>(points) * std::max(1, density.dpi) / 72.0));
-  const int rotation = style.rotation == 90 || style.rotation == 270 ? style.rotation : 0;
+  const bool turned = style.rotation == 90 || style.rotation == 270;
   const Key key{style.face.empty() ? systemFace_ : style.face.substr(0, LF_FACESIZE - 1), height,
-                style.bold, style.underline, rotation};
+                style.bold, style.underline, turned};
   Entry& entry = fonts_[key];
   entry.lastUse = ++uses_;
   if (entry.font) return entry.font.get();
 
   LOGFONTW font{};
   font.lfHeight = -height;
-  font.lfEscapement = rotation * 10;
-  font.lfOrientation = rotation * 10;
   font.lfWeight = style.bold ? FW_BOLD : FW_NORMAL;
   font.lfUnderline = style.underline ? TRUE : FALSE;
   font.lfCharSet = DEFAULT_CHARSET;
-  // Colour fringes belong beside a stem, not above it.
-  font.lfQuality = rotation != 0 && quality_ == kClearTypeQuality
-                       ? static_cast<BYTE>(ANTIALIASED_QUALITY)
-                       : quality_;
+  // Colour fringes belong beside a stem, not above it: drawRotated turns the pixels.
+  font.lfQuality =
+      turned && quality_ == kClearTypeQuality ? static_cast<BYTE>(ANTIALIASED_QUALITY) : quality_;
   const std::wstring& face = std::get<0>(key);
   std::copy(face.begin(), face.end(), font.lfFaceName);
   entry.font.reset(CreateFontIndirectW(&font));

@@ -19,7 +19,7 @@ namespace varnowick {
 
 class GdiFonts {
  public:
-  // A font for the style; it lives until the cache needs its place, so that it is
+  // A font for the style, upright whatever its rotation; it lives until the cache needs its place, so that it is
   // fetched anew for every use. Sizes are held to 1..400 points.
   HFONT get(const TextStyle& style, Density density);
   // Forgets all fonts: the user has changed the system's font or smoothing.
@@ -27,7 +27,7 @@ class GdiFonts {
   std::size_t count() const { return fonts_.size(); }
 
  private:
-  using Key = std::tuple<std::wstring, int, bool, bool, int>;
+  using Key = std::tuple<std::wstring, int, bool, bool, bool>;
   struct Entry {
     FontHandle font;
     std::uint64_t lastUse = 0;

@@ -60,6 +60,16 @@ double coverage(int x, int y, int width, int height, double radius, unsigned squ
   return std::clamp(radius - std::sqrt(dx * dx + dy * dy) + 0.5, 0.0, 1.0);
 }
 
+// Of the point from the line between the two.
+float distance(FinePoint p, FinePoint from, FinePoint end) {
+  const float dx = end.x - from.x;
+  const float dy = end.y - from.y;
+  const float length = dx * dx + dy * dy;
+  const float along =
+      length > 0 ? std::clamp(((p.x - from.x) * dx + (p.y - from.y) * dy) / length, 0.0F, 1.0F) : 0;
+  return std::hypot(p.x - from.x - along * dx, p.y - from.y - along * dy);
+}
+
 std::uint32_t over(std::uint32_t below, std::uint32_t above) {
   const std::uint32_t alpha = above >> 24;
   if (alpha == 255) return above;
@@ -174,6 +184,42 @@ void linePixels(const PixelSurface& to, Point<Pixels> from, Point<Pixels> end, C
       }
     }
   }
+}
+
+void strokePixels(const PixelSurface& to, std::span<const FinePoint> points, float width,
+                  Colour colour) {
+  if (points.empty()) return;
+  const auto farAway = [](const FinePoint& p) {
+    return !(std::abs(p.x) < 32768 && std::abs(p.y) < 32768);
+  };
+  if (std::any_of(points.begin(), points.end(), farAway)) return;
+  const float half = std::clamp(width, 0.5F, 256.0F) / 2;
+  FinePoint least = points[0], most = points[0];
+  for (const FinePoint& p : points) {
+    least = {std::min(least.x, p.x), std::min(least.y, p.y)};
+    most = {std::max(most.x, p.x), std::max(most.y, p.y)};
+  }
+  const Pixels left{static_cast<int>(std::floor(least.x - half - 1))};
+  const Pixels top{static_cast<int>(std::floor(least.y - half - 1))};
+  const PixelRect around{left, top, Pixels{static_cast<int>(std::ceil(most.x + half + 1))} - left,
+                         Pixels{static_cast<int>(std::ceil(most.y + half + 1))} - top};
+  const PixelRect part = around.intersect(to.clip);
+  if (part.empty()) return;
+  const std::uint32_t value = packed(colour);
+  for (int y = part.top.value; y < part.bottom().value; ++y)
+    for (int x = part.left.value; x < part.right().value; ++x) {
+      const FinePoint middle{static_cast<float>(x) + 0.5F, static_cast<float>(y) + 0.5F};
+      float nearest = distance(middle, points[0], points[0]);
+      for (std::size_t i = 1; i < points.size(); ++i)
+        nearest = std::min(nearest, distance(middle, points[i - 1], points[i]));
+      if (nearest < half + 0.5F) plot(to, x, y, value, half + 0.5F - nearest);
+    }
+}
+
+void invertPixels(const PixelSurface& to, const PixelRect& rect) {
+  const PixelRect part = rect.intersect(to.clip);
+  for (int y = part.top.value; y < part.bottom().value; ++y)
+    for (int x = part.left.value; x < part.right().value; ++x) rowOf(to, y)[x] ^= 0xFFFFFFU;
 }
 
 void bitmapPixels(const PixelSurface& to, Point<Pixels> at, const Bitmap& bitmap) {

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "core/units.h"
+#include "ui/scene/canvas.h"
 
 namespace varnowick {
 
@@ -40,6 +42,10 @@ void boxPixels(const PixelSurface& to, const PixelRect& rect, int radius, const 
                Colour border, unsigned squareCorners);
 // Anti-aliased, from the first point up to but not including the last.
 void linePixels(const PixelSurface& to, Point<Pixels> from, Point<Pixels> end, Colour colour);
+// Each pixel is covered once, by the nearest part of the line.
+void strokePixels(const PixelSurface& to, std::span<const FinePoint> points, float width,
+                  Colour colour);
+void invertPixels(const PixelSurface& to, const PixelRect& rect);
 // Blends the bitmap, at its own size, with its top left corner at the point.
 void bitmapPixels(const PixelSurface& to, Point<Pixels> at, const Bitmap& bitmap);
 

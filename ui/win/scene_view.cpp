@@ -61,9 +61,9 @@ PixelRect SceneView::toClient(NodeId node) const {
 
 template <class Step>
 auto SceneView::repainting(Step&& step) {
-  const NodeId before[] = {input_.hovered(), input_.pressed(), input_.focused()};
+  const NodeId before[] = {input_.hovered(), input_.pressed(), input_.ringed()};
   const auto result = step();
-  const NodeId after[] = {input_.hovered(), input_.pressed(), input_.focused()};
+  const NodeId after[] = {input_.hovered(), input_.pressed(), input_.ringed()};
   for (int i = 0; i < 3; ++i) {
     if (before[i] == after[i]) continue;
     invalidate(before[i]);
@@ -102,6 +102,10 @@ void SceneView::focusNext(bool backwards) {
 
 void SceneView::focusTowards(Point<int> direction) {
   repainting([&] { return input_.focusTowards(direction); });
+}
+
+void SceneView::keyUsed() {
+  if (input_.keyUsed()) invalidate(input_.focused());
 }
 
 void SceneView::focus(NodeId node) {

@@ -47,6 +47,8 @@ class SceneView {
   void focusNext(bool backwards);
   void focusTowards(Point<int> direction);
   void focus(NodeId node);
+  // Shows what has the focus, until the mouse is used again.
+  void keyUsed();
 
  private:
   // Repaints what the step changed: the nodes hovered, pressed or focused before

@@ -306,6 +306,8 @@ bool WorkspacePane::onKeyDown(int key) {
   const int modifiers = (isDown(VK_SHIFT) ? kShift : 0) + (isDown(VK_CONTROL) ? kCtrl : 0) +
                         (isDown(VK_MENU) ? kAlt : 0);
   menuContainer_ = {};  // keys are about what is selected
+  // Alone these mostly go with the mouse.
+  if (key != VK_SHIFT && key != VK_CONTROL && key != VK_MENU) view_.keyUsed();
   if (key == VK_ESCAPE && gestures_.dragging()) {
     ReleaseCapture();
     return true;

@@ -113,6 +113,7 @@ TEST_F(FolderRowsTest, SelectionAndFocusAreSeenAndTold) {
   view.move(ListMove::Down, true, false);
   layoutFolderRows(scene, slot, view);
   input.focus(folderListNode(slot));
+  input.keyUsed();
   std::wstring states;
   for (const AccessibleItem& item : accessibleItems(scene, input)) {
     if (item.role != AccessibleRole::ListItem) continue;

@@ -48,13 +48,14 @@ struct PainterTest : testing::Test {
 
 TEST_F(PainterTest, PaintsAReferenceWorkspace) {
   input.focus(containerPart(K::ContainerLabel, box));
+  input.keyUsed();
   scene.find(shortcutNode(mail))->selected = true;
   EXPECT_EQ(paint().written({"gradient", "box", "text", "image", "focus"}),
             R"(gradient 0,0 220x30 #1b212a #171d25
 text 8,0 88x30 Varnowick bold #c6cbd1
 gradient 0,30 220x236 #1d242e #262e3a
 box 8,38 88x57 #294259 #4fa3e0 0
-text 11,77 82x16 Mail #ebf0f6
+text 11,77 82x18 Mail #ebf0f6
 image 36,42 32x32 Mail
 box 8,118 200x100 #33404e #4a5662 0
 text 43,150 74x22 Build server #ebf0f6
@@ -129,12 +130,18 @@ TEST_F(PainterTest, HoverPressSelectionAndFocusAreAllVisible) {
   input.mouseReleased(inside);
   input.mouseLeft();
   input.focus(id);
+  EXPECT_EQ(paint(dirty).written(all), looks.front()) << "the mouse needs no ring";
+  input.keyUsed();
   looks.push_back(paint(dirty).written(all));
   input.focus({});
   scene.find(id)->selected = true;
   looks.push_back(paint(dirty).written(all));
   for (std::size_t i = 0; i < looks.size(); ++i)
     for (std::size_t j = 0; j < i; ++j) EXPECT_NE(looks[i], looks[j]) << i << " " << j;
+  const TwipsRect button = scene.windowRect({K::PicDockToolbar, 0});
+  input.mousePressed({button.left + Twips{30}, button.top + Twips{30}});
+  EXPECT_EQ(paint().written({"focus"}), "") << "the mouse is in use again";
+  EXPECT_NE(paint().written({"invert"}), "");
 }
 
 TEST_F(PainterTest, SettingsDecideOnTheDockStripAndTheWallpaper) {
@@ -163,6 +170,26 @@ TEST_F(PainterTest, EveryDensityKeepsCaptionsInTheirCells) {
     // Room for the line at its height, leading included.
     EXPECT_GE(text->rect.height.value * 72, 8 * dpi) << dpi;
   }
+}
+
+// Places come from files, and from times when the font was smaller.
+TEST_F(PainterTest, CaptionsEndWhereTheRowBelowBegins) {
+  settings.fontSize = 16;
+  const ShortcutSlot upper = add(picBack, L"Two lines of words", 1560, 120, 10);
+  const ShortcutSlot lower = add(picBack, L"Below", 1560, 1080, 10);
+  for (const int dpi : {96, 120, 144, 192}) {
+    FrameLayout layout = view.layout();
+    layout.density = {dpi};
+    view.build(layout);
+    const RecordingCanvas canvas = paint({{0}, {0}, {220 * dpi / 96}, {300 * dpi / 96}}, dpi);
+    const auto* text = canvas.findText("Two lines of words");
+    ASSERT_NE(text, nullptr);
+    const PixelRect below = toPixels(scene.windowRect(shortcutNode(lower)), Density{dpi});
+    EXPECT_LE(text->rect.bottom(), below.top + Pixels{1}) << dpi;
+    EXPECT_GT(scene.windowRect(shortcutNode(upper)).bottom(),
+              scene.windowRect(shortcutNode(lower)).top);
+  }
+  EXPECT_GE(view.shortcutCell(false).height, scene.find(shortcutNode(upper))->rect.height);
 }
 
 }  // namespace
