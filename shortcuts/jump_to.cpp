@@ -183,9 +183,10 @@ std::vector<JumpMatch> JumpTo::find(std::wstring_view query) const {
     const Prepared& p = entries_[i];
     if ((q.bits & ~p.characters) != 0) continue;
     if (const auto rank = rankOf(q, p.folded, p.wordStart, nullptr))
-      matches.push_back({p.entry.slot, *rank, i});
+      matches.push_back({p.entry.target.kind(), *rank, i});
   }
   std::sort(matches.begin(), matches.end(), [&](const JumpMatch& a, const JumpMatch& b) {
+    if (a.kind != b.kind) return a.kind < b.kind;
     if (a.rank != b.rank) return a.rank < b.rank;
     const int startsA = entries_[a.entry].entry.starts;
     const int startsB = entries_[b.entry].entry.starts;

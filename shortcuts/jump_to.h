@@ -1,5 +1,6 @@
-// The jump-to box: which shortcuts match what is typed, the likeliest first, and
-// which characters to highlight. Knows captions, not shortcuts or windows.
+// The jump-to box: which shortcuts, containers and files match what is typed, the
+// likeliest first, and which characters to highlight. Knows captions, not records or
+// windows.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +12,25 @@
 
 namespace varnowick {
 
+enum class JumpKind : std::uint8_t { Shortcut, Container, File };
+
+// One of the three: a file is named in its folder container, since a new listing
+// numbers its rows anew.
+struct JumpTarget {
+  ShortcutSlot shortcut{};
+  ContainerSlot container{};
+  std::wstring file{};
+  bool operator==(const JumpTarget&) const = default;
+  bool none() const { return shortcut.none() && container.none(); }
+  JumpKind kind() const {
+    return !shortcut.none() ? JumpKind::Shortcut
+           : file.empty()   ? JumpKind::Container
+                            : JumpKind::File;
+  }
+};
+
 struct JumpEntry {
-  ShortcutSlot slot;
+  JumpTarget target;
   std::wstring caption;
   int starts = 0;  // how often it has been started
 };
@@ -26,22 +44,26 @@ enum class JumpRank : std::uint8_t {
 };
 
 struct JumpMatch {
-  ShortcutSlot slot;
+  JumpKind kind = JumpKind::Shortcut;
   JumpRank rank = JumpRank::InOrder;
-  std::size_t entry = 0;  // for JumpTo::highlighted
+  std::size_t entry = 0;  // for the functions of JumpTo
 };
 
 class JumpTo {
  public:
   void setEntries(std::vector<JumpEntry> entries);
-  // Best rank first; then what is started most often, then by caption. Nothing
-  // for a query without characters other than blanks.
+  // Shortcuts, then containers, then files. Of each the best rank first; then what is
+  // started most often, then by caption. Nothing for a query without characters other
+  // than blanks.
   std::vector<JumpMatch> find(std::wstring_view query) const;
   // The indices into the match's caption, ascending. The query is the one that
   // gave the match.
   std::vector<std::size_t> highlighted(const JumpMatch& match, std::wstring_view query) const;
   const std::wstring& caption(const JumpMatch& match) const {
     return entries_[match.entry].entry.caption;
+  }
+  const JumpTarget& target(const JumpMatch& match) const {
+    return entries_[match.entry].entry.target;
   }
 
  private:

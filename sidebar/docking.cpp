@@ -107,8 +107,12 @@ DockEffects Docking::redock(const DockInputs& in, ScreenEdge edge) {
 
 DockEffects Docking::dockNow(const DockInputs& in) {
   if (isEdge(side_) || in.maximised) return {};
+  return redock(in, edgeToCollapseTo(in));
+}
+
+ScreenEdge Docking::edgeToCollapseTo(const DockInputs& in) const {
   const ScreenEdge touched = touchedEdge(in);
-  return redock(in, isEdge(touched) ? touched : nearestEdge(in));
+  return isEdge(touched) ? touched : nearestEdge(in);
 }
 
 DockEffects Docking::preLaunch(const DockInputs& in) {

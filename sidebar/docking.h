@@ -112,6 +112,8 @@ class Docking {
   ScreenEdge expandedEdge() const {
     return side_ == ScreenEdge::None ? insetEdge_ : ScreenEdge::None;
   }
+  // Where dockNow would collapse it to.
+  ScreenEdge edgeToCollapseTo(const DockInputs& in) const;
   // True from ExpandFromEdge on until the window collapses or floats.
   bool expanded() const { return expanded_; }
   bool sliding() const { return sliding_; }

@@ -1,4 +1,4 @@
-// Typing on the bar finds shortcuts wherever they lie.
+// Typing on the bar finds shortcuts, containers and files wherever they lie.
 #include "tests/e2e/program_test.h"
 
 namespace varnowick::e2e {
@@ -69,6 +69,28 @@ TEST_F(MainJumpBox, FindsAShortcutInAContainerAndStartsIt) {
   keyboard::press(VK_RETURN);
   waitForLaunch(probe);
   EXPECT_EQ(field(bar), nullptr) << "the box has done its work";
+}
+
+TEST_F(MainJumpBox, OpensContainersAndFilesOfFolders) {
+  const std::wstring probe = folder().addLaunchProbe();
+  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  folder().write(L"Containers\\0.con", containerFile({.name = L"Zebras", .folded = true}));
+  folder().write(L"Containers\\1.con",
+                 containerFile({.name = L"Mine",
+                                .y = 3000,
+                                .height = 1800,
+                                .folder = probe.substr(0, probe.find_last_of(L'\\'))}));
+  Bar bar = startBar();
+  bar.focus();
+  bar.accessible().waitFor(L"launch_probe.exe", ROLE_SYSTEM_LISTITEM);
+  type(bar, L"zeb");
+  EXPECT_EQ(matches(bar), 1);
+  keyboard::press(VK_RETURN);
+  bar.accessible().waitFor(L"Fold Zebras", ROLE_SYSTEM_PUSHBUTTON);
+  EXPECT_EQ(field(bar), nullptr);
+  type(bar, L"probe");
+  keyboard::press(VK_RETURN);
+  waitForLaunch(probe);
 }
 
 TEST_F(JumpBoxTest, EscapeClearsThenClosesThenCollapses) {

@@ -11,7 +11,8 @@ using testing::IsEmpty;
 
 JumpTo boxOf(std::vector<JumpEntry> entries) {
   JumpTo box;
-  for (std::size_t i = 0; i < entries.size(); ++i) entries[i].slot.index = static_cast<int>(i);
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    if (entries[i].target.none()) entries[i].target.shortcut.index = static_cast<int>(i);
   box.setEntries(std::move(entries));
   return box;
 }
@@ -60,7 +61,7 @@ TEST(JumpTo, RanksAndHighlightsTheBestReading) {
   for (const Case& c : cases) EXPECT_EQ(highlight(c.caption, c.query, c.rank), c.shown) << c.query;
 }
 
-TEST(JumpTo, OrdersByRankThenStartsThenCaption) {
+TEST(JumpTo, OrdersByKindThenRankThenStartsThenCaption) {
   const JumpTo box = boxOf({{{}, L"unmapped", 99},
                             {{}, L"The Map", 1},
                             {{}, L"maple", 0},
@@ -70,8 +71,14 @@ TEST(JumpTo, OrdersByRankThenStartsThenCaption) {
                             {{}, L"nothing", 50},
                             {{}, L"my tap", 7}});
   std::vector<int> slots;
-  for (const JumpMatch& m : box.find(L"map")) slots.push_back(m.slot.index);
+  for (const JumpMatch& m : box.find(L"map")) slots.push_back(box.target(m).shortcut.index);
   EXPECT_THAT(slots, ElementsAre(4, 3, 2, 1, 5, 0, 7));
+
+  const JumpTo all = boxOf(
+      {{{{}, {1}, L"map.txt"}, L"map.txt", 0}, {{{}, {1}, L""}, L"Maps", 0}, {{}, L"unmapped", 0}});
+  std::vector<JumpKind> kinds;
+  for (const JumpMatch& m : all.find(L"map")) kinds.push_back(m.kind);
+  EXPECT_THAT(kinds, ElementsAre(JumpKind::Shortcut, JumpKind::Container, JumpKind::File));
 }
 
 TEST(JumpTo, FindsNothingForNothing) {

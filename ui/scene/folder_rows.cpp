@@ -32,13 +32,13 @@ bool hasOwnIcon(const FolderEntry& entry) {
                      [&](std::wstring_view own) { return sameIgnoringCase(own, extension); });
 }
 
-ImageRef iconOfEntry(const FolderView& view, int row) {
+}  // namespace
+
+ImageRef iconOfFolderRow(const FolderView& view, int row) {
   const FolderEntry& entry = *view.entry(row);
   if (hasOwnIcon(entry)) return {ImageRef::Source::IconOf, view.pathOf(row)};
   return {ImageRef::Source::IconOf, L"*" + entry.name.substr(entry.name.rfind(L'.'))};
 }
-
-}  // namespace
 
 NodeId folderRowNode(ContainerSlot slot, int n) {
   if (slot.none() || slot.index >= 32767 || n < 0 || n >= kMostRows) return {};
@@ -79,7 +79,7 @@ void layoutFolderRows(Scene& scene, ContainerSlot slot, FolderView& view) {
     node.rect = {{}, kFolderRowHeight * static_cast<float>(n), width, kFolderRowHeight};
     node.visible = true;
     node.text = shownName(view.entry(row)->name);
-    node.image = iconOfEntry(view, row);
+    node.image = iconOfFolderRow(view, row);
     node.selected = view.isSelected(row);
     node.current = row == view.current();
   }

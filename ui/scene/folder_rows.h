@@ -21,6 +21,9 @@ int folderRowOf(NodeId id, const FolderView& view);
 // The node of the view's row; none when the row is out of sight.
 NodeId nodeOfFolderRow(ContainerSlot slot, const FolderView& view, int row);
 
+// The icon of the row, of its kind where it has none of its own.
+ImageRef iconOfFolderRow(const FolderView& view, int row);
+
 // Brings the rows below the container's list up to date, and tells the view how
 // much room there is. The list must exist.
 void layoutFolderRows(Scene& scene, ContainerSlot slot, FolderView& view);

@@ -10,12 +10,14 @@ constexpr Twips kFrame{15};  // of the window, round the ground
 
 }  // namespace
 
-bool dressToolbarButton(Node& node, const ToolbarButton& button, bool locked, bool images) {
+bool dressToolbarButton(Node& node, const ToolbarButton& button, const ToolbarLook& look) {
   node.text = button.name;
-  node.image = images ? ImageRef{ImageRef::Source::Asset, button.asset} : ImageRef{};
+  node.image = look.buttonImages ? ImageRef{ImageRef::Source::Asset, button.asset} : ImageRef{};
   node.enabled = commandRow(button.command).built;
-  if (button.kind == ControlKind::PicLockToolbar) node.visible = !locked;
-  if (button.kind == ControlKind::PicUnlockToolbar) node.visible = locked;
+  node.look.edge = look.edge;
+  node.visible = button.kind == ControlKind::PicLockToolbar     ? !look.locked
+                 : button.kind == ControlKind::PicUnlockToolbar ? look.locked
+                                                                : true;
   return node.visible;
 }
 
@@ -28,7 +30,7 @@ Size<Twips> buildToolbar(Scene& scene, const ToolbarLayout& layout) {
     const Twips x = layout.column ? kEdge - kFrame : along;
     const Twips y = layout.column ? along : kEdge - kFrame;
     button.rect = {x, y, kButton, kButton};
-    if (dressToolbarButton(button, row, layout.locked, layout.buttonImages)) along += kButton;
+    if (dressToolbarButton(button, row, layout.look)) along += kButton;
   }
   const Twips across = kButton + kEdge + kEdge;
   const Size<Twips> size = layout.column ? Size<Twips>{across, along + kFrame + kEdge}

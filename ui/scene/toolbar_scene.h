@@ -25,14 +25,18 @@ inline constexpr std::array<ToolbarButton, 6> kToolbarButtons{{
     {ControlKind::PicUnlockToolbar, Command::mnuLock, L"unlock", L"Unlock"},
     {ControlKind::PicDockToolbar, Command::mnuDockNow, L"dock", L"Dock Now"},
 }};
+struct ToolbarLook {
+  bool locked = false;
+  bool buttonImages = false;           // as in FrameLayout
+  ScreenEdge edge = ScreenEdge::None;  // that the bar stands at
+};
 // Gives the node the button's text, image and state; whether it takes up a place,
 // which the hidden one of lock and unlock does not.
-bool dressToolbarButton(Node& node, const ToolbarButton& button, bool locked, bool images);
+bool dressToolbarButton(Node& node, const ToolbarButton& button, const ToolbarLook& look);
 
 struct ToolbarLayout {
   bool column = true;  // else a row
-  bool locked = false;
-  bool buttonImages = false;  // as in FrameLayout
+  ToolbarLook look{};
 };
 
 // Lays the buttons out, and gives the size of the window.

@@ -78,7 +78,8 @@ void WorkspaceScene::setFrame(const FrameLayout& layout) {
 void WorkspaceScene::layoutTitleBar(const TwipsRect& bar) {
   put(ControlKind::TitleBar, scene_.root(), bar).clipsChildren = true;
   const NodeId titleBar = one(ControlKind::TitleBar);
-  const Twips toolbarLeft = std::max(kPad, bar.width - kToolbarButton * kToolbarPlaces - Twips{60});
+  const Twips toolbar = layout_.toolbar ? kToolbarButton * kToolbarPlaces + Twips{60} : kPad;
+  const Twips toolbarLeft = std::max(kPad, bar.width - toolbar);
   Node& caption =
       put(ControlKind::lblCaption, titleBar, {kPad, {}, toolbarLeft - kPad, bar.height});
   caption.text = layout_.caption;
@@ -91,8 +92,9 @@ void WorkspaceScene::layoutTitleBar(const TwipsRect& bar) {
         put(row.kind, titleBar,
             {left, (bar.height - kToolbarButton) * 0.5F, kToolbarButton, kToolbarButton});
     button.focusable = true;
-    if (dressToolbarButton(button, row, layout_.locked, layout_.buttonImages))
+    if (dressToolbarButton(button, row, {layout_.locked, layout_.buttonImages, layout_.edge}))
       left += kToolbarButton;
+    button.visible = button.visible && layout_.toolbar;
   }
 }
 
@@ -189,7 +191,8 @@ WorkspaceScene::ContainerShape WorkspaceScene::shapeOf(ContainerSlot, const clsC
           .folded = c.folded && !shrunk,
           .shrunk = shrunk,
           .noteShown = c.noteVisible,
-          .toolbar = !c.HideToolbar};
+          .toolbar = !c.HideToolbar,
+          .edge = layout_.edge};
 }
 
 Size<Twips> WorkspaceScene::openSize(const clsContainer& container) const {

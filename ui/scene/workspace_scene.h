@@ -19,6 +19,8 @@ struct FrameLayout {
   Size<Twips> window{{4700}, {11520}};
   Insets insets;  // how much of the window lies off screen on each side while expanded
   ScreenEdge collapsedTo = ScreenEdge::None;
+  ScreenEdge edge = ScreenEdge::None;  // at which it stands, or would collapse to
+  bool toolbar = true;                 // the buttons on the title; false while they float
   std::wstring caption = L"Varnowick";
   bool locked = false;
   Twips scroll;           // of the main panel, downwards; kept within the content

@@ -15,6 +15,7 @@
 #include "ui/scene/workspace_scene.h"
 #include "ui/win/balloon_tooltip.h"
 #include "ui/win/docking_driver.h"
+#include "ui/win/folder_containers.h"
 #include "ui/win/frm_toolbar.h"
 #include "ui/win/global_hotkey.h"
 #include "ui/win/jump_box.h"
@@ -35,12 +36,13 @@ class BarExtras {
     GdiFonts& fonts;
     TextMeasure& measure;
     DockingDriver& docking;
+    const FolderContainers& folders;
   };
   struct Hooks {
     std::function<void(Command)> run;
     std::function<void(MenuId, POINT screen)> menu;
-    std::function<void(ShortcutSlot)> start;
-    std::function<void(ShortcutSlot)> showShortcut;  // scroll to it and focus it
+    std::function<void(const JumpTarget&)> start;
+    std::function<void(const JumpTarget&)> show;  // scroll to it and focus it
     std::function<void(const KeyDecision&)> key;
     std::function<void()> open;    // the bar, in front of all
     std::function<void()> toggle;  // the same, or collapse an expanded bar
@@ -53,6 +55,8 @@ class BarExtras {
   void setPalette(const Palette& palette);
   // The bar or what lies on it has been laid out anew, moved or docked.
   void arrange();
+  // The buttons stand beside the bar, once it is out, and not on its title.
+  bool toolbarFloats();
   void imagesDelivered();
   // Before the bar goes away or something else takes the mouse.
   void hidePopups();
@@ -68,6 +72,10 @@ class BarExtras {
 
  private:
   std::vector<JumpEntry> jumpEntries() const;
+  ImageRef jumpIcon(const JumpTarget& target) const;
+  std::wstring jumpPlace(const JumpTarget& target) const;
+  bool barIsOut() const;
+  frmToolbar::State toolbarState() const;
   BalloonTooltip::Content tooltipOf(NodeId node) const;
 
   Bar bar_;
@@ -79,6 +87,7 @@ class BarExtras {
   BalloonTooltip tooltip_;
   PicJumpToLink jump_;
   frmToolbar toolbar_;
+  bool toolbarFloats_ = false;
 };
 
 }  // namespace varnowick

@@ -88,6 +88,14 @@ class FolderContainers final : public Window {
   // What the default action of a row does.
   bool open(NodeId node);
 
+  // Files that are listed already, for whoever searches them (folder_containers_jump.cpp).
+  using Listed = std::function<void(ContainerSlot slot, const std::wstring& name)>;
+  void forEachListed(const Listed& visit) const;
+  ImageRef iconOf(ContainerSlot slot, const std::wstring& name) const;
+  // Both do nothing for a file that has gone.
+  void openFile(ContainerSlot slot, const std::wstring& name);
+  void showFile(ContainerSlot slot, const std::wstring& name);
+
   // A drop of files on a container: what it would do, and doing it. The latter says
   // what to tell the source.
   std::optional<DWORD> dropEffect(ContainerSlot slot, IDataObject& data, DWORD keys, DWORD allowed);

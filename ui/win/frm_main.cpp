@@ -62,17 +62,17 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
           {.reshaped = [this] { extras_.hideTooltip(); }, .changed = [this] { saveSoon(); }}),
       detached_(desk(), *this, detachedHooks()),
       extras_({platform_, document_, workspaceScene_, pane_.view(), images_, fonts_, measure_,
-               docking_},
+               docking_, folders_},
               {.run =
                    [this](Command command) {
                      if (!busyElsewhere()) pane_.run(command);
                    },
                .menu = [this](MenuId menu, POINT at) { pane_.showMenu(menu, at); },
                .start =
-                   [this](ShortcutSlot slot) {
-                     if (!busyElsewhere()) pane_.launch(slot);
+                   [this](const JumpTarget& target) {
+                     if (!busyElsewhere()) startMatch(target);
                    },
-               .showShortcut = [this](ShortcutSlot slot) { showShortcut(slot); },
+               .show = [this](const JumpTarget& target) { showMatch(target); },
                .key = [this](const KeyDecision& decision) { apply(decision); },
                .open = [this] { bringForward(); },
                .toggle =
@@ -259,7 +259,7 @@ std::wstring frmMain::captionNow() const {
   return docking_.rules().suspended() ? kSuspendedCaption : kProgramTitle;
 }
 
-FrameLayout frmMain::frameLayout() const {
+FrameLayout frmMain::frameLayout() {
   FrameLayout layout = workspaceScene_.layout();
   const Density density = platform_.monitors.density();
   RECT client{};
@@ -267,6 +267,9 @@ FrameLayout frmMain::frameLayout() const {
   layout.window = {density.toTwips(Pixels{client.right}), density.toTwips(Pixels{client.bottom})};
   ScreenEdge edge = docking_.rules().collapseSide();
   if (edge == ScreenEdge::None) edge = docking_.rules().expandedEdge();
+  layout.edge =
+      edge != ScreenEdge::None ? edge : docking_.rules().edgeToCollapseTo(docking_.inputs());
+  layout.toolbar = !extras_.toolbarFloats();
   const FrameInsets insets = frameInsets(edge);
   layout.insets = {insets.left, insets.top, insets.right, insets.bottom};
   layout.collapsedTo = docking_.rules().collapseSide();

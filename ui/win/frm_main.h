@@ -61,7 +61,7 @@ class frmMain final : public Window, private PaneOwner {
   Desk desk() { return {platform_, document_, images_, fonts_, measure_, modal_, &folders_}; }
 
   // The scene (frm_main.cpp)
-  FrameLayout frameLayout() const;
+  FrameLayout frameLayout();
   std::wstring captionNow() const;
   void rebuildScene();
   void relayout();
@@ -90,6 +90,10 @@ class frmMain final : public Window, private PaneOwner {
   DetachedWindows::Hooks detachedHooks();
   void detachContainers(const std::vector<ContainerSlot>& slots, std::optional<Point<Pixels>> at);
   void mnuDetachContainer();
+  // What the jump-to box has found.
+  void startMatch(const JumpTarget& target);
+  void showMatch(const JumpTarget& target);
+  void openContainer(ContainerSlot slot);
   void showShortcut(ShortcutSlot slot);
   void draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) override;
   void completeMenu(MenuId menu, std::vector<MenuItem>& items) override;

@@ -105,13 +105,52 @@ void frmMain::ownRowChosen(int row) {
   if (row >= kAttachRow) detached_.attach({row - kAttachRow});
 }
 
+void frmMain::startMatch(const JumpTarget& target) {
+  switch (target.kind()) {
+    case JumpKind::Shortcut:
+      return pane_.launch(target.shortcut);
+    case JumpKind::Container:
+      return showMatch(target);
+    case JumpKind::File:
+      return folders_.openFile(target.container, target.file);
+  }
+}
+
 // Where it is to be seen: here, or in a window of its own.
+void frmMain::showMatch(const JumpTarget& target) {
+  if (target.kind() == JumpKind::Shortcut) return showShortcut(target.shortcut);
+  openContainer(target.container);
+  frmContainer* window = detached_.find(target.container);
+  WorkspacePane& pane = window == nullptr ? pane_ : window->pane();
+  if (window == nullptr) {
+    workspaceScene_.scrollToShow(containerNode(target.container));
+    pane.editor().selectOnly(target.container);
+  }
+  pane.view().focus(containerPart(ControlKind::ContainerLabel, target.container));
+  if (target.kind() == JumpKind::File) folders_.showFile(target.container, target.file);
+  pane.view().invalidate();
+}
+
+// Unfolds or expands it; in a window of its own that comes out.
+void frmMain::openContainer(ContainerSlot slot) {
+  if (frmContainer* window = detached_.find(slot)) return window->Undock(false);
+  const clsContainer* container = document_.workspace.containers.find(slot);
+  if (container == nullptr || !container->visible) return;
+  ContainerRules& rules = containers_.rules();
+  containers_.apply(rules.keepOpen());
+  if (container->shrunk)
+    containers_.apply(
+        rules.ShrinkExpand(containers_.inputs(), slot, kSyntheticClick.x, kSyntheticClick.y));
+  else if (container->folded)
+    containers_.apply(rules.lblFoldUnfold_Click(containers_.inputs(), slot));
+}
+
 void frmMain::showShortcut(ShortcutSlot slot) {
   const clsShortcut* shortcut = document_.workspace.shortcuts.find(slot);
-  frmContainer* window = shortcut == nullptr ? nullptr : detached_.find(shortcut->parent.container);
-  if (window == nullptr) return pane_.showShortcut(slot);
-  window->Undock(false);
-  window->pane().showShortcut(slot);
+  if (shortcut == nullptr) return;
+  openContainer(shortcut->parent.container);
+  frmContainer* window = detached_.find(shortcut->parent.container);
+  (window == nullptr ? pane_ : window->pane()).showShortcut(slot);
 }
 
 }  // namespace varnowick

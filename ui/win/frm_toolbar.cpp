@@ -47,16 +47,19 @@ bool frmToolbar::attach(HWND owner) {
   return true;
 }
 
+std::optional<PixelRect> frmToolbar::placeOf(const State& state) {
+  if (!state.on) return std::nullopt;
+  Scene scene;
+  const Size<Twips> twips = buildToolbar(scene, {toolbarIsColumn(state.edge), state.look});
+  return toolbarPlace(state.bar, state.edge, state.work,
+                      {state.density.toPixels(twips.width), state.density.toPixels(twips.height)});
+}
+
 void frmToolbar::update(const State& state) {
   if (handle() == nullptr) return;
-  if (!state.on) return hide();
-  const Size<Twips> twips = buildToolbar(scene_, {.column = toolbarIsColumn(state.edge),
-                                                  .locked = state.locked,
-                                                  .buttonImages = state.buttonImages});
-  const Size<Pixels> size{state.density.toPixels(twips.width),
-                          state.density.toPixels(twips.height)};
-  const auto place = toolbarPlace(state.bar, state.edge, state.work, size);
+  const auto place = placeOf(state);
   if (!place) return hide();
+  buildToolbar(scene_, {toolbarIsColumn(state.edge), state.look});
   view_.setDensity(state.density);
   items_.setDensity(state.density);
   SetWindowPos(handle(), nullptr, place->left.value, place->top.value, place->width.value,

@@ -1,11 +1,12 @@
 // The floating toolbar: a small window beside the expanded bar with its toolbar
 // buttons, easy to hit with a mouse that comes from the middle of the screen. It
-// never takes the focus; the bar's own buttons are there for the keyboard.
+// never takes the focus: the keyboard has keys and menus for its commands.
 #pragma once
 
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 
 #include "ui/scene/toolbar_scene.h"
 #include "ui/win/balloon_tooltip.h"
@@ -22,14 +23,15 @@ class frmToolbar final : public Window {
     std::function<void(POINT screen)> menu;
   };
   struct State {
-    bool on = false;
+    bool on = false;  // the user wants it
     PixelRect bar;  // on the screen
     ScreenEdge edge = ScreenEdge::None;
     PixelRect work;  // of the bar's monitor
-    bool locked = false;
-    bool buttonImages = false;
+    ToolbarLook look;
     Density density;
   };
+  // Where it stands; nowhere when it is off, or has no room.
+  static std::optional<PixelRect> placeOf(const State& state);
   // Images and fonts are borrowed and must outlive the toolbar.
   frmToolbar(ImageStore& images, GdiFonts& fonts, Callbacks callbacks);
   ~frmToolbar() override;

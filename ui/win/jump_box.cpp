@@ -38,15 +38,16 @@ bool PicJumpToLink::makeWindows() {
   // Screen readers take the label before a control for its name.
   addChild(L"STATIC", L"Jump to", 0, -1);
   cboSearch_ = addChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, kSearchId);
-  addChild(L"STATIC", L"Matching shortcuts", 0, -1);
+  addChild(L"STATIC", L"Matches", 0, -1);
   list_ =
-      addChild(L"LISTBOX", L"Matching shortcuts",
+      addChild(L"LISTBOX", L"Matches",
                LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, kListId);
   if (cboSearch_ == nullptr || list_ == nullptr) return false;
   SendMessageW(cboSearch_, EM_LIMITTEXT, kMostTyped, 0);
   // A hint in the empty field, where the system knows such (Windows XP and later).
   constexpr UINT kSetCueBanner = 0x1501;
-  SendMessageW(cboSearch_, kSetCueBanner, TRUE, reinterpret_cast<LPARAM>(L"Jump to a shortcut"));
+  SendMessageW(cboSearch_, kSetCueBanner, TRUE,
+               reinterpret_cast<LPARAM>(L"Shortcut, container or file"));
   for (const HWND control : {cboSearch_, list_})
     SetWindowLongPtrW(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   editBase_ = reinterpret_cast<WNDPROC>(
@@ -210,7 +211,7 @@ void PicJumpToLink::search() {
   for (std::size_t i = 0; i < listed; ++i) {
     std::wstring item = jumpTo_.caption(matches_[i]);
     const std::wstring where =
-        callbacks_.place ? callbacks_.place(matches_[i].slot) : std::wstring();
+        callbacks_.place ? callbacks_.place(jumpTo_.target(matches_[i])) : std::wstring();
     if (!where.empty()) item += L" (" + where + L")";
     SendMessageW(list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
   }
@@ -227,17 +228,17 @@ void PicJumpToLink::select(int row) {
   NotifyWinEvent(EVENT_OBJECT_FOCUS, list_, OBJID_CLIENT, row + 1);
 }
 
-ShortcutSlot PicJumpToLink::current() const {
+JumpTarget PicJumpToLink::current() const {
   const auto row = static_cast<int>(SendMessageW(list_, LB_GETCURSEL, 0, 0));
   if (!shown_ || row < 0 || row >= static_cast<int>(matches_.size())) return {};
-  return matches_[static_cast<std::size_t>(row)].slot;
+  return jumpTo_.target(matches_[static_cast<std::size_t>(row)]);
 }
 
 void PicJumpToLink::startCurrent() {
-  const ShortcutSlot slot = current();
-  if (slot.none()) return;
+  const JumpTarget target = current();
+  if (target.none()) return;
   close();
-  if (callbacks_.start) callbacks_.start(slot);
+  if (callbacks_.start) callbacks_.start(target);
 }
 
 bool PicJumpToLink::apply(const KeyDecision& decision) {
@@ -245,7 +246,8 @@ bool PicJumpToLink::apply(const KeyDecision& decision) {
   const auto show = [this](int row) {
     if (row < 0) return;
     select(row);
-    if (callbacks_.showMatch) callbacks_.showMatch(matches_[static_cast<std::size_t>(row)].slot);
+    if (callbacks_.showMatch)
+      callbacks_.showMatch(jumpTo_.target(matches_[static_cast<std::size_t>(row)]));
   };
   const auto step = [&](int by) {
     if (listed == 0) return;

@@ -1,5 +1,5 @@
-// The jump-to box at the top of the bar: a search field and the shortcuts that
-// match, the likeliest first. It is a child of the bar; the field and the list
+// The jump-to box at the top of the bar: a search field and the shortcuts, containers
+// and files that match, the likeliest first. It is a child of the bar; the field and the list
 // are real controls, so that typing, input methods and screen readers work as
 // everywhere. It starts nothing and knows no workspace.
 #pragma once
@@ -26,12 +26,12 @@ class PicJumpToLink final : public Window {
   struct Callbacks {
     // Asked for whenever the box opens, and by refresh().
     std::function<std::vector<JumpEntry>()> entries;
-    std::function<ImageRef(ShortcutSlot)> icon;
-    std::function<std::wstring(ShortcutSlot)> place;  // the container's name, or empty
-    // Starts the shortcut; the box is closed already.
-    std::function<void(ShortcutSlot)> start;
+    std::function<ImageRef(const JumpTarget&)> icon;
+    std::function<std::wstring(const JumpTarget&)> place;  // where it lies, or empty
+    // Starts or opens it; the box is closed already.
+    std::function<void(const JumpTarget&)> start;
     // Scrolls or unfolds to it and focuses its node.
-    std::function<void(ShortcutSlot)> showMatch;
+    std::function<void(const JumpTarget&)> showMatch;
     std::function<void()> closed;
     // A key of another meaning was pressed in the field, F8 for instance.
     std::function<void(const KeyDecision&)> key;
@@ -63,7 +63,7 @@ class PicJumpToLink final : public Window {
   void invalidate();
 
   // The match that Enter starts; none without matches.
-  ShortcutSlot current() const;
+  JumpTarget current() const;
   // nullptr before the box has first been open.
   HWND cboSearch() const { return cboSearch_; }
   HWND list() const { return list_; }

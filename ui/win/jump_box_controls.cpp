@@ -94,7 +94,7 @@ bool PicJumpToLink::onEditKey(int key) {
   KeyState state;
   state.jumpBoxShown = true;
   state.jumpBoxHasText = hasText();
-  state.shortcutSelected = !current().none();
+  state.shortcutSelected = !current().shortcut.none();
   state.barExpanded = true;
   const KeyDecision decision = decideKey(key, modifiers, state);
   // Letters reach the field as characters, in whatever language they are typed.
@@ -201,8 +201,8 @@ void PicJumpToLink::drawItem(const DRAWITEMSTRUCT& item) {
   if (at < matches_.size()) {
     look.caption = jumpTo_.caption(matches_[at]);
     look.matched = jumpTo_.highlighted(matches_[at], query_);
-    if (callbacks_.icon) look.icon = callbacks_.icon(matches_[at].slot);
-    if (callbacks_.place) look.place = callbacks_.place(matches_[at].slot);
+    if (callbacks_.icon) look.icon = callbacks_.icon(jumpTo_.target(matches_[at]));
+    if (callbacks_.place) look.place = callbacks_.place(jumpTo_.target(matches_[at]));
     look.selected = (item.itemState & ODS_SELECTED) != 0;
     look.hovered = static_cast<int>(at) == hovered_;
   }

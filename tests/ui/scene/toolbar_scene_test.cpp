@@ -27,8 +27,11 @@ TEST(ToolbarScene, HasTheButtonsOfTheBar) {
     layout.locked = locked;
     bar.build(layout);
     Scene toolbar;
-    buildToolbar(toolbar, {.locked = locked});
+    buildToolbar(toolbar, {.look = {.locked = locked}});
     EXPECT_EQ(buttons(toolbar), buttons(bar.scene()));
+    layout.toolbar = false;
+    bar.setFrame(layout);
+    EXPECT_TRUE(buttons(bar.scene()).empty()) << "while they float";
   }
 }
 

@@ -74,7 +74,7 @@ TEST_F(ToolbarTest, ClicksBecomeCommands) {
   toolbar_->update(state_);
   click(ControlKind::PicDockToolbar);
   click(ControlKind::PicLockToolbar);
-  state_.locked = true;
+  state_.look.locked = true;
   toolbar_->update(state_);
   click(ControlKind::PicUnlockToolbar);
   EXPECT_EQ(commands_,

@@ -54,19 +54,20 @@ class JumpBoxTest : public testing::Test {
   HWND parent_ = nullptr;
   ImageStore images_{L"C:\\nowhere"};
   GdiFonts fonts_;
-  PicJumpToLink box_{images_,
-                     fonts_,
-                     {.entries = [this] { return entries_; },
-                      .icon = [](ShortcutSlot) { return ImageRef{}; },
-                      .place = [](ShortcutSlot s) { return s.index == 2 ? L"Work" : L""; },
-                      .start =
-                          [this](ShortcutSlot s) {
-                            started_.push_back(s.index);
-                            shownWhenStarted_ = box_.shown();
-                          },
-                      .showMatch = [this](ShortcutSlot s) { shown_.push_back(s.index); },
-                      .closed = [this] { ++closed_; },
-                      .key = [this](const KeyDecision& d) { commands_.push_back(d.command); }}};
+  PicJumpToLink box_{
+      images_,
+      fonts_,
+      {.entries = [this] { return entries_; },
+       .icon = [](const JumpTarget&) { return ImageRef{}; },
+       .place = [](const JumpTarget& t) { return t.shortcut.index == 2 ? L"Work" : L""; },
+       .start =
+           [this](const JumpTarget& t) {
+             started_.push_back(t.shortcut.index);
+             shownWhenStarted_ = box_.shown();
+           },
+       .showMatch = [this](const JumpTarget& t) { shown_.push_back(t.shortcut.index); },
+       .closed = [this] { ++closed_; },
+       .key = [this](const KeyDecision& d) { commands_.push_back(d.command); }}};
 };
 
 TEST_F(JumpBoxTest, TypingOpensItAndEnterStartsTheFirst) {
@@ -90,9 +91,9 @@ TEST_F(JumpBoxTest, ArrowsAndBlanksWalkThroughTheMatches) {
   press(VK_SPACE);
   press(VK_SPACE);
   EXPECT_EQ(shown_, (std::vector<int>{1, 2}));
-  EXPECT_EQ(box_.current(), ShortcutSlot{2});
+  EXPECT_EQ(box_.current().shortcut, ShortcutSlot{2});
   press(VK_DOWN);
-  EXPECT_EQ(box_.current(), ShortcutSlot{3});
+  EXPECT_EQ(box_.current().shortcut, ShortcutSlot{3});
   EXPECT_EQ(shown_.size(), 2U) << "arrows only choose";
   press(VK_SPACE);
   EXPECT_EQ(shown_.back(), 3) << "a blank shows what the arrows have chosen";
@@ -100,7 +101,7 @@ TEST_F(JumpBoxTest, ArrowsAndBlanksWalkThroughTheMatches) {
   press(VK_SPACE);
   EXPECT_EQ(shown_.back(), 1) << "past the last match it begins anew";
   for (int i = 0; i < 10; ++i) press(VK_UP);
-  EXPECT_EQ(box_.current(), ShortcutSlot{1});
+  EXPECT_EQ(box_.current().shortcut, ShortcutSlot{1});
   EXPECT_TRUE(box_.apply({.action = KeyAction::JumpPrevious}));
   press(VK_RETURN);
   EXPECT_EQ(started_, std::vector<int>{1});
@@ -158,7 +159,7 @@ TEST_F(JumpBoxTest, AChangedWorkspaceIsFoundAtOnce) {
   entries_ = {{{9}, L"Tea", 0}};
   box_.refresh();
   ASSERT_EQ(rows(), 1);
-  EXPECT_EQ(box_.current(), ShortcutSlot{9});
+  EXPECT_EQ(box_.current().shortcut, ShortcutSlot{9});
   entries_.clear();
   box_.refresh();
   EXPECT_TRUE(box_.current().none());
