@@ -24,7 +24,7 @@ class frmToolbar final : public Window {
   };
   struct State {
     bool on = false;  // the user wants it
-    PixelRect bar;  // on the screen
+    PixelRect bar;    // on the screen
     ScreenEdge edge = ScreenEdge::None;
     PixelRect work;  // of the bar's monitor
     ToolbarLook look;

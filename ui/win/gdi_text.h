@@ -19,8 +19,8 @@ namespace varnowick {
 
 class GdiFonts {
  public:
-  // A font for the style, upright whatever its rotation; it lives until the cache needs its place, so that it is
-  // fetched anew for every use. Sizes are held to 1..400 points.
+  // A font for the style, upright whatever its rotation; it lives until the cache needs its place,
+  // so that it is fetched anew for every use. Sizes are held to 1..400 points.
   HFONT get(const TextStyle& style, Density density);
   // Forgets all fonts: the user has changed the system's font or smoothing.
   void clear();
