@@ -35,6 +35,7 @@ TEST(DetachedMenu, ShowsTheRecordsFlags) {
                   L" &Toggle both", L" Auto &show", L" Auto &hide*", L" Enable &fade-out",
                   L" &Hide on click", L"-", L"Hide no&w", L"Tab ed&ge", L" &Left", L" &Right*",
                   L" &Top", L" &Bottom", L"&Attach to Workspace", L"-", L"Close && &Delete"));
+  EXPECT_EQ(menuOf(c, {.locked = true}).back(), L"[Close && &Delete]");
   c.DetachedUseTab = false;
   const std::vector<std::wstring> tabs = menuOf(c, {.shortcutSelected = true, .shown = false});
   EXPECT_EQ(tabs.front(), L"Sta&rt selected");

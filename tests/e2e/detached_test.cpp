@@ -217,17 +217,6 @@ TEST_F(DetachedTest, CloseAndDeleteWithoutConfirmationDeletesNothing) {
   closeProgram();
 }
 
-TEST_F(DetachedTest, CloseAndDeleteIsRefusedWhileEditingIsLocked) {
-  write(SettingsFile().set("[LOCKED]", "1"), {tools({})});
-  startBar();
-  window().waitUntilShown();
-  window().choose(L"d");
-  waitForDialog(program().process(), kTitle).press(IDOK);
-  EXPECT_TRUE(window().shown());
-  EXPECT_TRUE(detached(0));
-  closeProgram();
-}
-
 TEST_F(MainDetached, TheBarAttachesOneOrAll) {
   write(SettingsFile(),
         {tools({.x = 9000, .y = 1500}),
