@@ -80,9 +80,7 @@ int Main() {
     return OwnerWindow{reinterpret_cast<std::uintptr_t>(owner)};
   });
   guard.announceWindow(main.handle());
-  main.load([&](const std::wstring& text) { splash.progress(text); });
-  // The session may have ended while a question of the loading was open.
-  if (main.handle() == nullptr) return 0;
+  if (!main.load([&](const std::wstring& text) { splash.progress(text); })) return 0;
   main.show();
   splash.close();
   return runMessageLoop();

@@ -23,7 +23,7 @@ SaveResult failed(const std::wstring& file, const FileStatus& status) {
 // For trying out a file without asking anything.
 class NoMsgBox : public MsgBox {
  public:
-  int show(const std::wstring&, unsigned, const std::wstring&) override { return kMsgAnswerYes; }
+  MsgAnswer show(const std::wstring&, unsigned, const std::wstring&) override { return {}; }
 };
 
 bool equalsIgnoringCase(std::wstring_view a, std::wstring_view b) {
@@ -60,7 +60,7 @@ void DesktopStore::tell(const std::wstring& what, const std::wstring& file,
 
 // ---- Loading
 
-LoadReport DesktopStore::LoadSettings(Document& document, const Progress& progress) {
+std::optional<LoadReport> DesktopStore::LoadSettings(Document& document, const Progress& progress) {
   loading_ = true;
   document.workspace = {};
   document.settings.recentSearches.clear();
@@ -68,10 +68,13 @@ LoadReport DesktopStore::LoadSettings(Document& document, const Progress& progre
   InitDefaultSettings(document.settings);
 
   Loading loading{document, progress, {}};
-  if (const std::optional<SavedState> unfinished = finishLastSave())
+  if (const std::optional<SavedState> unfinished = finishLastSave()) {
     readFromState(*unfinished, loading);
-  else
-    readFromDisk(settleRecovery(), loading);
+  } else {
+    const std::optional<std::wstring> mainPath = settleRecovery();
+    if (!mainPath) return std::nullopt;
+    readFromDisk(*mainPath, loading);
+  }
 
   const std::vector<std::wstring>& partly = loading.report.filesNotReadWhole();
   toBackUp_.insert(toBackUp_.end(), partly.begin(), partly.end());
@@ -104,14 +107,15 @@ std::optional<SavedState> DesktopStore::finishLastSave() {
   return std::nullopt;
 }
 
-std::wstring DesktopStore::settleRecovery() {
+std::optional<std::wstring> DesktopStore::settleRecovery() {
   std::wstring mainPath = settingsPath();
   if (!files_.exists(recoveryPath())) return mainPath;
-  const int answer = msgBox_.show(
+  const MsgAnswer answer = msgBox_.show(
       L"RECOVERY: Varnowick was not closed properly. Load the newer backed-up recovery file?"
       L"\r\n\r\n"
       L"The file name is Varnowick.REC",
       kMsgYesNo | kMsgExclamation | kMsgSystemModal, L"Varnowick - Recover Last Session");
+  if (answer == MsgAnswer::None) return std::nullopt;
   if (answer == kMsgAnswerNo)
     files_.remove(recoveryPath());
   else

@@ -38,8 +38,10 @@ class DesktopStore {
   // Finishes a save that was cut off, asks whether to load a recovery copy, sets
   // the defaults and reads everything into the document, whose workspace is
   // emptied first. Settings without a default keep what the document holds.
-  // Saving is suppressed meanwhile.
-  LoadReport LoadSettings(Document& document, const Progress& progress = {});
+  // Saving is suppressed meanwhile. Nothing when the recovery question was closed by
+  // other means than its buttons: no file has been changed then, saving stays
+  // suppressed, and the program is to end.
+  std::optional<LoadReport> LoadSettings(Document& document, const Progress& progress = {});
 
   // Writes the main file (the recovery copy or the settings file) and all the
   // container files. Whatever could not be read is backed up first; the user is
@@ -62,8 +64,8 @@ class DesktopStore {
 
   // Nothing, or the state of a journal that could not be carried out.
   std::optional<SavedState> finishLastSave();
-  // The main file to read after the recovery question.
-  std::wstring settleRecovery();
+  // The main file to read after the recovery question; nothing without an answer.
+  std::optional<std::wstring> settleRecovery();
   bool adoptRecovery(std::wstring& mainPath);
   void tell(const std::wstring& what, const std::wstring& file, const std::wstring& reason);
 

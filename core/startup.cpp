@@ -6,9 +6,6 @@ namespace {
 constexpr std::size_t kRootFolderLength = 3;  // as in "C:\"
 constexpr int kOldestMajorVersion = 5;        // Windows 2000
 
-// A Yes/No question goes on unless the answer is No.
-bool agreed(int answer) { return answer != kMsgAnswerNo; }
-
 }  // namespace
 
 StartDecision decideStart(Files& files, System& system, MsgBox& msgBox) {
@@ -43,16 +40,16 @@ RestartDecision decideRestart(Files& files, System& system, MsgBox& msgBox,
                 kProgramTitle);
     return {};
   }
-  if (!agreed(msgBox.show(L"Ignore all recent changes and restart the program?",
-                          kMsgYesNo | kMsgExclamation, kProgramTitle)))
+  if (!msgBox.saysYes(L"Ignore all recent changes and restart the program?", kMsgExclamation,
+                      kProgramTitle))
     return {};
   files.remove(dataFolder + L"\\Varnowick.REC");
   return {true, restarter};
 }
 
 bool confirmDefaultSettings(MsgBox& msgBox) {
-  return agreed(msgBox.show(L"Are you sure you want to load the default settings?",
-                            kMsgYesNo | kMsgQuestion, kProgramTitle));
+  return msgBox.saysYes(L"Are you sure you want to load the default settings?", kMsgQuestion,
+                        kProgramTitle);
 }
 
 }  // namespace varnowick

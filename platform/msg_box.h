@@ -1,4 +1,5 @@
-// The one message-box routine. Style bits and answers are the platform's.
+// The one message-box routine. Style bits are the platform's; an answer is Yes or
+// No only when that button was pressed.
 #pragma once
 
 #include <string>
@@ -12,8 +13,11 @@ inline constexpr unsigned kMsgQuestion = 32;
 inline constexpr unsigned kMsgExclamation = 48;
 inline constexpr unsigned kMsgInformation = 64;
 inline constexpr unsigned kMsgSystemModal = 4096;
-inline constexpr int kMsgAnswerYes = 6;
-inline constexpr int kMsgAnswerNo = 7;
+
+// None: any other button, Esc, or a box that was closed or torn down.
+enum class MsgAnswer { None, Yes, No };
+inline constexpr MsgAnswer kMsgAnswerYes = MsgAnswer::Yes;
+inline constexpr MsgAnswer kMsgAnswerNo = MsgAnswer::No;
 
 inline constexpr const wchar_t* kProgramTitle = L"Varnowick";
 
@@ -21,7 +25,12 @@ class MsgBox {
  public:
   virtual ~MsgBox() = default;
   // Shows the box and waits for the answer, which is returned.
-  virtual int show(const std::wstring& text, unsigned style, const std::wstring& caption) = 0;
+  virtual MsgAnswer show(const std::wstring& text, unsigned style, const std::wstring& caption) = 0;
+
+  // A Yes/No question; only Yes is Yes.
+  bool saysYes(const std::wstring& question, unsigned icon, const std::wstring& caption) {
+    return show(question, kMsgYesNo | icon, caption) == kMsgAnswerYes;
+  }
 };
 
 }  // namespace varnowick

@@ -39,11 +39,6 @@ constexpr std::array<LaunchError, 13> kErrors{{
 constexpr const wchar_t* kOtherError =
     L"An error occurred while trying to open or print the selected file.";
 
-bool saidNo(Platform& platform, const std::wstring& question, unsigned icon,
-            const std::wstring& caption) {
-  return platform.msgBox.show(question, kMsgYesNo | icon, caption) == kMsgAnswerNo;
-}
-
 int execute(Platform& platform, LaunchHost& host, const std::wstring& parameters,
             const std::wstring& path, bool isCommand) {
   if (isCommand)
@@ -88,7 +83,7 @@ LaunchResult LaunchShortcut(Platform& platform, LaunchHost& host, bool confirm,
   if (host.isMainWindow() && host.launchSuppressed()) return {LaunchOutcome::Suppressed, {}};
   platform.sound.play(L"click.wav");
   if (confirm &&
-      saidNo(platform, L"Start " + caption + L"?", kMsgExclamation, L"Launch Confirmation"))
+      !platform.msgBox.saysYes(L"Start " + caption + L"?", kMsgExclamation, L"Launch Confirmation"))
     return {LaunchOutcome::Declined, {}};
   host.PreLaunch();
   const auto error = launchError(execute(platform, host, parameters, path, isCommand));
@@ -108,8 +103,7 @@ void OpenWith(Platform& platform, const LaunchHost& host, const clsShortcut& dra
               const clsShortcut& target) {
   const std::wstring question =
       L"Open: " + dragged.FullCaption + L" with: " + target.FullCaption + L"?";
-  if (platform.msgBox.show(question, kMsgYesNo | kMsgQuestion, kProgramTitle) != kMsgAnswerYes)
-    return;
+  if (!platform.msgBox.saysYes(question, kMsgQuestion, kProgramTitle)) return;
   const std::wstring folder = platform.system.programFolder();
   const std::wstring file = ResolveRelativePath(target.Path, folder);
   std::wstring dropped = ResolveRelativePath(dragged.Path, folder);
@@ -129,10 +123,10 @@ std::wstring startAllCaption(const Workspace& workspace, ContainerSlot container
 
 bool StartAll(StartMany& start, ContainerSlot container, bool confirmStartAll) {
   if (confirmStartAll &&
-      saidNo(start.platform,
-             L"Start all shortcuts in the current container?\r\n\r\nYou can disable the "
-             L"confirmation from the Settings dialog.",
-             kMsgExclamation, kProgramTitle))
+      !start.platform.msgBox.saysYes(
+          L"Start all shortcuts in the current container?\r\n\r\nYou can disable the "
+          L"confirmation from the Settings dialog.",
+          kMsgExclamation, kProgramTitle))
     return false;
   start.host.PreLaunch();
   startEach(start, [&](const clsShortcut& s) { return s.parent.container == container; });
@@ -173,9 +167,9 @@ void OpenFolder(Platform& platform, LaunchHost& mainWindow, const std::wstring& 
 
 bool UseRelativePath(Platform& platform, Workspace& workspace,
                      std::span<const ShortcutSlot> selected) {
-  if (saidNo(platform,
-             L"Use a relative path for the selected shortcuts (Varnowick's working drive)?",
-             kMsgQuestion, kProgramTitle))
+  if (!platform.msgBox.saysYes(
+          L"Use a relative path for the selected shortcuts (Varnowick's working drive)?",
+          kMsgQuestion, kProgramTitle))
     return false;
   bool changed = false;
   for (const ShortcutSlot slot : selected) {

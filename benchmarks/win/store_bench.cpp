@@ -112,7 +112,7 @@ bool run(int loads, int saves) {
       [&] {
         Document loaded;
         const double began = now();
-        good &= store.LoadSettings(loaded).empty();
+        good &= store.LoadSettings(loaded)->empty();
         const double passed = now() - began;
         good &= loaded.workspace.shortcuts.count() == kContainers * kShortcuts;
         return passed;

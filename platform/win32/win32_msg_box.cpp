@@ -6,7 +6,7 @@
 
 namespace varnowick {
 
-int Win32MsgBox::show(const std::wstring& text, unsigned style, const std::wstring& caption) {
+MsgAnswer Win32MsgBox::show(const std::wstring& text, unsigned style, const std::wstring& caption) {
   HWND owner = owner_ ? reinterpret_cast<HWND>(owner_().value) : nullptr;
   if (owner != nullptr && !IsWindow(owner)) owner = nullptr;
   // A hidden or disabled owner would leave the box behind other windows, or
@@ -16,7 +16,15 @@ int Win32MsgBox::show(const std::wstring& text, unsigned style, const std::wstri
     if (!IsWindowVisible(owner) || !IsWindowEnabled(owner)) owner = nullptr;
   }
   CommonControls::get();
-  return MessageBoxW(owner, text.c_str(), caption.c_str(), style | MB_SETFOREGROUND);
+  // Esc and closing answer a Yes/No box on some systems, with neither of its buttons.
+  switch (MessageBoxW(owner, text.c_str(), caption.c_str(), style | MB_SETFOREGROUND)) {
+    case IDYES:
+      return kMsgAnswerYes;
+    case IDNO:
+      return kMsgAnswerNo;
+    default:
+      return MsgAnswer::None;
+  }
 }
 
 }  // namespace varnowick

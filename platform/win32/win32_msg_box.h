@@ -13,7 +13,7 @@ class Win32MsgBox : public MsgBox {
  public:
   // Asked at every box for the window that owns it; none is a good answer.
   void setOwner(std::function<OwnerWindow()> owner) { owner_ = std::move(owner); }
-  int show(const std::wstring& text, unsigned style, const std::wstring& caption) override;
+  MsgAnswer show(const std::wstring& text, unsigned style, const std::wstring& caption) override;
 
  private:
   std::function<OwnerWindow()> owner_;

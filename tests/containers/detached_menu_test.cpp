@@ -85,7 +85,7 @@ TEST(DetachedMenu, ToggleBothGoesByAutoHide) {
 TEST(DetachedMenu, FadeOutAsksForEffectsThatAreOff) {
   const FakeMsgBox::Shown question{L"Do you want to enable special effects?",
                                    kMsgYesNo | kMsgQuestion, kProgramTitle};
-  for (const int answer : {kMsgAnswerYes, kMsgAnswerNo, 2}) {
+  for (const MsgAnswer answer : {kMsgAnswerYes, kMsgAnswerNo, MsgAnswer::None}) {
     FakeMsgBox msgBox;
     msgBox.answers = {answer};
     Settings settings;
@@ -112,7 +112,7 @@ TEST(DetachedMenu, CloseAndDeleteDeletesOnlyAfterAYes) {
   const FakeMsgBox::Shown question{L"Close detached container and delete it from the workspace?",
                                    kMsgYesNo | kMsgExclamation | kMsgSystemModal,
                                    L"Close & Delete"};
-  for (const int answer : {kMsgAnswerYes, kMsgAnswerNo, 2}) {
+  for (const MsgAnswer answer : {kMsgAnswerYes, kMsgAnswerNo, MsgAnswer::None}) {
     FakeMsgBox msgBox;
     msgBox.answers = {answer};
     EXPECT_EQ(confirmCloseAndDelete({}, msgBox), answer == kMsgAnswerYes);

@@ -9,14 +9,13 @@ namespace {
 
 TEST(Removal, AsksAndTakesOnlyYesForIt) {
   const struct {
-    int answer;
+    MsgAnswer answer;
     bool removes;
-  } cases[] = {
-      {kMsgAnswerYes, true}, {kMsgAnswerNo, false}, {0, false} /* the box was torn down */};
+  } cases[] = {{kMsgAnswerYes, true}, {kMsgAnswerNo, false}, {MsgAnswer::None, false}};
   for (const auto& [answer, removes] : cases) {
     FakeMsgBox box;
     box.answers = {answer};
-    EXPECT_EQ(confirmRemoval(Settings{}, box, 3), removes) << answer;
+    EXPECT_EQ(confirmRemoval(Settings{}, box, 3), removes);
     ASSERT_EQ(box.shown.size(), 1U);
     EXPECT_EQ(box.shown[0].text, L"Remove Selected Containers?\r\n\r\n3 Container(s) Selected");
     EXPECT_EQ(box.shown[0].caption, L"Remove Containers");

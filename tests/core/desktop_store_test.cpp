@@ -47,10 +47,10 @@ struct Session {
   Document document;
   LoadReport report;
 
-  explicit Session(MemoryFiles& files, std::vector<int> answers = {})
+  explicit Session(MemoryFiles& files, std::vector<MsgAnswer> answers = {})
       : store(files, codec, msgBox, kFolder) {
     msgBox.answers = std::move(answers);
-    report = store.LoadSettings(document);
+    report = store.LoadSettings(document).value_or(LoadReport{});
   }
   std::string state() const { return stateOf(document); }
 };
@@ -262,6 +262,11 @@ TEST(DesktopStore, AsksAboutARecoveryCopy) {
   EXPECT_EQ(no.msgBox.shown, question);
   EXPECT_EQ(no.document.settings.wallpaper, L"saved");
   EXPECT_FALSE(files.contents.contains(at(L"\\Varnowick.REC")));
+
+  files = disk;
+  Session left(files, {MsgAnswer::None});
+  left.store.SaveDesktop(left.document, false);
+  EXPECT_EQ(files.contents, disk.contents);
 
   for (const bool settingsFileExists : {true, false}) {
     files = disk;

@@ -17,12 +17,12 @@ class FakeMsgBox : public MsgBox {
     bool operator==(const Shown&) const = default;
   };
   std::vector<Shown> shown;
-  std::vector<int> answers;
+  std::vector<MsgAnswer> answers;
 
-  int show(const std::wstring& text, unsigned style, const std::wstring& caption) override {
+  MsgAnswer show(const std::wstring& text, unsigned style, const std::wstring& caption) override {
     shown.push_back({text, style, caption});
     if (answers.empty()) return kMsgAnswerYes;
-    const int answer = answers.front();
+    const MsgAnswer answer = answers.front();
     answers.erase(answers.begin());
     return answer;
   }

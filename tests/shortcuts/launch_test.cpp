@@ -72,14 +72,14 @@ TEST(Launch, SuppressFlagBelongsToTheMainWindow) {
             LaunchOutcome::Started);
 }
 
-TEST(Launch, OnlyNoDeclinesTheConfirmation) {
-  for (const int answer : {kMsgAnswerYes, kMsgAnswerNo, 0}) {
+TEST(Launch, OnlyYesConfirms) {
+  for (const MsgAnswer answer : {kMsgAnswerYes, kMsgAnswerNo, MsgAnswer::None}) {
     LaunchWorld w;
     w.msgBox.answers = {answer};
     clsShortcut s = shortcut(L"Tool", L"C:\\t.exe");
     s.Confirm = true;
     const bool started = LaunchShortcut(w.platform, w.host, s).outcome == LaunchOutcome::Started;
-    EXPECT_EQ(started, answer != kMsgAnswerNo);
+    EXPECT_EQ(started, answer == kMsgAnswerYes);
     EXPECT_THAT(w.msgBox.shown, ElementsAre(Shown{L"Start Tool?", 4 | 48, L"Launch Confirmation"}));
     EXPECT_THAT(w.sound.played, SizeIs(1));
     EXPECT_EQ(w.host.preLaunches, started ? 1 : 0);

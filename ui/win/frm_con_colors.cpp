@@ -149,8 +149,8 @@ void frmConColors::shade(bool back, bool lighten) {
 
 void frmConColors::confirm() {
   if (subject_.severalSelected)
-    toAll_ = msgBox_.show(L"Apply colors to all selected containers?", kMsgYesNo | kMsgQuestion,
-                          kProgramTitle) != kMsgAnswerNo;
+    toAll_ =
+        msgBox_.saysYes(L"Apply colors to all selected containers?", kMsgQuestion, kProgramTitle);
   end(IDOK);
 }
 
@@ -169,8 +169,8 @@ void frmConColors::command(int id) {
       return shade(id == kDarkerBack, false);
     case kReset:
       // The spelling is deliberate: it is the one that users know.
-      if (msgBox_.show(L"Reset Container's colors to defualt values?", kMsgYesNo | kMsgQuestion,
-                       kProgramTitle) != kMsgAnswerNo)
+      if (msgBox_.saysYes(L"Reset Container's colors to defualt values?", kMsgQuestion,
+                          kProgramTitle))
         set(std::nullopt);
       return;
     default:

@@ -107,13 +107,15 @@ bool frmMain::open() {
   return true;
 }
 
-void frmMain::load(const Progress& progress) {
+bool frmMain::load(const Progress& progress) {
   firstStart_ = !platform_.files.exists(store_.settingsPath());
   containers_.rules().loadingStarted();
-  store_.LoadSettings(document_, progress);
+  if (!store_.LoadSettings(document_, progress)) return false;
   containers_.rules().loadingEnded();
   applyTagFilters(document_.workspace);
   detached_.detachLoaded(progress);
+  // The session may have ended while a message of the loading was open.
+  return handle() != nullptr;
 }
 
 void frmMain::show() {

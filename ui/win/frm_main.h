@@ -41,8 +41,9 @@ class frmMain final : public Window, private PaneOwner {
 
   // Creates the window, still hidden. False when the system refuses it.
   bool open();
-  // Loads settings and workspace; each text of progress is passed on as well.
-  void load(const Progress& progress);
+  // Loads settings and workspace; each text of progress is passed on as well. False
+  // when the program is to end: the recovery question got no answer.
+  bool load(const Progress& progress);
   // Shows the bar where it was left and begins to load icons.
   void show();
 

@@ -93,8 +93,7 @@ void frmMain::restartWithoutRecentChanges() {
 bool frmMain::mayLeaveFiles() {
   constexpr const wchar_t* kFilesUnderWay =
       L"Files are still being copied, moved or deleted.\r\n\r\nEnd the program all the same?";
-  return !folders_.busy() || platform_.msgBox.show(kFilesUnderWay, kMsgYesNo | kMsgQuestion,
-                                                   kProgramTitle) == kMsgAnswerYes;
+  return !folders_.busy() || platform_.msgBox.saysYes(kFilesUnderWay, kMsgQuestion, kProgramTitle);
 }
 
 void frmMain::exitProgram() {
@@ -109,8 +108,7 @@ void frmMain::endProgram() {
   if (const SaveResult result = save(false); !result) {
     const std::wstring question =
         saveFailureMessage(result) + L"\r\n\r\nEnd the program without saving?";
-    ended_ =
-        platform_.msgBox.show(question, kMsgYesNo | kMsgCritical, kProgramTitle) == kMsgAnswerYes;
+    ended_ = platform_.msgBox.saysYes(question, kMsgCritical, kProgramTitle);
   }
   if (ended_) end();
 }
@@ -118,7 +116,7 @@ void frmMain::endProgram() {
 // There is no time for questions: what cannot be saved now stays recoverable.
 void frmMain::endSession() {
   if (ended_) return;
-  saveFailureTold_ = true;
+  modal_.end();
   pane_.endEditing();
   detached_.endEditing();
   ended_ = true;
@@ -129,6 +127,7 @@ void frmMain::endSession() {
 // A message box that was open returns only after the window is gone; what it was
 // about must not be written any more.
 void frmMain::end() {
+  modal_.end();
   store_.suppressSaving(true);
   detached_.closeAll();
   destroy();

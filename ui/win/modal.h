@@ -1,5 +1,6 @@
 // Whether a dialog, menu or message box of ours is open: while one is, the bar
-// stays where it is and nothing else is started.
+// stays where it is and nothing else is started. Once the program ends nothing is
+// asked any more.
 #pragma once
 
 #include "platform/msg_box.h"
@@ -9,6 +10,10 @@ namespace varnowick {
 class ModalDepth {
  public:
   bool active() const { return depth_ > 0; }
+  // The session is over, or the main window goes: boxes that are open are torn down
+  // and have said nothing, and no further ones come up.
+  void end() { ended_ = true; }
+  bool ended() const { return ended_; }
 
   class Scope {
    public:
@@ -23,15 +28,19 @@ class ModalDepth {
 
  private:
   int depth_ = 0;
+  bool ended_ = false;
 };
 
 // Passes every box on and counts it while it is open.
 class ModalMsgBox : public MsgBox {
  public:
   ModalMsgBox(MsgBox& inner, ModalDepth& depth) : inner_(inner), depth_(depth) {}
-  int show(const std::wstring& text, unsigned style, const std::wstring& caption) override {
+  MsgAnswer show(const std::wstring& text, unsigned style, const std::wstring& caption) override {
+    if (depth_.ended()) return MsgAnswer::None;
     const ModalDepth::Scope scope(depth_);
-    return inner_.show(text, style, caption);
+    const MsgAnswer answer = inner_.show(text, style, caption);
+    // What the system answers for a box that goes with its window is not to be relied on.
+    return depth_.ended() ? MsgAnswer::None : answer;
   }
 
  private:

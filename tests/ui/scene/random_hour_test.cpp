@@ -29,7 +29,7 @@ std::vector<std::string> shownAfterRestart(const Document& document, const Frame
   EXPECT_TRUE(before.SaveDesktop(document, false));
   DesktopStore after(files, codec, msgBox, L"C:\\Data");
   Document loaded;
-  EXPECT_TRUE(after.LoadSettings(loaded).empty());
+  EXPECT_TRUE(after.LoadSettings(loaded)->empty());
   EXPECT_TRUE(msgBox.shown.empty());
   applyTagFilters(loaded.workspace);
   FakeTextMeasure measure;

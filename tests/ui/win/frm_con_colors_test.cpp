@@ -86,7 +86,7 @@ TEST_F(ConColorsTest, ResetsAfterAQuestion) {
 
 TEST_F(ConColorsTest, AsksBeforeItGoesToAllSelected) {
   subject_.severalSelected = true;
-  for (const int answer : {kMsgAnswerYes, kMsgAnswerNo}) {
+  for (const MsgAnswer answer : {kMsgAnswerYes, kMsgAnswerNo, MsgAnswer::None}) {
     box_.shown.clear();
     box_.answers = {answer};
     const auto choice = show([](HWND dialog) { clickIn(dialog, IDOK); });
