@@ -135,7 +135,8 @@ void readShortcut(FileReading& in, std::size_t rows, Panel panel, Workspace& wor
 
   const std::size_t limit = panel.isMain() ? kMaxShortcutsOnMainPanel : kMaxShortcutsInContainer;
   if (count >= limit) {
-    in.problem(L"There are more shortcuts than one panel can hold.");
+    in.problem(L"There are more than " + std::to_wstring(limit) +
+               L" shortcuts, which is as many as fit here. The rest was not loaded.");
     return workspace.shortcuts.remove(slot);
   }
   ++count;

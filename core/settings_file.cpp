@@ -48,12 +48,18 @@ class SettingsReading {
   void readSetting(std::size_t row) {
     const SettingRow& setting = settingsTable()[row];
     expected_ = row + 1 < settingsTable().size() ? row + 1 : 0;
-    // Nobody looks for a key that is only written. What follows it is a key line
-    // like any other, unless it is the value that is always written there.
     if (setting.writeOnly())
-      in_.lines.nextIs(setting.field.constant);
+      passOverValue();
     else
       readField(setting.field, document_.settings, in_);
+  }
+
+  // Nobody looks for a key that is only written, so its value may be any; a key line
+  // that follows at once is one like any other.
+  void passOverValue() {
+    const LineReader::Mark before = in_.lines.mark();
+    std::string_view value;
+    if (in_.lines.next(value) && trimBlanks(value).starts_with('[')) in_.lines.goBackTo(before);
   }
 
   void readPictureRecord() {

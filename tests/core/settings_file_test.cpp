@@ -129,7 +129,15 @@ TEST(SettingsFile, BadValuesKeepThePreviousOnes) {
 
 TEST(SettingsFile, WriteOnlyKeyTakesNoLineAwayFromOthers) {
   EXPECT_TRUE(Read("106\r\n[Taskbar]\r\n[LOCKED]\r\n1\r\n").document.settings.locked);
-  EXPECT_TRUE(Read("106\r\n[Taskbar]\r\n0\r\n").report.empty());
+}
+
+TEST(SettingsFile, RaisesNoFalseAlarm) {
+  std::string file = render(referenceDocument());
+  file.replace(file.find("[Taskbar]\r\n0"), 12, "[Taskbar]\r\n 1");
+  std::erase(file, '\r');
+  const Read read(file);
+  EXPECT_TRUE(read.report.empty());
+  EXPECT_EQ(render(read.document), render(referenceDocument()));
 }
 
 TEST(SettingsFile, SearchesFormARunOfAtMostTen) {
