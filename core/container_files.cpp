@@ -136,7 +136,8 @@ class ContainerReading {
 
   void readFeed() {
     container().RSS = true;
-    for (std::wstring* text : {&feedAddress_, &container().feedCaption}) {
+    // The caption stands in the pair of the name as well, which comes later.
+    for (std::wstring* text : {&feedAddress_, &container().name}) {
       std::string_view value;
       if (!in_.lines.next(value)) return in_.problem(L"The file ends within the feed's address.");
       if (!in_.lines.decode(trimBlanks(value), *text))
@@ -174,7 +175,7 @@ void writeContainer(const clsContainer& container, const PanelContents& contents
   if (c.RSS) {
     out.line(kFeedKey);
     out.text(c.CopyPath);
-    out.text(c.feedCaption);
+    out.text(c.name);
     c.CopyPath.clear();
   } else {
     out.line(kContainerKey);

@@ -91,8 +91,7 @@ struct clsContainer {
   Reminder reminder;
   int RSSListIndex = -1;
 
-  std::wstring name;         // caption of ContainerLabel
-  std::wstring feedCaption;  // the text beside the feed's address in its file
+  std::wstring name;  // caption of ContainerLabel
   Colour backColor{};
   Colour foreColor{};
   std::wstring note;  // lines joined by CR LF

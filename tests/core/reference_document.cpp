@@ -88,7 +88,6 @@ Document referenceDocument() {
   feed.name = L"News";
   feed.RSS = true;
   feed.CopyPath = L"http://example.org/feed";
-  feed.feedCaption = L"Example";
   feed.folded = true;
   feed.savedRect = {{10}, {20}, {4000}, {3000}};
   feed.rect = {{10}, {20}, {4000}, kTitleStripHeight};
