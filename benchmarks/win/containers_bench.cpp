@@ -9,14 +9,14 @@
 #include "tests/e2e/harness/program_folder.h"
 #include "tests/e2e/harness/running_program.h"
 #include "ui/scene/scene.h"
+#include "ui/win/messages.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick::e2e {
 namespace {
 
 constexpr int kRounds = 20;
-constexpr DWORD kSaved = 1500;           // ms: the save that follows is not what is measured
-constexpr UINT kMsgAction = WM_APP + 2;  // of a pane: a node's default action
+constexpr DWORD kSaved = 1500;  // ms: the save that follows is not what is measured
 
 void measure(Events& events, const Bar& bar, const std::optional<HostProcess>& host,
              ControlKind button, const std::string& name) {

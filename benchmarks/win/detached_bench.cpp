@@ -10,6 +10,7 @@
 #include "tests/e2e/harness/program_folder.h"
 #include "tests/e2e/harness/running_program.h"
 #include "ui/scene/scene.h"
+#include "ui/win/messages.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick::e2e {
@@ -18,8 +19,7 @@ namespace {
 constexpr int kContainers = 20;
 constexpr int kShortcuts = 20;  // in each
 constexpr int kRounds = 1000;
-constexpr double kNoticed = 100;         // ms: what takes longer is felt as waiting
-constexpr UINT kMsgAction = WM_APP + 2;  // of a pane: a node's default action
+constexpr double kNoticed = 100;  // ms: what takes longer is felt as waiting
 constexpr const wchar_t* kClass = L"VarnowickContainer";
 
 DataFiles workspace() {

@@ -12,6 +12,7 @@
 #include "tests/e2e/harness/running_program.h"
 #include "tests/e2e/harness/waiting.h"
 #include "ui/scene/scene.h"
+#include "ui/win/messages.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick::e2e {
@@ -19,8 +20,7 @@ namespace {
 
 constexpr int kEntries = 20'000;
 constexpr int kRounds = 5;
-constexpr double kNoticed = 100;         // ms: what a user takes for at once
-constexpr UINT kMsgAction = WM_APP + 2;  // of a pane: a node's default action
+constexpr double kNoticed = 100;  // ms: what a user takes for at once
 
 struct Figures {
   double longest = 0;  // without an answer

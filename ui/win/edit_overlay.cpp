@@ -1,13 +1,10 @@
 #include "ui/win/edit_overlay.h"
 
 #include "ui/win/dialog.h"
+#include "ui/win/messages.h"
 
 namespace varnowick {
 namespace {
-
-// The focus has gone elsewhere. Posted, because what follows may ask the user, and
-// must not do so while the system is still passing the focus on.
-constexpr UINT kMsgFocusGone = WM_USER + 1;
 
 COLORREF colourOf(Colour colour) { return static_cast<COLORREF>(colour.bgr); }
 
@@ -181,7 +178,7 @@ LRESULT EditOverlay::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONUP:
     case WM_CONTEXTMENU:
       return 0;  // the scene behind is not meant
-    case kMsgFocusGone:
+    case kMsgEditFocusGone:
       if (active_ && !hasFocus()) accept();
       return 0;
     case WM_NCDESTROY:
@@ -215,7 +212,9 @@ LRESULT EditOverlay::onControl(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
     }
     case WM_KILLFOCUS:
-      if (active_) PostMessageW(handle(), kMsgFocusGone, 0, 0);
+      // Posted, because what follows may ask the user, and must not do so while the
+      // system is still passing the focus on.
+      if (active_) PostMessageW(handle(), kMsgEditFocusGone, 0, 0);
       break;
     default:
       break;

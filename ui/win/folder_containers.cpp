@@ -11,14 +11,12 @@
 #include "shortcuts/selection.h"
 #include "ui/scene/folder_rows.h"
 #include "ui/win/accessible.h"
+#include "ui/win/messages.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick {
 namespace {
 
-constexpr UINT kMsgNews = WM_APP + 1;
-constexpr UINT kMsgDone = WM_APP + 2;
-constexpr UINT kMsgTell = WM_APP + 3;
 // A dialog is open: messages are tried again then.
 constexpr UINT_PTR kTellTimer = 1;
 constexpr UINT kTellMilliseconds = 500;
@@ -38,24 +36,24 @@ bool FolderContainers::start() {
   options.style = WS_POPUP;  // never shown
   options.exStyle = WS_EX_TOOLWINDOW;
   if (handle() == nullptr && !create(options)) return false;
-  source_ = std::make_unique<Win32FolderSource>(handle(), kMsgNews, &sortEntries);
-  operations_ = std::make_unique<Win32FileOperations>(handle(), kMsgDone);
+  source_ = std::make_unique<Win32FolderSource>(handle(), kMsgFolderNews, &sortEntries);
+  operations_ = std::make_unique<Win32FileOperations>(handle(), kMsgFilesHandled);
   return true;
 }
 
 LRESULT FolderContainers::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case kMsgNews:
+    case kMsgFolderNews:
       takeNews();
       return 0;
-    case kMsgDone:
+    case kMsgFilesHandled:
       for (const FileOperationResult& result : operations_->take()) say(failureMessage(result));
       return 0;
     case WM_TIMER:
       KillTimer(handle(), kTellTimer);
       tellWaiting();
       return 0;
-    case kMsgTell:
+    case kMsgFolderTell:
       tellWaiting();
       return 0;
     default:
@@ -156,7 +154,7 @@ void FolderContainers::takeNews() {
 void FolderContainers::say(std::wstring message) {
   if (message.empty() || handle() == nullptr) return;
   messages_.push_back(std::move(message));
-  PostMessageW(handle(), kMsgTell, 0, 0);
+  PostMessageW(handle(), kMsgFolderTell, 0, 0);
 }
 
 void FolderContainers::tellWaiting() {

@@ -7,11 +7,11 @@
 
 #include "platform/win32/handles.h"
 #include "ui/win/gdi_canvas.h"
+#include "ui/win/messages.h"
 
 namespace varnowick {
 namespace {
 
-constexpr UINT kMsgAction = WM_APP + 1;
 constexpr Twips kRadius{60};
 constexpr Twips kTextMargin{90};
 // 12 and 11 pixels at the usual density: what the narrow sides of tabs leave.

@@ -22,6 +22,7 @@
 #include "ui/win/docking_driver.h"
 #include "ui/win/folder_containers.h"
 #include "ui/win/frm_add_shortcut.h"
+#include "ui/win/messages.h"
 #include "ui/win/win_events.h"
 #include "ui/win/window.h"
 #include "ui/win/workspace_pane.h"
@@ -29,10 +30,6 @@
 namespace varnowick {
 
 inline constexpr const wchar_t* kMainWindowClass = L"VarnowickMain";
-
-// The main window's own message, beside those of its pane.
-inline constexpr UINT kMsgImages = WM_APP + 1;  // the image store has results
-inline constexpr UINT kMsgSweep = WM_APP + 4;   // windows that were closed can be freed
 
 class frmMain final : public Window, private PaneOwner {
  public:
@@ -44,8 +41,10 @@ class frmMain final : public Window, private PaneOwner {
   // Loads settings and workspace; each text of progress is passed on as well. False
   // when the program is to end: the recovery question got no answer.
   bool load(const Progress& progress);
-  // Shows the bar where it was left and begins to load icons.
+  // Shows the bar where it was left.
   void show();
+  // Tells what could not be read, and begins to load icons.
+  void begin();
 
  protected:
   LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

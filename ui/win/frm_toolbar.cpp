@@ -3,11 +3,10 @@
 #include <windowsx.h>
 
 #include "sidebar/toolbar_place.h"
+#include "ui/win/messages.h"
 
 namespace varnowick {
 namespace {
-
-constexpr UINT kMsgAction = WM_APP + 1;
 
 POINT pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
 

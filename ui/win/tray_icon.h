@@ -9,6 +9,7 @@
 
 #include "platform/win32/handles.h"
 #include "sidebar/tray_events.h"
+#include "ui/win/messages.h"
 #include "ui/win/window.h"
 
 namespace varnowick {
@@ -33,7 +34,7 @@ class TrayIcon final : public Window {
   // switched off, it is there as long as the balloon. False when it was refused.
   bool balloon(const std::wstring& title, const std::wstring& text, bool warning = false);
 
-  static constexpr UINT kMessage = WM_APP + 1;  // of the icon, to its own window
+  static constexpr UINT kMessage = kMsgTrayIcon;  // of the icon, to its own window
   static constexpr UINT kIconId = 1;
 
  protected:

@@ -20,16 +20,13 @@
 #include "ui/win/drag_trail.h"
 #include "ui/win/drop_target.h"
 #include "ui/win/in_place_edit.h"
+#include "ui/win/messages.h"
 #include "ui/win/note_edit.h"
 #include "ui/win/popup_menu.h"
 #include "ui/win/scene_accessible.h"
 #include "ui/win/scene_view.h"
 
 namespace varnowick {
-
-// The messages that a pane posts to its window.
-inline constexpr UINT kMsgAction = WM_APP + 2;   // a default action, see SceneAccessible
-inline constexpr UINT kMsgDropped = WM_APP + 3;  // a drop waits to be taken in
 
 inline constexpr int kOwnRows = 30'000;
 

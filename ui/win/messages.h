@@ -1,0 +1,21 @@
+// The numbers of the program's own messages. No two windows of it read one number
+// differently, so that a message that comes late to a reused handle does no harm.
+// What crosses processes is registered instead: see InstanceGuard::message().
+#pragma once
+
+#include <windows.h>
+
+namespace varnowick {
+
+inline constexpr UINT kMsgImages = WM_APP + 1;          // the image store has results
+inline constexpr UINT kMsgAction = WM_APP + 2;          // a default action, see SceneAccessible
+inline constexpr UINT kMsgDropped = WM_APP + 3;         // a drop waits to be taken in
+inline constexpr UINT kMsgSweep = WM_APP + 4;           // windows that were closed can be freed
+inline constexpr UINT kMsgFlushed = WM_APP + 5;         // the files of a save are on the disk
+inline constexpr UINT kMsgFolderNews = WM_APP + 6;      // a folder that is shown has changed
+inline constexpr UINT kMsgFilesHandled = WM_APP + 7;    // a file operation has ended
+inline constexpr UINT kMsgFolderTell = WM_APP + 8;      // a failed one is to be told
+inline constexpr UINT kMsgTrayIcon = WM_APP + 9;        // of the shell, about the tray icon
+inline constexpr UINT kMsgEditFocusGone = WM_APP + 10;  // a text being edited has lost the focus
+
+}  // namespace varnowick
