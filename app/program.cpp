@@ -8,6 +8,7 @@
 #include "platform/win32/instance_guard.h"
 #include "platform/win32/win32_clock.h"
 #include "platform/win32/win32_files.h"
+#include "platform/win32/win32_flusher.h"
 #include "platform/win32/win32_msg_box.h"
 #include "platform/win32/win32_screen.h"
 #include "platform/win32/win32_shell.h"
@@ -16,6 +17,7 @@
 #include "platform/win32/win32_text_codec.h"
 #include "ui/win/frm_main.h"
 #include "ui/win/frm_splash.h"
+#include "ui/win/messages.h"
 #include "ui/win/modal.h"
 
 namespace varnowick {
@@ -70,7 +72,9 @@ int Main() {
     return 0;
   }
 
-  DesktopStore store(files, codec, msgBox, start.dataFolder);
+  Win32Flusher flusher;
+  DesktopStore store({files, flusher, [](unsigned milliseconds) { Sleep(milliseconds); }}, codec,
+                     msgBox, start.dataFolder);
   frmSplash splash;
   frmMain main(platform, store, modal);
   splash.open();
@@ -80,9 +84,11 @@ int Main() {
     return OwnerWindow{reinterpret_cast<std::uintptr_t>(owner)};
   });
   guard.announceWindow(main.handle());
+  flusher.notify(main.handle(), kMsgFlushed);
   if (!main.load([&](const std::wstring& text) { splash.progress(text); })) return 0;
   main.show();
   splash.close();
+  main.begin();
   return runMessageLoop();
 }
 

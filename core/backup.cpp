@@ -20,9 +20,10 @@ class BackingUp {
   BackingUp(Files& files, std::wstring folder) : files_(files), folder_(std::move(folder)) {}
 
   // Empty name when there is a copy already or nothing to copy.
-  FileStatus keep(const std::wstring& path, std::wstring& newName) {
+  FileStatus keep(const std::wstring& path, std::wstring& newName, std::wstring& failed) {
     const FileBytes source = files_.read(path);
     if (source.status.kind == FileStatus::Kind::NotFound) return {};
+    failed = folder_;
     if (FileStatus made = files_.createFolder(folder_); !made) return made;
     const std::wstring name = path.substr(path.rfind(L'\\') + 1);
     for (int number = 1; number <= kMostCopies; ++number) {
@@ -32,6 +33,7 @@ class BackingUp {
       if (present.status && source.status && present.bytes == source.bytes) return {};
       if (present.status.kind != FileStatus::Kind::NotFound) continue;
       newName = candidate;
+      failed = source.status ? target : path;
       return source.status ? files_.write(target, source.bytes) : files_.rename(path, target);
     }
     return {FileStatus::Kind::Other, L"There are too many copies of " + name + L" already."};
@@ -52,11 +54,8 @@ BackupResult backUpFiles(Files& files, const std::wstring& dataFolder,
   BackupResult result;
   for (const std::wstring& path : paths) {
     std::wstring newName;
-    result.status = backup.keep(path, newName);
-    if (!result.status) {
-      result.failedFile = path;
-      return result;
-    }
+    result.status = backup.keep(path, newName, result.failedFile);
+    if (!result.status) return result;
     if (!newName.empty()) result.written.push_back(std::move(newName));
   }
   return result;

@@ -11,7 +11,7 @@ namespace varnowick {
 
 struct BackupResult {
   FileStatus status;                  // of the first file that could not be kept
-  std::wstring failedFile;            // its full path
+  std::wstring failedFile;            // the full path of what could not be made
   std::vector<std::wstring> written;  // names of new copies, without the folder
 };
 

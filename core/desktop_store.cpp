@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "core/backup.h"
 #include "core/container_files.h"
@@ -11,14 +12,10 @@
 namespace varnowick {
 namespace {
 
-constexpr const wchar_t* kNewJournalSuffix = L".new";
-
 constexpr std::uint64_t kMostBytesToReserveFor = 16U << 20U;
 constexpr std::uint64_t kBytesOfAShortcut = 270;  // about what one takes in a file
 
-SaveResult failed(const std::wstring& file, const FileStatus& status) {
-  return {SaveResult::Outcome::Failed, file, status.reason};
-}
+constexpr unsigned kFlushPatience = 10'000;  // ms, for the whole of a save
 
 // For trying out a file without asking anything.
 class NoMsgBox : public MsgBox {
@@ -26,12 +23,28 @@ class NoMsgBox : public MsgBox {
   MsgAnswer show(const std::wstring&, unsigned, const std::wstring&) override { return {}; }
 };
 
-bool equalsIgnoringCase(std::wstring_view a, std::wstring_view b) {
-  const auto lower = [](wchar_t c) {
-    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-  };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [&](wchar_t x, wchar_t y) { return lower(x) == lower(y); });
+// What could not be read, in words: the first problem of each file, as far as a box
+// can show them.
+std::wstring damageMessage(const LoadReport& report) {
+  constexpr std::size_t kMostFiles = 12;
+  std::wstring text = L"Some files could not be read completely:";
+  std::wstring last;
+  std::size_t files = 0;
+  for (const LoadProblem& problem : report.problems()) {
+    if (problem.file == last) continue;
+    last = problem.file;
+    if (++files > kMostFiles) return text + L"\r\n...";
+    text += L"\r\n\r\n" + problem.file.substr(problem.file.rfind(L'\\') + 1);
+    if (problem.line != 0) text += L", line " + std::to_wstring(problem.line);
+    text += L": " + problem.what;
+  }
+  return text;
+}
+
+std::wstring linesOf(const std::vector<std::wstring>& names) {
+  std::wstring lines;
+  for (const std::wstring& name : names) lines += L"\r\n" + name;
+  return lines;
 }
 
 }  // namespace
@@ -46,12 +59,14 @@ std::wstring saveFailureMessage(const SaveResult& result) {
   return L"The workspace could not be saved.\r\n\r\n" + result.file + L"\r\n" + result.reason;
 }
 
-DesktopStore::DesktopStore(Files& files, TextCodec& codec, MsgBox& msgBox, std::wstring dataFolder)
-    : files_(files), codec_(codec), msgBox_(msgBox), dataFolder_(std::move(dataFolder)) {}
-
-std::wstring DesktopStore::containerPath(std::size_t number) const {
-  return containersFolder() + L"\\" + std::to_wstring(number) + L".con";
-}
+DesktopStore::DesktopStore(StoreDisk disk, TextCodec& codec, MsgBox& msgBox,
+                           std::wstring dataFolder)
+    : files_(disk.files, std::move(disk.pause), dataFolder),
+      flusher_(disk.flusher),
+      codec_(codec),
+      msgBox_(msgBox),
+      state_(files_, dataFolder),
+      journals_(files_, dataFolder) {}
 
 void DesktopStore::tell(const std::wstring& what, const std::wstring& file,
                         const std::wstring& reason) {
@@ -62,6 +77,7 @@ void DesktopStore::tell(const std::wstring& what, const std::wstring& file,
 
 std::optional<LoadReport> DesktopStore::LoadSettings(Document& document, const Progress& progress) {
   loading_ = true;
+  files_.renewPatience();
   document.workspace = {};
   document.settings.recentSearches.clear();
   setBuiltInSettings(document.settings);
@@ -76,35 +92,43 @@ std::optional<LoadReport> DesktopStore::LoadSettings(Document& document, const P
     readFromDisk(*mainPath, loading);
   }
 
-  const std::vector<std::wstring>& partly = loading.report.filesNotReadWhole();
-  toBackUp_.insert(toBackUp_.end(), partly.begin(), partly.end());
+  copyDamaged(loading.report);
   loading_ = false;
   return std::move(loading.report);
 }
 
 std::optional<SavedState> DesktopStore::finishLastSave() {
-  files_.remove(journalPath() + kNewJournalSuffix);
-  const FileBytes journal = files_.read(journalPath());
-  if (journal.status.kind == FileStatus::Kind::NotFound) return std::nullopt;
-  if (!journal.status) {
-    // It may be all that is left of the last save, so no save may replace it.
-    toBackUp_.push_back(journalPath());
-    tell(L"The record of the last save could not be read.", journalPath(), journal.status.reason);
+  files_.removeDiscarded();
+  std::optional<SavedState> state = journals_.read();
+  // They may be all that is left of the last save, so no save may replace them.
+  for (const JournalPlaces::Unreadable& journal : journals_.unreadable())
+    toBackUp_.push_back(journal.path);
+  if (!journals_.unreadable().empty())
+    tell(L"The record of the last save could not be read.", journals_.unreadable().front().path,
+         journals_.unreadable().front().reason);
+  if (!state) {
+    // Those that are cut off were never acted on: the files are as they were before.
+    journals_.drop();
     return std::nullopt;
   }
-  std::optional<SavedState> state = parseJournal(journal.bytes);
-  if (state) {
-    if (const SaveResult result = carryOut(*state); !result) {
-      tell(
-          L"The last save was cut off and could not be finished. It will be tried again with the "
-          L"next save.",
-          result.file, result.reason);
-      return state;
-    }
+  if (const SaveResult result = replay(*state); !result) {
+    tell(
+        L"The last save was cut off and could not be finished. It will be tried again with the "
+        L"next save.",
+        result.file, result.reason);
+    return state;
   }
-  // One that is cut off was never acted on: the files are as they were before.
-  files_.remove(journalPath());
+  // Else it would undo what the recovery question decides.
+  finish(kFlushPatience);
   return std::nullopt;
+}
+
+// The journal may be older than it seems: one that could not be removed, beside files
+// that came from elsewhere meanwhile. So whatever differs from it is kept.
+SaveResult DesktopStore::replay(const SavedState& state) {
+  const BackupResult kept = backUpFiles(files_, dataFolder(), state_.otherThan(state));
+  if (!kept.status) return saveFailed(kept.failedFile, kept.status);
+  return carryOut(state);
 }
 
 std::optional<std::wstring> DesktopStore::settleRecovery() {
@@ -117,7 +141,7 @@ std::optional<std::wstring> DesktopStore::settleRecovery() {
       kMsgYesNo | kMsgExclamation | kMsgSystemModal, L"Varnowick - Recover Last Session");
   if (answer == MsgAnswer::None) return std::nullopt;
   if (answer == kMsgAnswerNo)
-    files_.remove(recoveryPath());
+    files_.discard(recoveryPath());
   else
     adoptRecovery(mainPath);
   return mainPath;
@@ -140,7 +164,7 @@ bool DesktopStore::adoptRecovery(std::wstring& mainPath) {
   FileStatus status;
   if (!report.empty()) {
     // A damaged copy must not be the end of a sound settings file.
-    BackupResult kept = backUpFiles(files_, dataFolder_, {settingsPath()});
+    BackupResult kept = backUpFiles(files_, dataFolder(), {settingsPath()});
     newBackups_.insert(newBackups_.end(), kept.written.begin(), kept.written.end());
     status = kept.status;
   }
@@ -162,11 +186,13 @@ bool isListed(const std::vector<FileInfo>& folder, const std::wstring& path) {
 
 void DesktopStore::readFromDisk(const std::wstring& mainPath, Loading& loading) {
   const FileBytes mainFile = files_.read(mainPath);
-  if (mainFile.status)
+  if (mainFile.status) {
+    state_.ownMainFile(mainPath == recoveryPath());
     readSettingsFile(mainFile.bytes, mainPath, codec_, msgBox_, loading.progress, loading.document,
                      loading.report);
-  else if (mainFile.status.kind != FileStatus::Kind::NotFound)
+  } else if (mainFile.status.kind != FileStatus::Kind::NotFound) {
     loading.report.add(mainPath, 0, L"The file cannot be read. " + mainFile.status.reason);
+  }
 
   const std::vector<FileInfo> inFolder = files_.list(containersFolder(), L".con");
   std::uint64_t bytes = 0;
@@ -175,9 +201,9 @@ void DesktopStore::readFromDisk(const std::wstring& mainPath, Loading& loading) 
   loading.document.workspace.shortcuts.reserve(
       static_cast<std::size_t>(std::min(bytes, kMostBytesToReserveFor) / kBytesOfAShortcut));
 
-  ownContainerFiles_ = 0;
-  for (;; ++ownContainerFiles_) {
-    const std::wstring path = containerPath(ownContainerFiles_);
+  std::size_t number = 0;
+  for (;; ++number) {
+    const std::wstring path = containerPath(number);
     const FileBytes file = files_.read(path);
     if (file.status.kind == FileStatus::Kind::NotFound) break;
     if (file.status)
@@ -188,7 +214,8 @@ void DesktopStore::readFromDisk(const std::wstring& mainPath, Loading& loading) 
     // A drive that has gone answers like this for every number there is.
     if (!file.status && !isListed(inFolder, path)) break;
   }
-  for (const std::wstring& stranger : strangersAmong(inFolder))
+  state_.ownContainerFiles(number);
+  for (const std::wstring& stranger : state_.strangersAmong(inFolder))
     loading.report.add(stranger, 0,
                        L"The file is not read, because a number before it is missing.");
 }
@@ -200,31 +227,38 @@ void DesktopStore::readFromState(const SavedState& state, Loading& loading) {
     readContainerFile(state.containers[i], containerPath(i), codec_, loading.progress,
                       loading.document.workspace, loading.report);
   // How far the cut-off save came is not known; what it left is in the journal.
-  ownContainerFiles_ = state.containers.size();
+  state_.ownMainFile(state.recovery);
+  state_.ownContainerFiles(state.containers.size());
+}
+
+// What can be read is copied at once; what cannot has to wait for the next save,
+// because it would have to be moved.
+void DesktopStore::copyDamaged(const LoadReport& report) {
+  std::vector<std::wstring> readable;
+  for (const std::wstring& path : report.filesNotReadWhole())
+    (files_.read(path).status ? readable : toBackUp_).push_back(path);
+  const BackupResult kept = backUpFiles(files_, dataFolder(), readable);
+  if (!kept.status) toBackUp_.insert(toBackUp_.end(), readable.begin(), readable.end());
+  newBackups_.insert(newBackups_.end(), kept.written.begin(), kept.written.end());
+  if (report.empty()) return;
+  damage_ = damageMessage(report);
+  if (!kept.status)
+    damage_ += L"\r\n\r\nThey could not be copied yet:\r\n" + kept.failedFile + L"\r\n" +
+               kept.status.reason;
+}
+
+void DesktopStore::tellOfDamage() {
+  if (damage_.empty()) return tellOfBackups();
+  std::wstring text = std::exchange(damage_, {});
+  if (!newBackups_.empty())
+    text += L"\r\n\r\nCopies were put into " + backupFolder(dataFolder()) +
+            L", so that nothing is lost:" + linesOf(std::exchange(newBackups_, {}));
+  else if (!toBackUp_.empty())
+    text += L"\r\n\r\nNothing will be saved before they have been copied.";
+  msgBox_.show(text, kMsgExclamation, kProgramTitle);
 }
 
 // ---- Saving
-
-bool DesktopStore::isOwnContainerFile(std::wstring_view name) const {
-  std::size_t number = 0;
-  std::size_t digits = 0;
-  for (; digits < name.size() && digits < 9 && name[digits] >= L'0' && name[digits] <= L'9';
-       ++digits)
-    number = number * 10 + static_cast<std::size_t>(name[digits] - L'0');
-  return digits > 0 && number < ownContainerFiles_ &&
-         equalsIgnoringCase(name, std::to_wstring(number) + L".con");
-}
-
-// Container files that the next save would delete although nobody has read them.
-std::vector<std::wstring> DesktopStore::strangersAmong(
-    const std::vector<FileInfo>& inFolder) const {
-  std::vector<std::wstring> paths;
-  for (const FileInfo& info : inFolder)
-    if (!info.isFolder && !isOwnContainerFile(info.name))
-      paths.push_back(containersFolder() + L"\\" + info.name);
-  std::sort(paths.begin(), paths.end());
-  return paths;
-}
 
 SaveResult DesktopStore::SaveDesktop(const Document& document, bool recovery) {
   if (savingSuppressed()) return {SaveResult::Outcome::Suppressed, {}, {}};
@@ -234,84 +268,84 @@ SaveResult DesktopStore::SaveDesktop(const Document& document, bool recovery) {
   state.mainFile = renderSettingsFile(document.settings, contents.of(picBack), codec_);
   state.containers = renderContainerFiles(document.workspace, contents, codec_);
 
-  if (!files_.exists(dataFolder_))
-    if (const FileStatus status = files_.createFolder(dataFolder_); !status)
-      return failed(dataFolder_, status);
-  if (SaveResult result = backUpWhatIsAtRisk(); !result) return result;
+  files_.renewPatience();
+  if (!files_.exists(dataFolder()))
+    if (const FileStatus status = files_.createFolder(dataFolder()); !status)
+      return saveFailed(dataFolder(), status);
+  if (SaveResult result = backUpWhatIsAtRisk(recovery); !result) return result;
   if (SaveResult result = writeJournal(state); !result) return result;
-  // From here on the files may be in any state until all of this is done; the
-  // journal stays until then.
   if (SaveResult result = carryOut(state); !result) return result;
-  files_.remove(journalPath());
   tellOfBackups();
   return {};
 }
 
-SaveResult DesktopStore::backUpWhatIsAtRisk() {
-  for (std::wstring& stranger : strangersAmong(files_.list(containersFolder(), L".con")))
+SaveResult DesktopStore::backUpWhatIsAtRisk(bool recovery) {
+  for (std::wstring& stranger : state_.strangers(recovery))
     if (std::find(toBackUp_.begin(), toBackUp_.end(), stranger) == toBackUp_.end())
       toBackUp_.push_back(std::move(stranger));
   if (toBackUp_.empty()) return {};
-  const BackupResult kept = backUpFiles(files_, dataFolder_, toBackUp_);
+  const BackupResult kept = backUpFiles(files_, dataFolder(), toBackUp_);
   newBackups_.insert(newBackups_.end(), kept.written.begin(), kept.written.end());
-  if (!kept.status) return failed(kept.failedFile, kept.status);
+  if (!kept.status) return saveFailed(kept.failedFile, kept.status);
   toBackUp_.clear();
   return {};
 }
 
 SaveResult DesktopStore::writeJournal(const SavedState& state) {
-  const std::string journal = renderJournal(state);
-  const std::wstring path = journalPath();
-  // A journal that is still there belongs to a save that came half-way. It may
-  // only go when the new one is whole.
-  const bool replacing = files_.exists(path);
-  const std::wstring target = replacing ? path + kNewJournalSuffix : path;
-  FileStatus status = files_.write(target, journal);
-  if (status && replacing) status = files_.rename(target, path);
-  if (status) return {};
-  files_.remove(target);
-  return failed(target, status);
+  // What the flusher still does is about a state that is not the newest any more.
+  flushing_ = false;
+  std::wstring failedPath;
+  FileStatus status = journals_.discardUnreadable(failedPath);
+  if (status) status = journals_.write(state, failedPath);
+  return status ? SaveResult{} : saveFailed(failedPath, status);
 }
 
-// The fixed order of writing. It can be carried out again at any time.
+// From here on the files may be in any state until all of this is done and flushed;
+// the journal stays until then.
 SaveResult DesktopStore::carryOut(const SavedState& state) {
-  const auto check = [](const std::wstring& file, const FileStatus& status) {
-    return status ? SaveResult{} : failed(file, status);
-  };
-  if (!state.recovery)
-    if (SaveResult result = check(recoveryPath(), files_.remove(recoveryPath())); !result)
-      return result;
-  const std::wstring mainPath = state.recovery ? recoveryPath() : settingsPath();
-  if (SaveResult result = check(mainPath, files_.write(mainPath, state.mainFile)); !result)
-    return result;
+  flushing_ = false;
+  SaveResult result = state_.carryOut(state);
+  if (!result) return result;
+  flusher_.begin(state_.pathsOf(state));
+  flushing_ = true;
+  return result;
+}
 
-  const std::wstring folder = containersFolder();
-  if (SaveResult result = check(folder, files_.createFolder(folder)); !result) return result;
-  ownContainerFiles_ = std::max(ownContainerFiles_, state.containers.size());
-  for (const FileInfo& info : files_.list(folder, L".con")) {
-    const std::wstring path = folder + L"\\" + info.name;
-    if (info.isFolder) continue;
-    if (SaveResult result = check(path, files_.remove(path)); !result) return result;
-  }
-  for (std::size_t i = 0; i < state.containers.size(); ++i) {
-    const std::wstring path = containerPath(i);
-    if (SaveResult result = check(path, files_.write(path, state.containers[i])); !result)
-      return result;
-  }
-  ownContainerFiles_ = state.containers.size();
+void DesktopStore::flushed() {
+  if (!flushing_) return;
+  const std::optional<FileStatus> status = flusher_.result();
+  if (!status) return;
+  flushing_ = false;
+  // A journal that cannot go says what the files say, and goes with a later one.
+  files_.losePatience();
+  if (*status) journals_.drop();
+}
+
+bool DesktopStore::finish(unsigned milliseconds) {
+  if (flushing_) flusher_.wait(milliseconds);
+  flushed();
+  return journals_.empty();
+}
+
+SaveResult DesktopStore::giveUpRecentChanges() {
+  // A journal that stays would bring the changes back.
+  if (!finish(kFlushPatience))
+    return saveFailed(journals_.held(), {FileStatus::Kind::Other, L"The file is still needed."});
+  files_.renewPatience();
+  if (const FileStatus gone = files_.discard(recoveryPath()); !gone)
+    return saveFailed(recoveryPath(), gone);
+  suppressed_ = true;
   return {};
 }
 
 // Comes last, because the box lets other things happen, saves among them.
 void DesktopStore::tellOfBackups() {
   if (newBackups_.empty()) return;
-  std::wstring names;
-  for (const std::wstring& name : newBackups_) names += L"\r\n" + name;
-  newBackups_.clear();
+  const std::wstring names = linesOf(std::exchange(newBackups_, {}));
   msgBox_.show(
       L"Some files could not be read completely. They were copied before saving, so that "
       L"nothing in them is lost.\r\n\r\nThe folder is " +
-          backupFolder(dataFolder_) + L"\r\nThe files are:" + names,
+          backupFolder(dataFolder()) + L"\r\nThe files are:" + names,
       kMsgExclamation, kProgramTitle);
 }
 

@@ -7,7 +7,7 @@
 namespace varnowick {
 namespace {
 
-constexpr std::string_view kHead = "VARNOWICK JOURNAL 1\r\n";
+constexpr std::string_view kHead = "VARNOWICK JOURNAL 2\r\n";
 constexpr std::string_view kTail = "END\r\n";
 constexpr std::string_view kSettingsName = "\\Varnowick.ini";
 constexpr std::string_view kRecoveryName = "\\Varnowick.REC";
@@ -88,12 +88,15 @@ std::uint64_t checksum(std::string_view bytes) {
   return sum;
 }
 
-std::string renderJournal(const SavedState& state) {
+std::string renderJournal(const SavedState& state, std::uint64_t number) {
   std::size_t size = 256 + state.mainFile.size();
   for (const std::string& container : state.containers) size += 96 + container.size();
   std::string out;
   out.reserve(size);
   out.append(kHead);
+  appendNumber(out, number, 10, ' ');
+  appendNumber(out, checksum(std::to_string(number)), 16, '\r');
+  out.append("\n");
   appendNumber(out, state.containers.size(), 10, '\r');
   out.append("\n");
   appendFile(out, state.recovery ? kRecoveryName : kSettingsName, state.mainFile);
@@ -103,11 +106,17 @@ std::string renderJournal(const SavedState& state) {
   return out;
 }
 
-std::optional<SavedState> parseJournal(std::string_view bytes) {
+std::optional<Journal> parseJournal(std::string_view bytes) {
   Parser in(bytes);
-  SavedState state;
+  Journal journal;
+  SavedState& state = journal.state;
   std::uint64_t count = 0;
-  if (!in.take(kHead) || !in.takeNumber(10, count) || !in.take("\r\n")) return std::nullopt;
+  std::uint64_t sum = 0;
+  // A torn number would put the journals into another order.
+  if (!in.take(kHead) || !in.takeNumber(10, journal.number) || !in.take(" ") ||
+      !in.takeNumber(16, sum) || sum != checksum(std::to_string(journal.number)) ||
+      !in.take("\r\n") || !in.takeNumber(10, count) || !in.take("\r\n"))
+    return std::nullopt;
   if (!in.takeFile(kSettingsName, state.mainFile)) {
     state.recovery = in.takeFile(kRecoveryName, state.mainFile);
     if (!state.recovery) return std::nullopt;
@@ -118,7 +127,7 @@ std::optional<SavedState> parseJournal(std::string_view bytes) {
     state.containers.push_back(std::move(container));
   }
   if (!in.take(kTail) || in.left() != 0) return std::nullopt;
-  return state;
+  return journal;
 }
 
 }  // namespace varnowick

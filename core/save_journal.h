@@ -26,8 +26,14 @@ struct SavedState {
 // Tells torn bytes from whole ones; no protection against intent.
 std::uint64_t checksum(std::string_view bytes);
 
-std::string renderJournal(const SavedState& state);
+// Journals are numbered in the order of the saves.
+struct Journal {
+  std::uint64_t number = 0;
+  SavedState state;
+};
+
+std::string renderJournal(const SavedState& state, std::uint64_t number);
 // Nothing unless the journal is whole and holds only files that a save writes.
-std::optional<SavedState> parseJournal(std::string_view bytes);
+std::optional<Journal> parseJournal(std::string_view bytes);
 
 }  // namespace varnowick

@@ -32,8 +32,7 @@ StartDecision decideStart(Files& files, System& system, MsgBox& msgBox) {
   return {true, false, applicationData + L"\\Varnowick"};
 }
 
-RestartDecision decideRestart(Files& files, System& system, MsgBox& msgBox,
-                              const std::wstring& dataFolder) {
+RestartDecision decideRestart(Files& files, System& system, MsgBox& msgBox) {
   const std::wstring restarter = system.programFolder() + L"\\Restarter.exe";
   if (!files.exists(restarter)) {
     msgBox.show(L"Can't find: " + restarter + L". Please reinstall the program.", kMsgExclamation,
@@ -43,7 +42,6 @@ RestartDecision decideRestart(Files& files, System& system, MsgBox& msgBox,
   if (!msgBox.saysYes(L"Ignore all recent changes and restart the program?", kMsgExclamation,
                       kProgramTitle))
     return {};
-  files.remove(dataFolder + L"\\Varnowick.REC");
   return {true, restarter};
 }
 

@@ -19,13 +19,11 @@ StartDecision decideStart(Files& files, System& system, MsgBox& msgBox);
 
 struct RestartDecision {
   bool restart = false;
-  // When restarting: run this, suppress saving, unload the windows and end.
+  // When restarting: give the changes up, run this, unload the windows and end.
   std::wstring restarterPath;
 };
-// Asks whether to give up the changes since the last explicit save. On Yes the
-// recovery copy is deleted here.
-RestartDecision decideRestart(Files& files, System& system, MsgBox& msgBox,
-                              const std::wstring& dataFolder);
+// Asks whether to give up the changes since the last explicit save.
+RestartDecision decideRestart(Files& files, System& system, MsgBox& msgBox);
 
 // True when the default settings are to be loaded.
 bool confirmDefaultSettings(MsgBox& msgBox);

@@ -33,9 +33,14 @@ class Files {
   virtual ~Files() = default;
   virtual bool exists(const std::wstring& path) = 0;
   virtual FileBytes read(const std::wstring& path) = 0;
-  // Creates or truncates the file, writes all bytes, and returns only when they
-  // have reached the disk.
+  // Creates the file or writes over it in place, and returns only when all bytes have
+  // reached the disk.
   virtual FileStatus write(const std::wstring& path, std::string_view bytes) = 0;
+  // The same, but a power cut may lose the bytes, wholly or in part, until the file
+  // is flushed.
+  virtual FileStatus writeUnflushed(const std::wstring& path, std::string_view bytes) = 0;
+  // Brings what was written to the file to the disk. The file has to be there.
+  virtual FileStatus flush(const std::wstring& path) = 0;
   // Removing what does not exist is Ok.
   virtual FileStatus remove(const std::wstring& path) = 0;
   // Replaces an existing target in one step.

@@ -9,6 +9,7 @@
 #include "core/desktop_store.h"
 #include "core/settings_file.h"
 #include "tests/fakes/fake_codec.h"
+#include "tests/fakes/fake_flusher.h"
 #include "tests/fakes/fake_msg_box.h"
 #include "tests/support/posix_files.h"
 
@@ -42,7 +43,8 @@ Document largeDocument() {
 // A folder of its own with the large desktop in it, gone afterwards.
 class Disk {
  public:
-  explicit Disk(bool flush = true) : files(flush), store(files, codec, msgBox, widen(name())) {
+  explicit Disk(bool flush = true)
+      : files(flush), store({files, flusher, {}}, codec, msgBox, widen(name())) {
     std::filesystem::remove_all(name());
     store.SaveDesktop(document, false);
     for (int i = -1; i < kContainers; ++i) {
@@ -57,6 +59,7 @@ class Disk {
   PosixFiles files;
   FakeCodec codec;
   FakeMsgBox msgBox;
+  FakeFlusher flusher{files};
   DesktopStore store;
   Document document = largeDocument();
   std::vector<std::pair<std::wstring, std::string>> contents;

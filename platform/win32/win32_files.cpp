@@ -136,15 +136,38 @@ FileBytes Win32Files::read(const std::wstring& path) {
   return result;
 }
 
+namespace {
+
+// Opening instead of creating anew keeps a file's attributes: a hidden file could not
+// be created over. Sharing everything lets it be flushed meanwhile.
+FileHandle openForWriting(const std::wstring& path, DWORD creation) {
+  return FileHandle(CreateFileW(pathForSystem(path).c_str(), GENERIC_WRITE,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                creation, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+FileStatus fill(HANDLE file, std::string_view bytes) {
+  if (FileStatus status = setLength(file, bytes.size()); !status) return status;
+  return writeAll(file, bytes);
+}
+
+}  // namespace
+
 FileStatus Win32Files::write(const std::wstring& path, std::string_view bytes) {
-  // Opening instead of creating anew keeps a file's attributes: a hidden file
-  // could not be created over.
-  const FileHandle file(CreateFileW(pathForSystem(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
-                                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  const FileHandle file = openForWriting(path, OPEN_ALWAYS);
   if (!file) return lastError();
-  if (FileStatus status = setLength(file.get(), bytes.size()); !status) return status;
-  if (FileStatus status = writeAll(file.get(), bytes); !status) return status;
+  if (FileStatus status = fill(file.get(), bytes); !status) return status;
   return FlushFileBuffers(file.get()) ? FileStatus{} : lastError();
+}
+
+FileStatus Win32Files::writeUnflushed(const std::wstring& path, std::string_view bytes) {
+  const FileHandle file = openForWriting(path, OPEN_ALWAYS);
+  return file ? fill(file.get(), bytes) : lastError();
+}
+
+FileStatus Win32Files::flush(const std::wstring& path) {
+  const FileHandle file = openForWriting(path, OPEN_EXISTING);
+  return file && FlushFileBuffers(file.get()) ? FileStatus{} : lastError();
 }
 
 FileStatus Win32Files::remove(const std::wstring& path) {
@@ -157,8 +180,9 @@ FileStatus Win32Files::remove(const std::wstring& path) {
 }
 
 FileStatus Win32Files::rename(const std::wstring& from, const std::wstring& to) {
+  // Without waiting for the disk: it keeps the order of such changes by itself.
   return MoveFileExW(pathForSystem(from).c_str(), pathForSystem(to).c_str(),
-                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+                     MOVEFILE_REPLACE_EXISTING)
              ? FileStatus{}
              : lastError();
 }

@@ -12,6 +12,8 @@ class Win32Files : public Files {
   // Files above 256 MB are refused.
   FileBytes read(const std::wstring& path) override;
   FileStatus write(const std::wstring& path, std::string_view bytes) override;
+  FileStatus writeUnflushed(const std::wstring& path, std::string_view bytes) override;
+  FileStatus flush(const std::wstring& path) override;
   // Also removes an empty folder.
   FileStatus remove(const std::wstring& path) override;
   FileStatus rename(const std::wstring& from, const std::wstring& to) override;

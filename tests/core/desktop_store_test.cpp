@@ -8,6 +8,7 @@
 #include "core/settings_file.h"
 #include "tests/core/reference_document.h"
 #include "tests/fakes/fake_codec.h"
+#include "tests/fakes/fake_flusher.h"
 #include "tests/fakes/fake_msg_box.h"
 #include "tests/fakes/memory_files.h"
 
@@ -25,7 +26,8 @@ std::string stateOf(const Document& document) {
   FakeCodec codec;
   const ContentsByPanel contents(document.workspace);
   return renderJournal({false, renderSettingsFile(document.settings, contents.of(picBack), codec),
-                        renderContainerFiles(document.workspace, contents, codec)});
+                        renderContainerFiles(document.workspace, contents, codec)},
+                       0);
 }
 
 Document withContainers(const wchar_t* name, int containers) {
@@ -39,24 +41,40 @@ Document withContainers(const wchar_t* name, int containers) {
   return d;
 }
 
-// One run of the program on a disk.
+// One run of the program on a disk. Each pause is counted, and another program can do
+// something in it.
 struct Session {
   FakeCodec codec;
   FakeMsgBox msgBox;
+  FakeFlusher flusher;
+  int pauses = 0;
+  std::function<void(int)> meanwhile;
   DesktopStore store;
   Document document;
   LoadReport report;
 
-  explicit Session(MemoryFiles& files, std::vector<MsgAnswer> answers = {})
-      : store(files, codec, msgBox, kFolder) {
+  explicit Session(MemoryFiles& files, std::vector<MsgAnswer> answers = {},
+                   std::function<void(int)> pausing = {})
+      : flusher(files),
+        meanwhile(std::move(pausing)),
+        store({files, flusher,
+               [this](unsigned) {
+                 ++pauses;
+                 if (meanwhile) meanwhile(pauses);
+               }},
+              codec, msgBox, kFolder) {
     msgBox.answers = std::move(answers);
     report = store.LoadSettings(document).value_or(LoadReport{});
   }
   std::string state() const { return stateOf(document); }
+  SaveResult save(const Document& d, bool recovery = false) {
+    return store.SaveDesktop(d, recovery);
+  }
 };
 
-void expectState(MemoryFiles files, std::initializer_list<const Document*> allowed,
-                 const std::string& where) {
+using States = std::vector<const Document*>;
+
+void expectState(MemoryFiles files, const States& allowed, const std::string& where) {
   files.operationsUntilCut = -1;
   files.failure = nullptr;
   const std::string found = Session(files).state();
@@ -68,63 +86,86 @@ void expectState(MemoryFiles files, std::initializer_list<const Document*> allow
 MemoryFiles diskWith(const Document& document) {
   MemoryFiles files;
   Session session(files);
-  EXPECT_TRUE(session.store.SaveDesktop(document, false));
+  EXPECT_TRUE(session.save(document) && session.store.finish(0));
   files.log.clear();
   return files;
 }
 
-TEST(DesktopStore, SavesInTheFixedOrderAndLoadsTheSame) {
+TEST(DesktopStore, LoadsWhatItSavedAndLeavesNothingElseThere) {
   MemoryFiles files = diskWith(referenceDocument());
   Session session(files);
   EXPECT_TRUE(session.report.empty());
   EXPECT_EQ(session.state(), stateOf(referenceDocument()));
 
   const auto before = files.contents;
-  EXPECT_TRUE(session.store.SaveDesktop(session.document, false));
-  EXPECT_EQ(files.contents, before);
-
-  session.store.SaveDesktop(session.document, true);
+  EXPECT_TRUE(session.save(session.document, true));
   EXPECT_TRUE(files.contents.contains(at(L"\\Varnowick.REC")));
-  files.log.clear();
-  session.store.SaveDesktop(withContainers(L"x", 1), false);
-  const std::vector<std::wstring> expected{
-      L"write " + at(L"\\Varnowick.journal"),  L"remove " + at(L"\\Varnowick.REC"),
-      L"write " + at(L"\\Varnowick.ini"),      L"remove " + at(L"\\Containers\\0.con"),
-      L"remove " + at(L"\\Containers\\1.con"), L"remove " + at(L"\\Containers\\2.con"),
-      L"write " + at(L"\\Containers\\0.con"),  L"remove " + at(L"\\Varnowick.journal")};
-  EXPECT_EQ(files.log, expected);
-  session.store.SaveDesktop(Document{}, false);
-  EXPECT_EQ(files.list(at(L"\\Containers"), L"").size(), 0U);
+  EXPECT_TRUE(session.save(session.document) && session.store.finish(0));
+  EXPECT_EQ(files.contents, before);
+  EXPECT_TRUE(session.save(Document{}) && session.store.finish(0));
+  EXPECT_EQ(files.contents.size(), 1U);
   EXPECT_TRUE(session.msgBox.shown.empty());
 }
 
-// The power goes out after every single operation of the save, and again after
-// every single operation of the start that follows.
+TEST(DesktopStore, ASaveWaitsForTheDiskOnce) {
+  MemoryFiles files = diskWith(withContainers(L"before", 40));
+  Session session(files);
+  files.flushes = 0;
+  for (int change = 1; change <= 3; ++change) {
+    EXPECT_TRUE(session.save(withContainers(L"after", 40), true));
+    EXPECT_EQ(files.flushes, change);
+  }
+}
+
+// Two saves, with the flusher at work between them and after. The power goes out
+// after every single operation, and again after every single operation of the start
+// that follows; what was not flushed is lost in several ways.
 TEST(DesktopStore, ACutLeavesTheStateBeforeOrAfter) {
+  using Loss = MemoryFiles::Loss;
   const Document before = withContainers(L"before", 3);
-  const Document after = withContainers(L"after", 2);
-  for (const bool recovery : {false, true}) {
+  const Document first = withContainers(L"first", 2);
+  const Document second = withContainers(L"second", 4);
+  struct Run {
+    bool recovery;
+    int steps;  // of the flusher between the saves
+    Loss loss;
+  };
+  std::vector<Run> runs;
+  for (const Loss loss : {Loss::Nothing, Loss::All, Loss::Halves, Loss::EverySecond})
+    for (const int steps : {0, 2, 9}) runs.push_back({steps != 2, steps, loss});
+  const MemoryFiles initial = diskWith(before);
+  for (const Run& run : runs) {
     bool finished = false;
     for (int cut = 0; !finished; ++cut) {
-      MemoryFiles files = diskWith(before);
+      MemoryFiles files = initial;
       Session session(files);
       files.operationsUntilCut = cut;
+      States allowed{&before, &first};
       try {
-        session.store.SaveDesktop(after, recovery);
-        finished = true;
+        session.save(first, run.recovery);
+        allowed = {&first};
+        for (int i = 0; i < run.steps; ++i) session.flusher.step();
+        session.store.flushed();
+        allowed = {&first, &second};
+        session.save(second, !run.recovery);
+        allowed = {&second};
+        finished = session.store.finish(0);
       } catch (const PowerCut&) {
       }
-      const std::string where = "cut " + std::to_string(cut);
-      expectState(files, {&before, &after}, where);
-      for (int second = 0, again = true; again; ++second) {
+      files.losePower(run.loss);
+      const std::string where = "loss " + std::to_string(static_cast<int>(run.loss)) + ", " +
+                                std::to_string(run.steps) + " steps, cut " + std::to_string(cut);
+      expectState(files, allowed, where);
+      for (int again = 0; again >= 0 && run.loss != Loss::Nothing; ++again) {
         MemoryFiles disk = files;
-        disk.operationsUntilCut = second;
+        disk.operationsUntilCut = again;
         try {
           Session(disk).state();
-          again = false;
+          again = -2;
         } catch (const PowerCut&) {
         }
-        expectState(disk, {&before, &after}, where + " and " + std::to_string(second));
+        disk.losePower(run.loss);
+        expectState(disk, allowed, where + " and " + std::to_string(again));
       }
     }
   }
@@ -144,40 +185,108 @@ TEST(DesktopStore, AFailureIsReportedAndLeavesAWholeState) {
       failedPath = path;
       return kDiskFull;
     };
-    const SaveResult result = session.store.SaveDesktop(after, false);
+    const SaveResult result = session.save(after);
     if (failedPath.empty()) break;
     const std::string where = "operation " + std::to_string(failing);
-    // What is left over of a journal that has done its work does no harm.
-    EXPECT_EQ(static_cast<bool>(result),
-              files.log.back() == L"remove " + at(L"\\Varnowick.journal") && count > 2)
-        << where;
     if (!result) {
       EXPECT_EQ(result.file, failedPath) << where;
       EXPECT_EQ(result.reason, kDiskFull.reason) << where;
     }
-    expectState(files, {&before, &after}, where);
+    expectState(files, result ? States{&after} : States{&before, &after}, where);
 
     // A next save that is cut off at any point does not lose that state either.
     files.failure = nullptr;
     bool finished = false;
     for (int cut = 0; !finished; ++cut) {
       MemoryFiles disk = files;
-      FakeCodec codec;
-      FakeMsgBox msgBox;
+      Session next(disk);
       disk.operationsUntilCut = cut;
-      DesktopStore store(disk, codec, msgBox, kFolder);
       try {
-        // The numbers that the session knew are of no use to a bare store, so
-        // what stands there may be backed up as well.
-        EXPECT_TRUE(store.SaveDesktop(later, false));
-        finished = true;
+        finished = static_cast<bool>(next.save(later));
       } catch (const PowerCut&) {
       }
       expectState(disk, {&before, &after, &later}, where + ", cut " + std::to_string(cut));
     }
-    EXPECT_TRUE(session.store.SaveDesktop(later, false));
+    EXPECT_TRUE(session.save(later));
     expectState(files, {&later}, where);
   }
+}
+
+// ---- Beside other programs
+
+TEST(DesktopStore, FilesThatOthersHaveOpenNeitherStopASaveNorGoMissing) {
+  const Document before = withContainers(L"before", 3);
+  const Document fewer = withContainers(L"fewer", 2);
+  const Document more = withContainers(L"more", 4);
+  MemoryFiles files = diskWith(before);
+  Session session(files);
+  EXPECT_TRUE(session.save(before, true));
+  for (const wchar_t* name : {L"\\Varnowick.ini", L"\\Varnowick.REC", L"\\Varnowick.journal",
+                              L"\\Containers\\1.con", L"\\Containers\\2.con"})
+    files.openElsewhere(at(name), true);
+  EXPECT_TRUE(session.save(fewer));
+  session.store.finish(0);
+  EXPECT_TRUE(session.save(more));
+  EXPECT_TRUE(session.store.finish(0));
+  EXPECT_EQ(session.pauses, 0);
+  files.closeElsewhere();
+  EXPECT_EQ(files.contents.size(), 5U);
+  expectState(files, {&more}, "closed");
+}
+
+TEST(DesktopStore, WaitsAMomentForAFileThatAnotherProgramHolds) {
+  const Document before = withContainers(L"before", 2);
+  const Document after = withContainers(L"after", 1);
+  for (const wchar_t* name : {L"\\Varnowick.ini", L"\\Containers\\0.con", L"\\Containers\\1.con"}) {
+    MemoryFiles files = diskWith(before);
+    const auto closeSoon = [&](int pause) {
+      if (pause % 3 == 0) files.closeElsewhere();
+    };
+    files.openElsewhere(at(name), false);
+    Session session(files, {}, closeSoon);
+    EXPECT_EQ(session.state(), stateOf(before));
+    files.openElsewhere(at(name), false);
+    EXPECT_TRUE(session.save(after));
+    expectState(files, {&after}, "saved");
+    // One that stays closed to us is not waited for with every change.
+    files.openElsewhere(at(name), false);
+    session.meanwhile = nullptr;
+    session.pauses = 0;
+    EXPECT_FALSE(session.save(before));
+    EXPECT_FALSE(session.save(before));
+    EXPECT_EQ(session.pauses, 20);
+    files.closeElsewhere();
+    expectState(files, {&before}, "in the journal");
+  }
+}
+
+TEST(DesktopStore, AJournalThatCannotGoIsNeverTheNewestAgain) {
+  const Document first = withContainers(L"first", 1);
+  const Document second = withContainers(L"second", 2);
+  MemoryFiles files = diskWith(Document{});
+  Session session(files);
+  EXPECT_TRUE(session.save(first));
+  files.openElsewhere(at(L"\\Varnowick.journal"), false);
+  EXPECT_FALSE(session.store.finish(0));
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_TRUE(session.save(second));
+    EXPECT_FALSE(session.store.finish(0));
+  }
+  EXPECT_FALSE(session.store.giveUpRecentChanges());
+  files.closeElsewhere();
+  expectState(files, {&second}, "an old journal beside a newer one");
+}
+
+TEST(DesktopStore, ChangesThatAreGivenUpDoNotComeBack) {
+  const Document saved = withContainers(L"saved", 1);
+  MemoryFiles files = diskWith(saved);
+  Session session(files);
+  EXPECT_TRUE(session.save(withContainers(L"changed", 1), true));
+  EXPECT_TRUE(session.store.giveUpRecentChanges());
+  EXPECT_EQ(session.save(saved).outcome, SaveResult::Outcome::Suppressed);
+  const Session next(files);
+  EXPECT_TRUE(next.msgBox.shown.empty());
+  EXPECT_EQ(next.document.settings.wallpaper, L"saved");
 }
 
 TEST(DesktopStore, AFullDiskLeavesTheFilesUntouched) {
@@ -187,7 +296,7 @@ TEST(DesktopStore, AFullDiskLeavesTheFilesUntouched) {
   files.failure = [](Operation operation, const std::wstring&) {
     return operation == Operation::Write ? kDiskFull : FileStatus{};
   };
-  const SaveResult result = session.store.SaveDesktop(Document{}, false);
+  const SaveResult result = session.save(Document{});
   EXPECT_FALSE(result);
   EXPECT_EQ(files.contents, before);
   EXPECT_NE(saveFailureMessage(result).find(kDiskFull.reason), std::wstring::npos);
@@ -197,14 +306,10 @@ TEST(DesktopStore, AnUnfinishedSaveIsShownEvenIfItCannotBeFinishedYet) {
   const Document before = withContainers(L"before", 3);
   const Document after = withContainers(L"after", 2);
   MemoryFiles files = diskWith(before);
-  files.operationsUntilCut = 4;
   {
-    FakeCodec codec;
-    FakeMsgBox msgBox;
-    DesktopStore store(files, codec, msgBox, kFolder);
-    Document loaded;
-    store.LoadSettings(loaded);
-    EXPECT_THROW(store.SaveDesktop(after, false), PowerCut);
+    Session session(files);
+    files.operationsUntilCut = 4;
+    EXPECT_THROW(session.save(after), PowerCut);
   }
   files.operationsUntilCut = -1;
   files.failure = [](Operation operation, const std::wstring&) {
@@ -214,28 +319,41 @@ TEST(DesktopStore, AnUnfinishedSaveIsShownEvenIfItCannotBeFinishedYet) {
   EXPECT_EQ(session.state(), stateOf(after));
   ASSERT_EQ(session.msgBox.shown.size(), 1U);
   EXPECT_NE(session.msgBox.shown[0].text.find(kDiskFull.reason), std::wstring::npos);
-  EXPECT_FALSE(session.store.SaveDesktop(before, false));
+  EXPECT_FALSE(session.save(before));
   expectState(files, {&after}, "still in the journal");
+}
+
+TEST(DesktopStore, FinishingASaveKeepsWhatCameFromElsewhere) {
+  MemoryFiles files = diskWith(withContainers(L"before", 1));
+  {
+    Session session(files);
+    EXPECT_TRUE(session.save(withContainers(L"after", 1)));
+  }
+  files.contents[at(L"\\Varnowick.ini")] = "put here since";
+  files.contents[at(L"\\Containers\\1.con")] = "this too";
+  const std::string own = files.contents[at(L"\\Containers\\0.con")];
+  const Session session(files);
+  EXPECT_EQ(session.document.settings.wallpaper, L"after");
+  EXPECT_EQ(files.contents[at(L"\\Backup\\Varnowick.ini")], "put here since");
+  EXPECT_EQ(files.contents[at(L"\\Backup\\1.con")], "this too");
+  EXPECT_FALSE(files.contents.contains(at(L"\\Backup\\0.con")));
 }
 
 TEST(DesktopStore, SavesNothingWhileSuppressedOrLoading) {
   MemoryFiles files;
-  FakeCodec codec;
-  FakeMsgBox msgBox;
-  DesktopStore store(files, codec, msgBox, kFolder);
+  Session session(files);
   files.contents[at(L"\\Varnowick.ini")] = "106\r\n";
-  Document document;
   int calls = 0;
-  store.LoadSettings(document, [&](const std::wstring&) {
+  session.store.LoadSettings(session.document, [&](const std::wstring&) {
     ++calls;
-    EXPECT_EQ(store.SaveDesktop(document, true).outcome, SaveResult::Outcome::Suppressed);
+    EXPECT_EQ(session.save(session.document).outcome, SaveResult::Outcome::Suppressed);
   });
   EXPECT_EQ(calls, 1);
-  store.suppressSaving(true);
-  EXPECT_EQ(store.SaveDesktop(document, false).outcome, SaveResult::Outcome::Suppressed);
+  session.store.suppressSaving(true);
+  EXPECT_EQ(session.save(session.document).outcome, SaveResult::Outcome::Suppressed);
   EXPECT_TRUE(files.log.empty());
-  store.suppressSaving(false);
-  EXPECT_TRUE(store.SaveDesktop(document, true));
+  session.store.suppressSaving(false);
+  EXPECT_TRUE(session.save(session.document));
   EXPECT_TRUE(files.folders.contains(kFolder));
 }
 
@@ -265,7 +383,7 @@ TEST(DesktopStore, AsksAboutARecoveryCopy) {
 
   files = disk;
   Session left(files, {MsgAnswer::None});
-  left.store.SaveDesktop(left.document, false);
+  left.save(left.document);
   EXPECT_EQ(files.contents, disk.contents);
 
   for (const bool settingsFileExists : {true, false}) {
@@ -324,13 +442,13 @@ TEST(DesktopStore, ADriveThatHasGoneEndsTheLoadingAndNothingIsWrittenOverItsFile
   Session session(files);
   EXPECT_FALSE(session.report.empty());
   files.gone = false;
-  EXPECT_TRUE(session.store.SaveDesktop(session.document, true));
+  EXPECT_TRUE(session.save(session.document, true));
   EXPECT_EQ(files.contents[at(L"\\Backup\\1.con")], container);
   EXPECT_TRUE(files.contents[at(L"\\Varnowick.ini")] == settings ||
               files.contents[at(L"\\Backup\\Varnowick.ini")] == settings);
 }
 
-TEST(DesktopStore, KeepsWhatItCouldNotReadAndTellsOnce) {
+TEST(DesktopStore, KeepsWhatItCouldNotReadAndTellsAtTheStart) {
   MemoryFiles files = diskWith(withContainers(L"c", 2));
   const std::string damaged = files.contents[at(L"\\Containers\\1.con")] + "[Future]\r\nvalue\r\n";
   files.contents[at(L"\\Containers\\1.con")] = damaged;
@@ -338,21 +456,33 @@ TEST(DesktopStore, KeepsWhatItCouldNotReadAndTellsOnce) {
   files.contents[at(L"\\Containers\\old.CON")] = "no number";
   Session session(files);
   EXPECT_EQ(session.document.workspace.containers.count(), 2U);
-  EXPECT_EQ(session.report.filesNotReadWhole().size(), 3U);
-  EXPECT_TRUE(session.store.SaveDesktop(session.document, true));
   EXPECT_EQ(files.contents[at(L"\\Backup\\1.con")], damaged);
   EXPECT_EQ(files.contents[at(L"\\Backup\\3.con")], "behind a gap");
   EXPECT_EQ(files.contents[at(L"\\Backup\\old.CON")], "no number");
+  session.store.tellOfDamage();
+  EXPECT_TRUE(session.save(session.document, true));
   ASSERT_EQ(session.msgBox.shown.size(), 1U);
-  for (const wchar_t* named : {L"\\Backup", L"1.con", L"3.con", L"old.CON"})
+  for (const wchar_t* named :
+       {L"\\Backup", L"1.con", L"This line is not known", L"3.con", L"old.CON"})
     EXPECT_NE(session.msgBox.shown[0].text.find(named), std::wstring::npos);
 
-  // What turns up in the folder later is not deleted unread either.
-  files.contents[at(L"\\Containers\\1.con")] = damaged;
+  // What turns up later is not deleted or written over unread either.
   files.contents[at(L"\\Containers\\3.con")] = "something else";
-  EXPECT_TRUE(session.store.SaveDesktop(session.document, true));
+  EXPECT_TRUE(session.save(session.document, true));
   EXPECT_EQ(files.contents[at(L"\\Backup\\3 (2).con")], "something else");
-  EXPECT_TRUE(session.store.SaveDesktop(session.document, true));
+  EXPECT_TRUE(session.save(session.document, true));
+  EXPECT_EQ(session.msgBox.shown.size(), 2U);
+}
+
+TEST(DesktopStore, AMainFileThatTurnsUpIsCopiedOnce) {
+  MemoryFiles files;
+  Session session(files);
+  files.contents[at(L"\\Varnowick.ini")] = "put here since";
+  files.contents[at(L"\\Varnowick.REC")] = "this too";
+  for (const bool recovery : {true, false, true, false})
+    EXPECT_TRUE(session.save(session.document, recovery));
+  EXPECT_EQ(files.contents[at(L"\\Backup\\Varnowick.ini")], "put here since");
+  EXPECT_EQ(files.contents[at(L"\\Backup\\Varnowick.REC")], "this too");
   EXPECT_EQ(session.msgBox.shown.size(), 2U);
 }
 
@@ -365,13 +495,13 @@ TEST(DesktopStore, AFailedBackupStopsTheSave) {
   };
   Session session(files);
   for (int attempt = 0; attempt < 2; ++attempt) {
-    const SaveResult result = session.store.SaveDesktop(Document{}, false);
+    const SaveResult result = session.save(Document{});
     EXPECT_FALSE(result);
-    EXPECT_EQ(result.file, at(L"\\Containers\\5.con"));
+    EXPECT_EQ(result.file, at(L"\\Backup"));
     EXPECT_EQ(files.contents, before);
   }
   files.failure = nullptr;
-  EXPECT_TRUE(session.store.SaveDesktop(Document{}, false));
+  EXPECT_TRUE(session.save(Document{}));
   EXPECT_TRUE(files.contents.contains(at(L"\\Backup\\5.con")));
 }
 
@@ -381,7 +511,7 @@ TEST(DesktopStore, AnUnreadableFileIsMovedAway) {
   files.unreadable.insert(at(L"\\Containers\\1.con"));
   Session session(files);
   EXPECT_EQ(session.document.workspace.containers.count(), 2U);
-  EXPECT_TRUE(session.store.SaveDesktop(session.document, false));
+  EXPECT_TRUE(session.save(session.document));
   EXPECT_EQ(files.contents[at(L"\\Backup\\1.con")], locked);
   files.unreadable.clear();
   EXPECT_EQ(Session(files).state(), session.state());

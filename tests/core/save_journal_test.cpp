@@ -8,12 +8,12 @@ namespace {
 const SavedState kState{true, "106\r\nmain", {"", std::string("a\0\r\nEND\r\n", 9), "third"}};
 
 TEST(SaveJournal, SurvivesWhole) {
-  EXPECT_EQ(parseJournal(renderJournal(kState)), kState);
-  EXPECT_EQ(parseJournal(renderJournal({})), SavedState{});
+  EXPECT_EQ(parseJournal(renderJournal(kState, 7))->state, kState);
+  EXPECT_EQ(parseJournal(renderJournal({}, 1'000'000'000'000))->number, 1'000'000'000'000U);
 }
 
 TEST(SaveJournal, AnythingLessIsDropped) {
-  const std::string whole = renderJournal(kState);
+  const std::string whole = renderJournal(kState, 7);
   for (std::size_t size = 0; size < whole.size(); ++size) {
     EXPECT_FALSE(parseJournal(whole.substr(0, size))) << size;
     // As a torn write leaves it: the right length with nothing in a part.
@@ -25,12 +25,13 @@ TEST(SaveJournal, AnythingLessIsDropped) {
 }
 
 TEST(SaveJournal, WritesToNoOtherFile) {
-  std::string elsewhere = renderJournal({false, "x", {"y"}});
+  std::string elsewhere = renderJournal({false, "x", {"y"}}, 1);
   elsewhere.replace(elsewhere.find("0.con"), 5, "..\\..\\evil.exe");
   EXPECT_FALSE(parseJournal(elsewhere));
-  EXPECT_FALSE(parseJournal("VARNOWICK JOURNAL 1\r\n99999999999999999999\r\n"));
-  EXPECT_FALSE(parseJournal(
-      "VARNOWICK JOURNAL 1\r\n1\r\n\\Varnowick.ini\r\n18446744073709551615 0\r\nx\r\n"));
+  const std::string head =
+      renderJournal({}, 1).substr(0, renderJournal({}, 1).find("\r\n0\r\n") + 2);
+  EXPECT_FALSE(parseJournal(head + "99999999999999999999\r\n"));
+  EXPECT_FALSE(parseJournal(head + "1\r\n\\Varnowick.ini\r\n18446744073709551615 0\r\nx\r\n"));
 }
 
 }  // namespace

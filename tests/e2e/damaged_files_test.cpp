@@ -1,5 +1,6 @@
 // Files that are damaged, incomplete or hostile: the program starts with what it
 // can read, tells the user once, and keeps what it could not read.
+#include "platform/win32/handles.h"
 #include "tests/e2e/program_test.h"
 
 namespace varnowick::e2e {
@@ -16,16 +17,30 @@ TEST_F(MainDamage, ADamagedContainerIsToldOnceAndKeptInBackup) {
   folder().write(L"Containers\\0.con", container(L"First"));
   folder().write(L"Containers\\1.con", damaged);
   folder().write(L"Containers\\2.con", container(L"Third"));
-  std::vector<std::wstring> told = startAnsweringDialogs();
+  const std::vector<std::wstring> told = startAnsweringDialogs();
   const Bar bar(program(), events());
   for (const wchar_t* name : {L"First", L"Half", L"Third"}) bar.accessible().waitFor(name);
   EXPECT_EQ(folder().read(L"Containers\\1.con"), damaged) << "reading changes nothing";
-  for (const std::wstring& text : closeAnsweringDialogs()) told.push_back(text);
+  closeProgram();
   ASSERT_EQ(told.size(), 1U);
   EXPECT_NE(told[0].find(L"1.con"), std::wstring::npos) << toUtf8(told[0]);
   const DataFiles backups = folder().backups();
   ASSERT_EQ(backups.size(), 1U);
   EXPECT_EQ(backups.begin()->second, damaged);
+}
+
+TEST_F(MainDamage, ASettingsFileThatCannotBeReadIsToldAndKeptInBackup) {
+  const std::string settings = SettingsFile().set("[LOCKED]", "1").bytes();
+  folder().write(L"Varnowick.ini", settings);
+  {
+    const FileHandle holder(CreateFileW(folder().file(L"Varnowick.ini").c_str(), GENERIC_READ, 0,
+                                        nullptr, OPEN_EXISTING, 0, nullptr));
+    const std::vector<std::wstring> told = startAnsweringDialogs();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_NE(told[0].find(L"Varnowick.ini"), std::wstring::npos) << toUtf8(told[0]);
+  }
+  closeAnsweringDialogs();
+  EXPECT_EQ(folder().backups()[L"Varnowick.ini"], settings);
 }
 
 TEST_F(MainDamage, FilesBehindAGapInTheNumberingAreKeptInBackup) {

@@ -61,6 +61,7 @@ TEST_F(KilledSaving, LeavesTheStateBeforeOrAfter) {
   QueryPerformanceCounter(&end);
   const long long whole = (end.QuadPart - start.QuadPart) * 1'000'000 / frequency.QuadPart;
   const DataFiles after = folder().state();
+  require(L"the files to be flushed", [&] { return !folder().exists(L"Varnowick.journal"); });
   ASSERT_EQ(after.size(), before.size());
   for (const auto& [name, bytes] : after) ASSERT_NE(bytes, before.at(name));
 

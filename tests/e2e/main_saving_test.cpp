@@ -45,6 +45,23 @@ TEST_F(MainSaving, AChangeWritesTheRecoveryCopyAndSavingRemovesIt) {
   EXPECT_NE(folder().read(L"Varnowick.ini").find("[LOCKED]\r\n1\r\n"), std::string::npos);
 }
 
+TEST_F(MainSaving, AFileThatAnotherProgramHasOpenIsStillThereAfterwards) {
+  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  for (int i = 0; i < 3; ++i)
+    folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile({.name = L"Box"}));
+  startBar();
+  {
+    // As scanners and indexers do.
+    const DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const FileHandle scanner(CreateFileW(folder().file(L"Containers\\1.con").c_str(), GENERIC_READ,
+                                         sharing, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(scanner);
+    closeProgram();
+  }
+  EXPECT_EQ(folder().state().size(), 4U);
+  EXPECT_FALSE(folder().exists(L"Varnowick.journal")) << "all is on the disk";
+}
+
 TEST_F(MainSaving, TheSessionEndingIsACleanExit) {
   folder().write(L"Varnowick.ini", SettingsFile().bytes());
   Bar bar = startBar();

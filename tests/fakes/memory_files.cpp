@@ -1,5 +1,8 @@
 #include "tests/fakes/memory_files.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace varnowick {
 namespace {
 
@@ -21,6 +24,7 @@ Contents::iterator findIn(Contents& map, const std::wstring& path) {
 }
 
 FileStatus notFound() { return {FileStatus::Kind::NotFound, L"File not found."}; }
+FileStatus denied() { return {FileStatus::Kind::Denied, L"Access is denied."}; }
 
 }  // namespace
 
@@ -31,44 +35,105 @@ FileStatus MemoryFiles::begin(Operation operation, const std::wstring& path, con
   return failure ? failure(operation, path) : FileStatus{};
 }
 
+FileStatus MemoryFiles::access(const std::wstring& path) const {
+  const auto it = open_.find(path);
+  return deletePending_.contains(path) || (it != open_.end() && !it->second) ? denied()
+                                                                             : FileStatus{};
+}
+
+void MemoryFiles::closeElsewhere() {
+  open_.clear();
+  deletePending_.clear();
+}
+
+void MemoryFiles::losePower(Loss loss) {
+  int count = 0;
+  for (const auto& [path, onDisk] : unflushed_) {
+    const bool lost = loss == Loss::All || (loss == Loss::EverySecond && ++count % 2 == 0);
+    std::string& file = contents[path];
+    if (lost) file = onDisk;
+    // As long as it should be, with nothing in a part of it.
+    if (loss == Loss::Halves) std::fill(file.begin() + file.size() / 2, file.end(), '\0');
+  }
+  unflushed_.clear();
+  closeElsewhere();
+  operationsUntilCut = -1;
+}
+
 bool MemoryFiles::exists(const std::wstring& path) {
   return findIn(contents, path) != contents.end() || folders.count(path) != 0;
 }
 
 FileBytes MemoryFiles::read(const std::wstring& path) {
+  if (const FileStatus open = access(path); !open) return {open, {}};
   const auto it = findIn(contents, path);
   if (it == contents.end()) return {notFound(), {}};
-  if (unreadable.count(it->first) != 0)
-    return {{FileStatus::Kind::Denied, L"Access is denied."}, {}};
+  if (unreadable.count(it->first) != 0) return {denied(), {}};
   return {{}, it->second};
 }
 
 FileStatus MemoryFiles::write(const std::wstring& path, std::string_view bytes) {
+  if (FileStatus status = writeUnflushed(path, bytes); !status) return status;
+  ++flushes;
+  unflushed_.erase(findIn(contents, path)->first);
+  return {};
+}
+
+FileStatus MemoryFiles::writeUnflushed(const std::wstring& path, std::string_view bytes) {
   const bool lastBeforeCut = operationsUntilCut == 1;
   if (FileStatus status = begin(Operation::Write, path, L"write"); !status) return status;
+  if (FileStatus open = access(path); !open) return open;
   const auto it = findIn(contents, path);
   std::string& file = it == contents.end() ? contents[path] : it->second;
+  unflushed_.try_emplace(it == contents.end() ? path : it->first, file);
   // Half of a write may be all that reaches the disk.
   file = lastBeforeCut ? bytes.substr(0, bytes.size() / 2) : bytes;
   if (lastBeforeCut) throw PowerCut{};
   return {};
 }
 
+FileStatus MemoryFiles::flush(const std::wstring& path) {
+  if (FileStatus status = begin(Operation::Flush, path, L"flush"); !status) return status;
+  if (FileStatus open = access(path); !open) return open;
+  const auto it = findIn(contents, path);
+  if (it == contents.end()) return notFound();
+  ++flushes;
+  unflushed_.erase(it->first);
+  return {};
+}
+
 FileStatus MemoryFiles::remove(const std::wstring& path) {
-  if (findIn(contents, path) == contents.end()) return {};
+  const auto it = findIn(contents, path);
+  if (it == contents.end()) return {};
   if (FileStatus status = begin(Operation::Remove, path, L"remove"); !status) return status;
-  contents.erase(findIn(contents, path));
+  if (FileStatus open = access(it->first); !open) return open;
+  if (open_.contains(it->first)) deletePending_.insert(it->first);
+  unflushed_.erase(it->first);
+  contents.erase(it);
   return {};
 }
 
 FileStatus MemoryFiles::rename(const std::wstring& from, const std::wstring& to) {
-  if (FileStatus status = begin(Operation::Rename, from, L"rename"); !status) return status;
   const auto it = findIn(contents, from);
   if (it == contents.end()) return notFound();
-  std::string bytes = std::move(it->second);
+  if (FileStatus status = begin(Operation::Rename, from, L"rename"); !status) return status;
+  if (FileStatus open = access(it->first); !open) return open;
+  if (open_.contains(to) || deletePending_.contains(to)) return denied();
+  if (const auto old = findIn(contents, to); old != contents.end()) {
+    unflushed_.erase(old->first);
+    contents.erase(old);
+  }
+  // Whoever has it open, and what of it is on the disk, go with the file.
+  const auto move = [&](auto& map) {
+    if (auto node = map.extract(it->first)) {
+      node.key() = to;
+      map.insert(std::move(node));
+    }
+  };
+  move(unflushed_);
+  move(open_);
+  contents[to] = std::move(it->second);
   contents.erase(it);
-  if (const auto old = findIn(contents, to); old != contents.end()) contents.erase(old);
-  contents[to] = std::move(bytes);
   return {};
 }
 

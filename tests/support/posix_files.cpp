@@ -64,6 +64,17 @@ FileBytes PosixFiles::read(const std::wstring& path) {
 }
 
 FileStatus PosixFiles::write(const std::wstring& path, std::string_view bytes) {
+  if (FileStatus status = writeUnflushed(path, bytes); !status) return status;
+  return flush(path);
+}
+
+FileStatus PosixFiles::flush(const std::wstring& path) {
+  if (!flush_) return {};
+  const Descriptor file(::open(nativePath(path).c_str(), O_WRONLY | O_CLOEXEC));
+  return file.value < 0 || ::fsync(file.value) != 0 ? lastError() : FileStatus{};
+}
+
+FileStatus PosixFiles::writeUnflushed(const std::wstring& path, std::string_view bytes) {
   const Descriptor file(
       ::open(nativePath(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
   if (file.value < 0) return lastError();
@@ -72,7 +83,6 @@ FileStatus PosixFiles::write(const std::wstring& path, std::string_view bytes) {
     if (n < 0) return lastError();
     bytes.remove_prefix(static_cast<std::size_t>(n));
   }
-  if (flush_ && ::fsync(file.value) != 0) return lastError();
   return {};
 }
 

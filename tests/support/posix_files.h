@@ -14,6 +14,8 @@ class PosixFiles : public Files {
   bool exists(const std::wstring& path) override;
   FileBytes read(const std::wstring& path) override;
   FileStatus write(const std::wstring& path, std::string_view bytes) override;
+  FileStatus writeUnflushed(const std::wstring& path, std::string_view bytes) override;
+  FileStatus flush(const std::wstring& path) override;
   FileStatus remove(const std::wstring& path) override;
   FileStatus rename(const std::wstring& from, const std::wstring& to) override;
   FileStatus createFolder(const std::wstring& path) override;

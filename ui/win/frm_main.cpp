@@ -132,6 +132,11 @@ void frmMain::show() {
   // A new user shall see the bar before it goes away for the first time.
   if (firstStart_) docking_.apply(docking_.rules().open(docking_.inputs()));
   detached_.showLoaded();
+}
+
+void frmMain::begin() {
+  store_.tellOfDamage();
+  if (handle() == nullptr) return;  // the session has ended meanwhile
   announce(handle(), kEventLoaded);
   images_.useCache(store_.dataFolder());
   images_.setWeb(true, document_.settings.rssUseProxy);
@@ -204,6 +209,10 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
           detached_.invalidate();
           extras_.imagesDelivered();
         }
+        return 0;
+      }
+      if (message == kMsgFlushed) {
+        store_.flushed();
         return 0;
       }
       if (message == kMsgSweep) {

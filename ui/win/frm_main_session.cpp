@@ -4,10 +4,15 @@
 #include "core/startup.h"
 #include "platform/msg_box.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/shutdown_block.h"
 #include "ui/win/frm_main.h"
 
 namespace varnowick {
 namespace {
+
+// How long the end may wait for the disk; then the journal stays for the next start.
+constexpr unsigned kEndPatience = 10'000;     // ms
+constexpr unsigned kSessionPatience = 3'000;  // the system waits some 5 s
 
 // Starts the restarter with a handle on which it can wait for this process.
 bool startRestarter(const std::wstring& path) {
@@ -76,16 +81,22 @@ void frmMain::loadDefaultSettings() {
 void frmMain::restartWithoutRecentChanges() {
   if (!mayLeaveFiles()) return;
   const RestartDecision decision =
-      decideRestart(platform_.files, platform_.system, platform_.msgBox, store_.dataFolder());
+      decideRestart(platform_.files, platform_.system, platform_.msgBox);
   if (!decision.restart) return;
-  if (!startRestarter(decision.restarterPath)) {
-    platform_.msgBox.show(L"Can't start: " + decision.restarterPath, kMsgExclamation,
-                          kProgramTitle);
-    // The question has cost the recovery copy.
-    workspaceChanged();
+  if (const SaveResult givenUp = store_.giveUpRecentChanges(); !givenUp) {
+    platform_.msgBox.show(L"The recent changes could not be given up.\r\n\r\n" + givenUp.file +
+                              L"\r\n" + givenUp.reason,
+                          kMsgExclamation, kProgramTitle);
     return;
   }
-  store_.suppressSaving(true);
+  if (!startRestarter(decision.restarterPath)) {
+    store_.suppressSaving(false);
+    // The recovery copy has gone already.
+    workspaceChanged();
+    platform_.msgBox.show(L"Can't start: " + decision.restarterPath, kMsgExclamation,
+                          kProgramTitle);
+    return;
+  }
   endProgram();
 }
 
@@ -110,17 +121,23 @@ void frmMain::endProgram() {
         saveFailureMessage(result) + L"\r\n\r\nEnd the program without saving?";
     ended_ = platform_.msgBox.saysYes(question, kMsgCritical, kProgramTitle);
   }
-  if (ended_) end();
+  if (!ended_) return;
+  store_.finish(kEndPatience);
+  end();
 }
 
 // There is no time for questions: what cannot be saved now stays recoverable.
 void frmMain::endSession() {
   if (ended_) return;
   modal_.end();
-  pane_.endEditing();
-  detached_.endEditing();
-  ended_ = true;
-  save(false);
+  {
+    const ShutdownBlock block(handle(), L"Varnowick is saving the workspace.");
+    pane_.endEditing();
+    detached_.endEditing();
+    ended_ = true;
+    save(false);
+    store_.finish(kSessionPatience);
+  }
   end();
 }
 

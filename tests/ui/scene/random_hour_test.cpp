@@ -9,6 +9,7 @@
 #include "core/desktop_store.h"
 #include "shortcuts/tags.h"
 #include "tests/fakes/fake_codec.h"
+#include "tests/fakes/fake_flusher.h"
 #include "tests/fakes/fake_msg_box.h"
 #include "tests/fakes/memory_files.h"
 
@@ -25,9 +26,10 @@ std::vector<std::string> shownAfterRestart(const Document& document, const Frame
   MemoryFiles files;
   FakeCodec codec;
   FakeMsgBox msgBox;
-  DesktopStore before(files, codec, msgBox, L"C:\\Data");
+  FakeFlusher flusher(files);
+  DesktopStore before({files, flusher, {}}, codec, msgBox, L"C:\\Data");
   EXPECT_TRUE(before.SaveDesktop(document, false));
-  DesktopStore after(files, codec, msgBox, L"C:\\Data");
+  DesktopStore after({files, flusher, {}}, codec, msgBox, L"C:\\Data");
   Document loaded;
   EXPECT_TRUE(after.LoadSettings(loaded)->empty());
   EXPECT_TRUE(msgBox.shown.empty());
