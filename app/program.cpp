@@ -19,6 +19,7 @@
 #include "ui/win/frm_splash.h"
 #include "ui/win/messages.h"
 #include "ui/win/modal.h"
+#include "ui/win/modal_shell.h"
 
 namespace varnowick {
 namespace {
@@ -58,7 +59,8 @@ int Main() {
   Win32Monitors monitors;
   ModalDepth modal;
   ModalMsgBox msgBox(systemMsgBox, modal);
-  const Platform platform{files, codec, msgBox, shell, system, sound, clock, cursor, monitors};
+  ModalShell modalShell(shell, modal);
+  const Platform platform{files, codec, msgBox, modalShell, system, sound, clock, cursor, monitors};
 
   // Drives without a disk must not raise the system's own boxes.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
@@ -68,7 +70,13 @@ int Main() {
   if (!start.mayRun) return 0;
   const InstanceGuard guard(start.dataFolder);
   if (!guard.first()) {
-    guard.bringFirstForward();
+    if (!guard.bringFirstForward())
+      msgBox.show(
+          L"Varnowick is running already with this data folder, but its window cannot be reached "
+          L"from here. It may belong to another session or user, or run with higher "
+          L"rights.\r\n\r\n" +
+              start.dataFolder,
+          kMsgExclamation, kProgramTitle);
     return 0;
   }
 

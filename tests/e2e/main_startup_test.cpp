@@ -2,6 +2,7 @@
 // program refuses, and the second start.
 #include <algorithm>
 
+#include "platform/win32/instance_guard.h"
 #include "tests/e2e/program_test.h"
 
 namespace varnowick::e2e {
@@ -141,6 +142,18 @@ TEST_F(MainStartup, ASecondStartBringsTheFirstForwardAndEnds) {
   EXPECT_TRUE(program().running());
   require(L"the first program to come to the front",
           [&] { return GetForegroundWindow() == bar.window(); });
+}
+
+TEST_F(MainStartup, ASecondStartSaysSoWhereTheFirstCannotBeReached) {
+  // As the program of another session: its name is taken, its window is not to be seen.
+  const std::wstring name = L"Global\\" + instanceName(folder().dataPath());
+  const KernelHandle other(CreateMutexW(nullptr, FALSE, name.c_str()));
+  start();
+  const DialogWindow told = waitForDialog(program().process(), kTitle);
+  EXPECT_NE(told.text().find(folder().dataPath()), std::wstring::npos) << toUtf8(told.text());
+  told.press(IDOK);
+  EXPECT_EQ(program().waitForExit(), 0U);
+  EXPECT_FALSE(folder().exists(L"Varnowick.ini"));
 }
 
 }  // namespace

@@ -260,6 +260,7 @@ void frmMain::onSize() {
 
 // Opened by a second start, the hotkey or the tray icon.
 void frmMain::bringForward() {
+  if (busyElsewhere()) return;
   docking_.apply(docking_.rules().open(docking_.inputs()));
   forceForeground(handle());
 }
