@@ -292,8 +292,6 @@ SaveResult DesktopStore::backUpWhatIsAtRisk(bool recovery) {
 }
 
 SaveResult DesktopStore::writeJournal(const SavedState& state) {
-  // What the flusher still does is about a state that is not the newest any more.
-  flushing_ = false;
   std::wstring failedPath;
   FileStatus status = journals_.discardUnreadable(failedPath);
   if (status) status = journals_.write(state, failedPath);
@@ -303,6 +301,7 @@ SaveResult DesktopStore::writeJournal(const SavedState& state) {
 // From here on the files may be in any state until all of this is done and flushed;
 // the journal stays until then.
 SaveResult DesktopStore::carryOut(const SavedState& state) {
+  // What the flusher still does is about a state that is not the newest any more.
   flushing_ = false;
   SaveResult result = state_.carryOut(state);
   if (!result) return result;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/win32/critical_section.h"
-#include "platform/win32/win32_error.h"
 #include "platform/win32/win32_files.h"
 
 namespace varnowick {
