@@ -78,6 +78,7 @@ void expectState(MemoryFiles files, const States& allowed, const std::string& wh
   files.operationsUntilCut = -1;
   files.failure = nullptr;
   const std::string found = Session(files).state();
+  EXPECT_TRUE(files.list(kFolder, L".discarded").empty()) << where;
   EXPECT_TRUE(std::any_of(allowed.begin(), allowed.end(), [&](const Document* d) {
     return found == stateOf(*d);
   })) << where;
@@ -171,6 +172,45 @@ TEST(DesktopStore, ACutLeavesTheStateBeforeOrAfter) {
   }
 }
 
+TEST(DesktopStore, ManySavesBeforeTheFlusherIsDoneLeaveTheLastOne) {
+  for (int saves = 1; saves < 8; ++saves) {
+    MemoryFiles files = diskWith(Document{});
+    Session session(files);
+    const Document last = withContainers(L"last", saves);
+    for (int i = 1; i < saves; ++i) EXPECT_TRUE(session.save(withContainers(L"one", i)));
+    EXPECT_TRUE(session.save(last));
+    files.operationsUntilCut = 1;
+    EXPECT_THROW(session.save(Document{}), PowerCut);
+    files.losePower(MemoryFiles::Loss::All);
+    expectState(files, {&last}, std::to_string(saves));
+  }
+}
+
+TEST(DesktopStore, TheJournalStaysUntilEveryFileIsOnTheDisk) {
+  const Document first = withContainers(L"first", 2);
+  const Document second = withContainers(L"second", 2);
+  MemoryFiles files = diskWith(Document{});
+  Session session(files);
+  EXPECT_TRUE(session.save(first));
+  files.failure = [](Operation operation, const std::wstring&) {
+    return operation == Operation::Flush ? kDiskFull : FileStatus{};
+  };
+  EXPECT_FALSE(session.store.finish(0));
+  files.failure = nullptr;
+  MemoryFiles disk = files;
+  disk.losePower(MemoryFiles::Loss::All);
+  expectState(disk, {&first}, "not flushed");
+
+  // Nor does the flushing of one save end the journal of the next.
+  EXPECT_TRUE(session.save(first));
+  session.flusher.wait(0);
+  files.openElsewhere(at(L"\\Containers\\1.con"), false);
+  EXPECT_FALSE(session.save(second));
+  session.store.flushed();
+  files.losePower(MemoryFiles::Loss::Nothing);
+  expectState(files, {&second}, "half written");
+}
+
 TEST(DesktopStore, AFailureIsReportedAndLeavesAWholeState) {
   const Document before = withContainers(L"before", 3);
   const Document after = withContainers(L"after", 2);
@@ -248,6 +288,9 @@ TEST(DesktopStore, WaitsAMomentForAFileThatAnotherProgramHolds) {
     files.openElsewhere(at(name), false);
     EXPECT_TRUE(session.save(after));
     expectState(files, {&after}, "saved");
+    session.save(before);
+    files.openElsewhere(at(name), false);
+    EXPECT_TRUE(session.save(after)) << "waits again";
     // One that stays closed to us is not waited for with every change.
     files.openElsewhere(at(name), false);
     session.meanwhile = nullptr;
@@ -275,6 +318,16 @@ TEST(DesktopStore, AJournalThatCannotGoIsNeverTheNewestAgain) {
   EXPECT_FALSE(session.store.giveUpRecentChanges());
   files.closeElsewhere();
   expectState(files, {&second}, "an old journal beside a newer one");
+
+  // Numbers go on where the last program left them.
+  files.failure = [](Operation operation, const std::wstring& path) {
+    const bool held = path.find(L".journal") != std::wstring::npos;
+    const bool removing = operation == Operation::Rename || operation == Operation::Remove;
+    return held && removing ? kDiskFull : FileStatus{};
+  };
+  Session next(files);
+  EXPECT_TRUE(next.save(first));
+  expectState(files, {&first}, "a newer one beside those of the last program");
 }
 
 TEST(DesktopStore, ChangesThatAreGivenUpDoNotComeBack) {
@@ -287,6 +340,10 @@ TEST(DesktopStore, ChangesThatAreGivenUpDoNotComeBack) {
   const Session next(files);
   EXPECT_TRUE(next.msgBox.shown.empty());
   EXPECT_EQ(next.document.settings.wallpaper, L"saved");
+
+  { Session(files).save(withContainers(L"changed", 1), true); }
+  { const Session no(files, {kMsgAnswerNo}); }
+  EXPECT_TRUE(Session(files).msgBox.shown.empty());
 }
 
 TEST(DesktopStore, AFullDiskLeavesTheFilesUntouched) {
@@ -331,11 +388,12 @@ TEST(DesktopStore, FinishingASaveKeepsWhatCameFromElsewhere) {
   }
   files.contents[at(L"\\Varnowick.ini")] = "put here since";
   files.contents[at(L"\\Containers\\1.con")] = "this too";
-  const std::string own = files.contents[at(L"\\Containers\\0.con")];
+  files.contents[at(L"\\Varnowick.REC")] = "and this";
   const Session session(files);
   EXPECT_EQ(session.document.settings.wallpaper, L"after");
   EXPECT_EQ(files.contents[at(L"\\Backup\\Varnowick.ini")], "put here since");
   EXPECT_EQ(files.contents[at(L"\\Backup\\1.con")], "this too");
+  EXPECT_EQ(files.contents[at(L"\\Backup\\Varnowick.REC")], "and this");
   EXPECT_FALSE(files.contents.contains(at(L"\\Backup\\0.con")));
 }
 
@@ -470,8 +528,11 @@ TEST(DesktopStore, KeepsWhatItCouldNotReadAndTellsAtTheStart) {
   files.contents[at(L"\\Containers\\3.con")] = "something else";
   EXPECT_TRUE(session.save(session.document, true));
   EXPECT_EQ(files.contents[at(L"\\Backup\\3 (2).con")], "something else");
-  EXPECT_TRUE(session.save(session.document, true));
+  EXPECT_TRUE(session.save(withContainers(L"c", 1), true));
   EXPECT_EQ(session.msgBox.shown.size(), 2U);
+  files.contents[at(L"\\Containers\\1.con")] = "where one has been";
+  EXPECT_TRUE(session.save(withContainers(L"c", 1), true));
+  EXPECT_EQ(files.contents[at(L"\\Backup\\1 (2).con")], "where one has been");
 }
 
 TEST(DesktopStore, AMainFileThatTurnsUpIsCopiedOnce) {
@@ -484,6 +545,9 @@ TEST(DesktopStore, AMainFileThatTurnsUpIsCopiedOnce) {
   EXPECT_EQ(files.contents[at(L"\\Backup\\Varnowick.ini")], "put here since");
   EXPECT_EQ(files.contents[at(L"\\Backup\\Varnowick.REC")], "this too");
   EXPECT_EQ(session.msgBox.shown.size(), 2U);
+  files.contents[at(L"\\Varnowick.REC")] = "and again";
+  EXPECT_TRUE(session.save(session.document));
+  EXPECT_EQ(files.contents[at(L"\\Backup\\Varnowick (2).REC")], "and again");
 }
 
 TEST(DesktopStore, AFailedBackupStopsTheSave) {
