@@ -6,8 +6,8 @@ namespace varnowick {
 namespace {
 
 constexpr std::size_t kNear = 1'000;  // units from the end of a slice
-constexpr std::size_t kLongestWord = 2'000;
-constexpr std::size_t kMostHardEdited = 6'000;
+constexpr std::size_t kLongestParagraph = 3'000;
+constexpr std::size_t kMostHardEdited = 8'000;
 
 bool isSecondUnit(wchar_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
@@ -48,15 +48,18 @@ std::size_t furthestForward(std::wstring_view text, std::size_t from, std::size_
   return best - from > units / 2 ? best : between(text, at);
 }
 
-// True without many lines, and without words so long that some controls break them in
-// a time that grows with their square.
+// True without many lines, and without paragraphs so long that some controls break them
+// in a time that grows with their square.
 bool isEasy(std::wstring_view text) {
   std::size_t lines = 0;
-  std::size_t word = 0;
+  std::size_t paragraph = 0;
   for (const wchar_t c : text) {
-    if (c == L'\n' && ++lines > kMostEditedLines) return false;
-    word = c <= L' ' ? 0 : word + 1;
-    if (word > kLongestWord) return false;
+    ++paragraph;
+    if (c == L'\n') {
+      paragraph = 0;
+      if (++lines > kMostEditedLines) return false;
+    }
+    if (paragraph > kLongestParagraph) return false;
   }
   return true;
 }
@@ -81,17 +84,6 @@ bool wantsAnotherSlice(const NoteSlice& slice, std::size_t textLength, std::size
   return (slice.start > 0 && caret <= near) || (slice.end < textLength && caret + near >= length);
 }
 
-std::wstring withSlice(std::wstring_view text, const NoteSlice& slice, std::wstring_view edited) {
-  const std::size_t start = std::min(slice.start, text.size());
-  const std::size_t end = std::clamp(slice.end, start, text.size());
-  std::wstring result;
-  result.reserve(start + edited.size() + text.size() - end);
-  result += text.substr(0, start);
-  result += edited;
-  result += text.substr(end);
-  return result;
-}
-
 std::wstring editableText(std::wstring_view text) {
   std::wstring result;
   result.reserve(text.size() + text.size() / 16);
@@ -107,16 +99,38 @@ std::wstring editableText(std::wstring_view text) {
   return result;
 }
 
-std::size_t withoutBreakUnits(std::wstring_view text, std::size_t offset) {
-  const std::wstring_view before = text.substr(0, offset);
-  return before.size() - static_cast<std::size_t>(std::count(before.begin(), before.end(), L'\n'));
+NoteChange changeBetween(std::wstring_view before, std::wstring_view after, std::size_t caret) {
+  const std::size_t common = std::min(before.size(), after.size());
+  caret = std::min(caret, after.size());
+  // What follows the caret has not been touched, if that can be.
+  std::size_t same = 0;
+  while (same < std::min(common, after.size() - caret) &&
+         before[before.size() - 1 - same] == after[after.size() - 1 - same])
+    ++same;
+  std::size_t start = 0;
+  while (start < common - same && before[start] == after[start]) ++start;
+  while (same < common - start &&
+         before[before.size() - 1 - same] == after[after.size() - 1 - same])
+    ++same;
+  return {start, before.size() - same, after.substr(start, after.size() - same - start)};
 }
 
-std::size_t withBreakUnits(std::wstring_view text, std::size_t position) {
-  std::size_t at = 0;
-  for (; at < text.size() && position > 0; ++at)
-    if (text[at] != L'\n') --position;
-  return at < text.size() && at > 0 && text[at - 1] == L'\r' ? at + 1 : at;
+NoteSelection selectionAfter(const NoteSelection& selection, const NoteSlice& slice,
+                             const NoteSlice& shown, const NoteSlice& now, bool extends) {
+  if (shown == now) return selection;
+  if (now.size() == 0 && !extends) return {now.start, now.start};
+  const bool forwards = selection.anchor <= selection.caret;
+  const std::size_t start =
+      now.start == shown.start && selection.start() < slice.start ? selection.start() : now.start;
+  const std::size_t end =
+      now.end == shown.end && selection.end() > slice.end ? selection.end() : now.end;
+  // The end that has moved has the caret.
+  if (now.start != shown.start && now.end == shown.end) return {end, start};
+  if (now.start == shown.start && now.end != shown.end) return {start, end};
+  // Both have: past the anchor, or by a new selection.
+  if (extends && now.end == shown.start) return {end, start};
+  if (extends && now.start == shown.end) return {start, end};
+  return forwards ? NoteSelection{start, end} : NoteSelection{end, start};
 }
 
 }  // namespace varnowick

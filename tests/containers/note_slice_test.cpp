@@ -59,27 +59,56 @@ TEST(NoteSlice, WalkingThroughALongNoteReachesItsEnd) {
       caret += 50;
   }
   EXPECT_GE(caret, text.size());
-  EXPECT_LT(slices, 100);
+  EXPECT_LT(slices, 200);
 }
 
-TEST(NoteSlice, CountsBreaksAsTheControlDoes) {
-  const std::wstring text = L"a\r\n\r\nbc\r\n";
-  const std::size_t offsets[] = {0, 1, 3, 5, 6, 7, 9};
-  for (std::size_t i = 0; i < std::size(offsets); ++i) {
-    EXPECT_EQ(withoutBreakUnits(text, offsets[i]), i);
-    EXPECT_EQ(withBreakUnits(text, i), offsets[i]);
-  }
-  EXPECT_EQ(withBreakUnits(text, 99), text.size());
-}
-
-TEST(NoteSlice, TheRestIsKept) {
-  EXPECT_EQ(withSlice(L"abcdef", {2, 4}, L"XYZ"), L"abXYZef");
-  EXPECT_EQ(withSlice(L"abc", {0, 3}, L""), L"");
-  EXPECT_EQ(withSlice(L"abc", {5, 9}, L"d"), L"abcd");
+TEST(NoteSlice, EveryLineBreakBecomesOfOneKind) {
   using namespace std::string_literals;
   EXPECT_EQ(editableText(L"a\nb\rc\r\nd\r\r\n\0e"s),
             L"a\r\nb\r\nc\r\nd\r\n\r\n\xFFFD"
             L"e");
+}
+
+TEST(NoteSlice, FindsWhatHasBeenTyped) {
+  const struct {
+    const wchar_t *before, *after;
+    std::size_t caret, start, end;
+    const wchar_t* by;
+  } cases[] = {{L"", L"", 0, 0, 0, L""},
+               {L"aaa", L"aaaa", 2, 1, 1, L"a"},
+               {L"aaaa", L"aaa", 1, 1, 2, L""},
+               {L"abc", L"axyc", 3, 1, 2, L"xy"},
+               {L"abc", L"", 0, 0, 3, L""},
+               {L"ab", L"aXYab", 3, 0, 0, L"aXY"},
+               {L"abcd", L"xbcy", 9, 0, 4, L"xbcy"}};
+  for (const auto& c : cases) {
+    const NoteChange change = changeBetween(c.before, c.after, c.caret);
+    EXPECT_EQ(change.start, c.start) << c.after;
+    EXPECT_EQ(change.end, c.end) << c.after;
+    EXPECT_EQ(change.by, c.by);
+  }
+}
+
+TEST(NoteSlice, WhatIsSelectedReachesBeyondWhatIsShown) {
+  const NoteSlice slice{100, 200};
+  const struct {
+    const char* what;
+    NoteSelection before;
+    NoteSlice shown, now;
+    bool extends;
+    NoteSelection after;
+  } cases[] = {
+      {"nothing has moved", {0, 500}, {100, 200}, {100, 200}, false, {0, 500}},
+      {"the caret moves on", {0, 150}, {100, 150}, {100, 160}, true, {0, 160}},
+      {"back to the edge", {0, 150}, {100, 150}, {100, 100}, true, {0, 100}},
+      {"backwards", {900, 150}, {150, 200}, {140, 200}, true, {900, 140}},
+      {"a click elsewhere", {0, 150}, {100, 150}, {120, 120}, false, {120, 120}},
+      {"a click at the edge", {0, 150}, {100, 150}, {100, 100}, false, {100, 100}},
+      {"past the anchor", {150, 160}, {150, 160}, {120, 150}, true, {150, 120}},
+      {"a word", {150, 150}, {150, 150}, {110, 115}, true, {110, 115}},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(selectionAfter(c.before, slice, c.shown, c.now, c.extends), c.after) << c.what;
 }
 
 }  // namespace

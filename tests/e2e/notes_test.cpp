@@ -1,6 +1,7 @@
 // Notes and pictures on the bar: written, read again, opened, added; and the colours of
 // containers.
 #include "platform/win32/handles.h"
+#include "tests/e2e/harness/detached.h"
 #include "tests/e2e/harness/drag_source.h"
 #include "tests/e2e/program_test.h"
 #include "ui/win/frm_con_colors.h"
@@ -59,13 +60,14 @@ class NotesTest : public ProgramTest {
     return bar.accessible().waitFor(L"Note of " + container).rect;
   }
   // The text control in which a note is being edited.
-  HWND editor(const Bar& bar) {
+  HWND editor(const Bar& bar) { return editor(bar.window()); }
+  HWND editor(HWND window) {
     HWND found = nullptr;
     require(L"the editor of the note", [&] {
-      for (HWND child = FindWindowExW(bar.window(), nullptr, L"VarnowickEditOverlay", nullptr);
+      for (HWND child = FindWindowExW(window, nullptr, L"VarnowickEditOverlay", nullptr);
            child != nullptr && found == nullptr;
-           child = FindWindowExW(bar.window(), child, L"VarnowickEditOverlay", nullptr))
-        if (IsWindowVisible(child)) found = FindWindowExW(child, nullptr, L"RichEdit20W", nullptr);
+           child = FindWindowExW(window, child, L"VarnowickEditOverlay", nullptr))
+        if (IsWindowVisible(child)) found = FindWindowExW(child, nullptr, L"EDIT", nullptr);
       return found != nullptr;
     });
     return found;
@@ -181,11 +183,65 @@ TEST_F(NotesTest, FiveMegabytesAreShownEditedAndScrolled) {
   editor(bar);
   keyboard::press(VK_HOME);
   keyboard::type(L"now ");
+  // All of it is selected, replaced, and comes back.
+  keyboard::chord({VK_CONTROL, 'A'});
+  putOnClipboard(offerText(std::wstring(15'000, L'y')));
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'V'}); });
+  EXPECT_EQ(savedNote(), std::string(15'000, 'y'));
+  keyboard::chord({VK_CONTROL, 'Z'});
   endEditing(bar);
   const std::string all = file();
   EXPECT_NE(all.find("now "), std::string::npos);
   EXPECT_GT(all.size(), note.size());
   closeProgram();
+}
+
+TEST_F(NotesTest, TheMenuEditsAndTheBarStaysMeanwhile) {
+  writeNote("one two\r\n");
+  Bar bar = startBar();
+  bar.expand();
+  const RECT note = noteRect(bar, L"Memo");
+  mouse::click(centreOf(note));
+  const HWND control = editor(bar);
+  const auto choose = [&](const wchar_t* mnemonic) {
+    events().expect(kEventMenuOpened, L"menu opened", [&] { mouse::rightClick(centreOf(note)); });
+    require(L"the menu's window", [&] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+    events().expect(kEventMenuClosed, L"menu closed", [&] { bar.choose(mnemonic); });
+  };
+  events().expect(kEventMenuOpened, L"menu opened", [&] { mouse::rightClick(centreOf(note)); });
+  mouse::moveAwayFrom(bar.rect());
+  letTimePass(1500);  // longer than the bar takes to go when nothing holds it
+  EXPECT_TRUE(bar.isOut());
+  events().expect(kEventMenuClosed, L"menu closed", [] { keyboard::press(VK_ESCAPE); });
+  choose(L"a");
+  choose(L"t");
+  require(L"the text to go", [&] { return textOf(control).empty(); });
+  choose(L"u");
+  require(L"the text to come back", [&] { return textOf(control) == L"one two"; });
+  keyboard::press(VK_ESCAPE);
+  closeProgram();
+  EXPECT_EQ(savedNote(), "one two");
+}
+
+// What cannot be saved is told of in a box, in which the session then ends.
+TEST_F(NotesTest, TheSessionMayEndWhileWhatWasTypedInAWindowIsSaved) {
+  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  for (int i = 0; i < 2; ++i)
+    folder().write(L"Containers\\" + std::to_wstring(i) + L".con",
+                   containerFile({.name = i == 0 ? L"Memo" : L"Other",
+                                  .note = "old\r\n",
+                                  .detached = detachedLines({.x = 4000 + 5000 * i, .y = 3000})}));
+  Bar bar = startBar();
+  const DetachedWindow memo(program(), events(), L"Memo");
+  mouse::click(centreOf(memo.accessible().waitFor(L"Note of Memo").rect));
+  editor(memo.window());
+  keyboard::type(L" new");
+  ASSERT_TRUE(CreateDirectoryW(folder().file(L"Varnowick.REC").c_str(), nullptr));
+  waitForDialog(program().process(), L"");
+  DWORD_PTR ignored = 0;
+  SendMessageTimeoutW(bar.window(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, kPatience, &ignored);
+  EXPECT_EQ(program().waitForExit(), 0U);
+  EXPECT_EQ(savedNote(), "old new");
 }
 
 TEST_F(MainNotes, APictureIsAddedAndWhatIsNoneIsRefused) {

@@ -18,7 +18,8 @@ enum class GestureKind {
   Resize,  // by its border
   RubberBand,
   DrawContainer,
-  DragFiles  // out of a folder container, and out of the window
+  DragFiles,  // out of a folder container, and out of the window
+  ScrollNote  // by its thumb
 };
 enum class GesturePhase { Begin, Update, End, Cancel };
 

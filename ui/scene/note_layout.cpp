@@ -31,11 +31,11 @@ bool stayWithFormer(wchar_t c) {
              .find(c) != std::wstring_view::npos;
 }
 
-// Whether a line may end between the two.
+// Whether a line may end between the two; not after a hyphen, since text controls do not
+// either, and a note must not change its lines when it is edited.
 bool mayBreak(wchar_t before, wchar_t after) {
   if (isBlank(after)) return false;  // blanks hang over the end of their line
   if (isBlank(before)) return true;
-  if (before == L'-') return !(after >= L'0' && after <= L'9');
   return (standsAlone(before) || standsAlone(after)) && !stayWithFormer(after);
 }
 
@@ -54,7 +54,7 @@ LetterWidths::LetterWidths(TextMeasure* measure, TextStyle style, Density densit
   if (measure_ != nullptr)
     lineHeight_ = measure_->measure(L"Hg", style_, Pixels{10'000}).height.value;
   lineHeight_ = std::max(1, lineHeight_);
-  tabWidth_ = std::max(1, density_.toPixels(720_tw).value);
+  tabWidth_ = std::max(1, density_.toPixels(kNoteTab).value);
   square_ = measured(L"\x65E5", roundHalfToEven(em));
 }
 

@@ -17,6 +17,9 @@
 
 namespace varnowick {
 
+// From a tab stop to the next.
+inline constexpr Twips kNoteTab{720};
+
 // How wide each letter of a style is, asked for once. Lines are as wide as their
 // letters together: the platform does not kern.
 class LetterWidths {

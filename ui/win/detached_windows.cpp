@@ -77,8 +77,17 @@ void DetachedWindows::detachLoaded(const Progress& progress) {
   });
 }
 
+// By slot: what is done to one may save, and while a failed save is told of, the list may
+// change.
+void DetachedWindows::each(const std::function<void(frmContainer&)>& act) {
+  std::vector<ContainerSlot> slots;
+  for (const auto& window : windows_) slots.push_back(window->slot());
+  for (const ContainerSlot slot : slots)
+    if (frmContainer* window = find(slot)) act(*window);
+}
+
 void DetachedWindows::showLoaded() {
-  for (const auto& window : windows_) window->showFirst();
+  each([](frmContainer& window) { window.showFirst(); });
 }
 
 // Takes the window off the list. Its own handlers may be running.
@@ -105,21 +114,24 @@ void DetachedWindows::attachAll() {
 void DetachedWindows::attachThese(std::vector<ContainerSlot> slots) {
   std::erase_if(slots, [this](ContainerSlot slot) {
     frmContainer* window = find(slot);
-    clsContainer* c = desk_.document.workspace.containers.find(slot);
-    if (window == nullptr || c == nullptr || window->rules().unloading()) return true;
+    if (window == nullptr || window->rules().unloading()) return true;
     window->pane().endEditing();
+    clsContainer* c = desk_.document.workspace.containers.find(slot);
+    if (find(slot) == nullptr || c == nullptr) return true;
     markAttached(*c);
     return false;
   });
   if (slots.empty()) return;
   hooks_.barChanged(slots);
-  for (const ContainerSlot slot : slots) find(slot)->close();
+  for (const ContainerSlot slot : slots)
+    if (frmContainer* window = find(slot)) window->close();
   hooks_.workspaceChanged();
 }
 
 void DetachedWindows::showAll() {
-  for (const auto& window : windows_)
-    if (window->rules().hidden()) window->Undock(false);
+  each([](frmContainer& window) {
+    if (window.rules().hidden()) window.Undock(false);
+  });
 }
 
 bool DetachedWindows::anyHidden() const {
@@ -139,11 +151,7 @@ void DetachedWindows::deleteContainer(ContainerSlot slot) {
 }
 
 void DetachedWindows::closeAll() {
-  for (auto& window : windows_) {
-    window->hideForGood();
-    closed_.push_back(std::move(window));
-  }
-  windows_.clear();
+  while (!windows_.empty()) giveUp(windows_.back()->slot());
   sweep();
 }
 
@@ -194,23 +202,20 @@ DragStop* DetachedWindows::dragStopOf(HWND window) {
 }
 
 void DetachedWindows::refreshAll() {
-  for (const auto& window : windows_) window->refresh();
+  each([](frmContainer& window) { window.refresh(); });
 }
 
 void DetachedWindows::setPalette(const Palette& palette) {
   palette_ = palette;
-  for (const auto& window : windows_) window->setPalette();
+  each([](frmContainer& window) { window.setPalette(); });
 }
 
 void DetachedWindows::invalidate() {
   for (const auto& window : windows_) window->invalidate();
 }
 
-// By slot: what is taken is saved, and while a failed save is told of, the list may
-// change.
 void DetachedWindows::endEditing() {
-  for (const Row& row : rows())
-    if (frmContainer* window = find(row.slot)) window->pane().endEditing();
+  each([](frmContainer& window) { window.pane().endEditing(); });
 }
 
 }  // namespace varnowick

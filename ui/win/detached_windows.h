@@ -81,6 +81,7 @@ class DetachedWindows final : public DetachedHost {
  private:
   void attachThese(std::vector<ContainerSlot> slots);
   frmContainer* open(ContainerSlot slot);
+  void each(const std::function<void(frmContainer&)>& act);
   void giveUp(ContainerSlot slot);
   void giveFirstRect(ContainerSlot slot, std::optional<Point<Pixels>> at);
 

@@ -32,7 +32,6 @@ void EditOverlay::setPalette(const Palette& palette) {
   palette_ = palette;
   groundBrush_.reset(CreateSolidBrush(colourOf(ground(palette_))));
   if (handle() == nullptr) return;
-  applyColours();
   InvalidateRect(handle(), nullptr, TRUE);
   InvalidateRect(control_, nullptr, TRUE);
 }
@@ -65,6 +64,7 @@ void EditOverlay::makeFont() {
   FontHandle font(CreateFontIndirectW(&description));
   SendMessageW(control_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
   font_ = std::move(font);
+  fontSet();
 }
 
 Pixels EditOverlay::lineHeight() const {
@@ -104,13 +104,13 @@ bool EditOverlay::place() {
 
 bool EditOverlay::show(NodeId node, const std::wstring& text, const TextStyle& style,
                        const std::wstring& accessibleName) {
+  const HandlerScope scope(handlers_);
   accept();
   if (scene_.seenRect(node).empty() || !makeWindows()) return false;
   node_ = node;
   style_ = style;
   style_.rotation = 0;
   makeFont();
-  applyColours();
   SetWindowTextW(label_, accessibleName.c_str());
   SetWindowTextW(control_, text.c_str());
   if (!place()) return false;
@@ -122,6 +122,7 @@ bool EditOverlay::show(NodeId node, const std::wstring& text, const TextStyle& s
 
 void EditOverlay::arrange() {
   if (!active_) return;
+  const HandlerScope scope(handlers_);
   if (scene_.find(node_) == nullptr || !scene_.shown(node_)) return vanished();
   if (!place()) accept();
 }
@@ -137,6 +138,7 @@ std::wstring EditOverlay::text() const {
 
 void EditOverlay::end(bool accepted) {
   if (!active_) return;
+  const HandlerScope scope(handlers_);
   ending();
   std::wstring entered = accepted ? text() : std::wstring();
   const bool focused = hasFocus();
@@ -151,6 +153,7 @@ void EditOverlay::end(bool accepted) {
 }
 
 LRESULT EditOverlay::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const HandlerScope scope(handlers_);
   switch (message) {
     case WM_ERASEBKGND: {
       RECT client{};
@@ -193,14 +196,22 @@ LRESULT EditOverlay::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT CALLBACK EditOverlay::controlProcedure(HWND control, UINT message, WPARAM wParam,
                                                LPARAM lParam) {
-  return overlayOf(control)->onControl(message, wParam, lParam);
+  EditOverlay* overlay = overlayOf(control);
+  if (overlay == nullptr) return DefWindowProcW(control, message, wParam, lParam);
+  const HandlerScope scope(overlay->handlers_);
+  // Nothing may unwind into the system's dispatcher.
+  try {
+    return overlay->onControl(message, wParam, lParam);
+  } catch (...) {
+    return 0;
+  }
 }
 
 LRESULT EditOverlay::onControl(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_KEYDOWN:
       if (wParam == 'A' && GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0) {
-        SendMessageW(control_, EM_SETSEL, 0, -1);
+        selectAll();
         return 0;
       }
       if (keyDown(static_cast<int>(wParam))) return 0;
@@ -219,6 +230,8 @@ LRESULT EditOverlay::onControl(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       break;
   }
+  // What was done above may have ended the window.
+  if (control_ == nullptr) return 0;
   return CallWindowProcW(controlBase_, control_, message, wParam, lParam);
 }
 

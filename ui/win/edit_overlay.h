@@ -42,6 +42,10 @@ class EditOverlay : public Window {
   // node, and ends when that has gone or is out of sight.
   void arrange();
 
+  // A handler of the control, or of an end of the editing, is under way: what it leads to
+  // may close the window around it, which must not be freed meanwhile.
+  bool handling() const { return handlers_ > 0; }
+
  protected:
   // Scene and fonts are borrowed and must outlive the overlay.
   EditOverlay(const Scene& scene, GdiFonts& fonts) : scene_(scene), fonts_(fonts) {}
@@ -59,12 +63,13 @@ class EditOverlay : public Window {
   virtual PixelRect controlRect(Size<Pixels> frame) const = 0;
   virtual Colour ground(const Palette& palette) const = 0;
   virtual Colour ink(const Palette& palette) const = 0;
-  virtual void applyColours() {}
   // True when the key has been dealt with.
   virtual bool keyDown(int key) = 0;
   // Characters that the control is not to see.
   virtual bool refuses(wchar_t) const { return false; }
+  virtual void fontSet() {}
   virtual void textChanged() {}
+  virtual void selectAll() { SendMessageW(control_, EM_SETSEL, 0, -1); }
   // The editing is about to end; the control is as the user left it.
   virtual void ending() {}
   // The node has gone: by default what was typed goes with it.
@@ -82,6 +87,7 @@ class EditOverlay : public Window {
   int scaled(int pixels) const { return MulDiv(pixels, density_.dpi, 96); }
   Pixels lineHeight() const;
   void end(bool accepted);
+  int& handlers() { return handlers_; }
 
  private:
   static LRESULT CALLBACK controlProcedure(HWND control, UINT message, WPARAM wParam,
@@ -105,6 +111,7 @@ class EditOverlay : public Window {
   bool clipped_ = false;
   NodeId node_;
   bool active_ = false;
+  int handlers_ = 0;
 };
 
 }  // namespace varnowick

@@ -8,6 +8,7 @@
 #include "ui/win/file_drag.h"
 #include "ui/win/folder_containers.h"
 #include "ui/win/popup_menu.h"
+#include "ui/win/wheel_lines.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick {
@@ -86,15 +87,8 @@ bool FolderContainers::clicked(NodeId node, bool doubleClick) {
 bool FolderContainers::wheel(NodeId node, int delta) {
   FolderView* view = viewOf(node);
   if (view == nullptr || !(view->thumb().length < 1)) return false;
-  UINT lines = 3;
-  SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
   const int page = std::max(1, view->bottom() - view->top() - 1);
-  const int rows = lines == WHEEL_PAGESCROLL ? page : static_cast<int>(std::min(lines, 100U));
-  // Fine wheels turn by less than a row.
-  wheelRest_ += delta * rows;
-  const int steps = wheelRest_ / WHEEL_DELTA;
-  wheelRest_ -= steps * WHEEL_DELTA;
-  if (view->scrollBy(-steps)) changed(folderContainerOf(node), true);
+  if (view->scrollBy(wheelLines(delta, page, wheelRest_))) changed(folderContainerOf(node), true);
   return true;
 }
 

@@ -70,7 +70,7 @@ class frmContainer final : public Window, private PaneOwner {
   // From now on it saves nothing and answers nothing.
   void hideForGood();
   // One of its handlers is under way: it must not be freed.
-  bool handling() const { return handlers_ > 0 || tab_.handling(); }
+  bool handling() const { return handlers_ > 0 || tab_.handling() || pane_.handling(); }
 
   ContainerSlot slot() const { return slot_; }
   const std::wstring& lblName() const { return lblName_; }

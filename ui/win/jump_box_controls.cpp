@@ -49,12 +49,25 @@ bool isForField(WPARAM character) {
 
 LRESULT CALLBACK PicJumpToLink::editProcedure(HWND edit, UINT message, WPARAM wParam,
                                               LPARAM lParam) {
-  return ownerOf(edit)->onEdit(message, wParam, lParam);
+  PicJumpToLink* owner = ownerOf(edit);
+  if (owner == nullptr) return DefWindowProcW(edit, message, wParam, lParam);
+  // Nothing may unwind into the system's dispatcher.
+  try {
+    return owner->onEdit(message, wParam, lParam);
+  } catch (...) {
+    return 0;
+  }
 }
 
 LRESULT CALLBACK PicJumpToLink::listProcedure(HWND list, UINT message, WPARAM wParam,
                                               LPARAM lParam) {
-  return ownerOf(list)->onList(message, wParam, lParam);
+  PicJumpToLink* owner = ownerOf(list);
+  if (owner == nullptr) return DefWindowProcW(list, message, wParam, lParam);
+  try {
+    return owner->onList(message, wParam, lParam);
+  } catch (...) {
+    return 0;
+  }
 }
 
 LRESULT PicJumpToLink::onEdit(UINT message, WPARAM wParam, LPARAM lParam) {

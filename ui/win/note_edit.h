@@ -1,14 +1,19 @@
 // A note edited where it is shown, in many lines. What is typed is handed over when
 // the typing rests, when the focus leaves and at the end, never key by key. The text
-// control holds only a part of a very long note. Saving is the owner's business.
+// with its history and what is selected of it are kept here; the control shows a part
+// of them, since no control takes megabytes at once. Saving is the owner's business.
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "containers/note_slice.h"
+#include "containers/note_text.h"
 #include "core/slots.h"
 #include "ui/win/edit_overlay.h"
+#include "ui/win/popup_menu.h"
 
 namespace varnowick {
 
@@ -22,6 +27,8 @@ class NoteEdit final : public EditOverlay {
     // A function key was pressed; what was typed has been handed over. True when it
     // meant something.
     std::function<bool(int key)> functionKey{};
+    // Shows a menu at a point of the screen and waits. The command chosen, or 0.
+    std::function<int(const std::vector<MenuItem>&, POINT)> menu{};
   };
   // Scene and fonts are borrowed and must outlive it.
   NoteEdit(const Scene& scene, GdiFonts& fonts, Hooks hooks)
@@ -29,13 +36,16 @@ class NoteEdit final : public EditOverlay {
   ~NoteEdit() override;
 
   // Begins with the caret at the offset, after ending what is being edited already.
-  // False when the note is out of sight. The owner calls arrange() after each layout
-  // or scrolling, accept() before it collapses and at the end of the session, and
-  // stays open while active().
+  // A text that was left as it is now can still be undone. False when the note is out
+  // of sight. The owner calls arrange() after each layout or scrolling, accept() before
+  // it collapses and at the end of the session, and stays open while active().
   bool begin(ContainerSlot slot, const std::wstring& text, std::size_t offset);
   ContainerSlot slot() const { return active() ? slot_ : ContainerSlot{}; }
   // Hands over what was typed, if anything, and goes on.
   void commit();
+  // The scene has changed. What was done to a note that has gone is not to be undone in
+  // the one that gets its slot.
+  void forgetGone();
 
   // As far the frame reaches beyond the node, in pixels at 96 dots per inch.
   static constexpr int kHalo = 2;
@@ -46,8 +56,10 @@ class NoteEdit final : public EditOverlay {
   PixelRect controlRect(Size<Pixels> frame) const override;
   Colour ground(const Palette& palette) const override { return palette.noteBack; }
   Colour ink(const Palette& palette) const override { return palette.noteText; }
-  void applyColours() override;
   bool keyDown(int key) override;
+  bool refuses(wchar_t character) const override;
+  void selectAll() override;
+  void fontSet() override;
   void textChanged() override;
   void vanished() override { accept(); }
   void ending() override { topAtEnd_ = topOffset(); }
@@ -56,32 +68,51 @@ class NoteEdit final : public EditOverlay {
   LRESULT onControl(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  void takeIn(const std::wstring& edited);
+  enum class Step { Undo, Redo };
+
+  // The text (note_edit.cpp)
+  void changed();
   void handOver();
-  void load(std::size_t caret, std::size_t top);
-  std::size_t offsetOf(std::wstring_view part, DWORD position) const;
-  std::size_t topOffset() const;
-  int topOf(std::size_t position) const;
-  std::size_t toPosition(std::wstring_view part, std::size_t offset) const;
-  void scrollToTop(std::size_t position);
-  void followCaret();
-  void followView();
-  void goTo(std::size_t offset);
+  bool replaceSelected(std::wstring_view by);
+  bool step(Step step);
+  bool copy();
   void paste();
-  bool pasteLongText(const std::wstring& pasted);
+  void deleteWord(int key);
+  bool prepareFor(UINT message, WPARAM wParam);
+  bool clipboardKey(int key);
+  void showMenu(LPARAM point);
+
+  // What of it is in sight (note_edit_view.cpp)
+  void load(std::size_t around, std::size_t top);
+  void showSelection();
+  void showCaret();
+  NoteSlice selectedInControl() const;
+  void followSelection(bool extends);
+  void followCaret();
+  void followDrag();
+  void followView();
+  bool moves(int key);
+  std::size_t topOffset() const;
+  void scrollToTop(std::size_t offset);
   void wheel(int delta);
-  void paintThumb(HDC dc) const;
+  int linesInSight() const;
+  void scrollBy(int lines);
+  PixelRect noteInFrame() const;
+  PixelRect thumb() const;
+  bool dragThumb(UINT message, POINT at);
+  void scrollToShare(double share);
 
   Hooks hooks_;
   ContainerSlot slot_;
-  std::wstring text_;  // all of it, as handed over last or with what was typed since
-  NoteSlice slice_;
-  bool typed_ = false;    // what is in the control differs from text_
-  bool changed_ = false;  // text_ differs from what was handed over last
-  bool loading_ = false;
-  bool rich_ = false;
+  NoteText note_;
+  NoteSlice slice_;          // of the text, in the control
+  NoteSelection selection_;  // of the whole text
+  NoteSlice shown_;          // what of it the control has selected
+  bool changed_ = false;     // the text differs from what was handed over last
+  bool loading_ = false;     // what the control tells is our own doing
   std::size_t topAtEnd_ = 0;
   int wheelRest_ = 0;
+  std::optional<int> thumbHeld_;  // so far below its top
 };
 
 }  // namespace varnowick

@@ -1,166 +1,229 @@
 // The part of NoteEdit for what of a note is in the control, and in sight of it.
 
-#include <richedit.h>
-
 #include <algorithm>
+#include <utility>
 
+#include "ui/scene/note_view.h"
 #include "ui/win/note_edit.h"
+#include "ui/win/wheel_lines.h"
 
 namespace varnowick {
 namespace {
 
-constexpr int kThumbWidth = 3;
-constexpr int kWheelLines = 3;
+bool down(int key) { return GetKeyState(key) < 0; }
 
 }  // namespace
 
-// Puts the part of the text around the caret into the control, the line of `top` first
+// Puts the part of the text around the offset into the control, the line of `top` first
 // if it is in that part.
-void NoteEdit::load(std::size_t caretOffset, std::size_t top) {
-  slice_ = sliceAround(text_, caretOffset);
-  const std::wstring part = text_.substr(slice_.start, slice_.size());
-  loading_ = true;
+void NoteEdit::load(std::size_t around, std::size_t top) {
+  slice_ = sliceAround(note_.text(), around);
+  const bool outer = std::exchange(loading_, true);
   SendMessageW(control(), WM_SETREDRAW, FALSE, 0);
-  SetWindowTextW(control(), part.c_str());
-  applyColours();
-  const auto at =
-      static_cast<LPARAM>(toPosition(part, caretOffset - std::min(caretOffset, slice_.start)));
-  SendMessageW(control(), EM_SETSEL, static_cast<WPARAM>(at), at);
-  if (slice_.contains(top)) scrollToTop(toPosition(part, top - slice_.start));
-  SendMessageW(control(), EM_EMPTYUNDOBUFFER, 0, 0);
+  SetWindowTextW(control(), note_.text().substr(slice_.start, slice_.size()).c_str());
+  showSelection();
+  scrollToTop(slice_.contains(top) ? top : around);
   SendMessageW(control(), WM_SETREDRAW, TRUE, 0);
   InvalidateRect(control(), nullptr, TRUE);
   InvalidateRect(handle(), nullptr, TRUE);
-  loading_ = false;
-  typed_ = false;
+  loading_ = outer;
 }
 
-std::size_t NoteEdit::toPosition(std::wstring_view part, std::size_t offset) const {
-  return rich_ ? withoutBreakUnits(part, offset) : offset;
-}
-
-// Where a letter is drawn, from the control's top; positions are in its own counting.
-int NoteEdit::topOf(std::size_t position) const {
-  if (rich_) {
-    POINTL at{};
-    SendMessageW(control(), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&at),
-                 static_cast<LPARAM>(position));
-    return at.y;
-  }
-  const LRESULT line = SendMessageW(control(), EM_LINEFROMCHAR, position, 0);
-  const LRESULT first = SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0);
-  return static_cast<int>(line - first) * lineHeight().value;
-}
-
-// Some controls take a line to be shorter than theirs are, so that it takes several
-// steps.
-void NoteEdit::scrollToTop(std::size_t position) {
-  constexpr int kMostSteps = 20;
-  for (int step = 0; step < kMostSteps; ++step) {
-    const int top = topOf(position);
-    const int lines = top / lineHeight().value;
-    if (lines == 0) return;
-    SendMessageW(control(), EM_LINESCROLL, 0, lines);
-    if (topOf(position) == top) return;  // it is the end of the text
-  }
-}
-
-// From a position as the control counts, and the part of the text that it holds.
-std::size_t NoteEdit::offsetOf(std::wstring_view part, DWORD position) const {
-  return slice_.start +
-         (rich_ ? withBreakUnits(part, position) : std::min<std::size_t>(position, part.size()));
-}
-
-// Of the first line that can be read.
-std::size_t NoteEdit::topOffset() const {
-  const LRESULT line = SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0);
-  const auto startOf = [&](LRESULT number) {
-    return SendMessageW(control(), EM_LINEINDEX, static_cast<WPARAM>(number), 0);
+// As much of what is selected as lies in the control.
+void NoteEdit::showSelection() {
+  const auto inside = [this](std::size_t offset) {
+    return std::clamp(offset, slice_.start, slice_.end);
   };
-  LRESULT position = std::max<LRESULT>(0, startOf(line));
-  const bool cutOff = topOf(static_cast<std::size_t>(position)) < -lineHeight().value / 2;
-  if (const LRESULT next = startOf(line + 1); cutOff && next > position) position = next;
-  return offsetOf(text(), static_cast<DWORD>(position));
+  shown_ = {inside(selection_.start()), inside(selection_.end())};
+  const bool outer = std::exchange(loading_, true);
+  SendMessageW(control(), EM_SETSEL, inside(selection_.anchor) - slice_.start,
+               static_cast<LPARAM>(inside(selection_.caret) - slice_.start));
+  loading_ = outer;
 }
 
-void NoteEdit::goTo(std::size_t offset) {
-  takeIn(text());
-  offset = std::min(offset, text_.size());
-  load(offset, offset);
+// Brings the caret into sight, which is somewhere in the text.
+void NoteEdit::showCaret() {
+  if (!slice_.contains(selection_.caret)) load(selection_.caret, selection_.caret);
   SendMessageW(control(), EM_SCROLLCARET, 0, 0);
+  InvalidateRect(handle(), nullptr, TRUE);
 }
 
-// More of a long note when the caret comes to the end of what the control holds.
-void NoteEdit::followCaret() {
-  const auto length = static_cast<std::size_t>(GetWindowTextLengthW(control()));
-  const bool whole = slice_.size() == text_.size();
-  if (!active() || (whole && length < 2 * kMostEdited)) return;
+// What the control has selected, in offsets of the whole text.
+NoteSlice NoteEdit::selectedInControl() const {
   DWORD from = 0;
   DWORD to = 0;
   SendMessageW(control(), EM_GETSEL, reinterpret_cast<WPARAM>(&from),
                reinterpret_cast<LPARAM>(&to));
-  const std::wstring part = text();
-  const std::size_t caret = offsetOf(part, to);
-  const std::size_t all = slice_.start + part.size() + (text_.size() - slice_.end);
-  // While something is selected the other end of it must stay.
-  if (from != to || !wantsAnotherSlice({slice_.start, slice_.start + part.size()}, all,
-                                       caret - slice_.start, part.size()))
-    return;
-  const std::size_t top = topOffset();
-  takeIn(part);
-  load(caret, top);
+  return {slice_.start + from, slice_.start + to};
 }
 
-// The same when the wheel has brought its end into sight; the caret comes along.
+void NoteEdit::followSelection(bool extends) {
+  const NoteSlice now = selectedInControl();
+  selection_ = selectionAfter(selection_, slice_, shown_, now, extends);
+  shown_ = now;
+}
+
+// More of a long note when the caret comes to the end of what the control holds.
+void NoteEdit::followCaret() {
+  const std::size_t caret = selection_.caret;
+  if (GetCapture() == control() || !slice_.contains(caret)) return;
+  if (wantsAnotherSlice(slice_, note_.text().size(), caret - slice_.start, slice_.size()))
+    load(caret, topOffset());
+}
+
+// The same while the mouse selects. The control is let go and taken again, as if with
+// Shift: so it goes on from what has come.
+void NoteEdit::followDrag() {
+  followSelection(true);
+  const std::size_t caret = selection_.caret;
+  if (!wantsAnotherSlice(slice_, note_.text().size(), caret - slice_.start, slice_.size())) return;
+  POINT at{};
+  RECT client{};
+  GetCursorPos(&at);
+  ScreenToClient(control(), &at);
+  GetClientRect(control(), &client);
+  const LPARAM point = MAKELPARAM(std::clamp(at.x, client.left, client.right - 1),
+                                  std::clamp(at.y, client.top, client.bottom - 1));
+  loading_ = true;
+  SendMessageW(control(), WM_LBUTTONUP, 0, point);
+  load(caret, topOffset());
+  SendMessageW(control(), WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, point);
+  loading_ = false;
+  followSelection(true);
+}
+
+// The same when the wheel has brought its end into sight. The caret stays where it is.
 void NoteEdit::followView() {
-  if (slice_.size() == text_.size()) return;
-  const std::wstring part = text();
   const std::size_t top = topOffset();
-  const std::size_t all = slice_.start + part.size() + (text_.size() - slice_.end);
-  if (!wantsAnotherSlice({slice_.start, slice_.start + part.size()}, all, top - slice_.start,
-                         part.size()))
-    return;
-  takeIn(part);
-  load(top, top);
-}
-
-void NoteEdit::wheel(int delta) {
-  wheelRest_ += delta * kWheelLines;
-  const int lines = wheelRest_ / WHEEL_DELTA;
-  wheelRest_ -= lines * WHEEL_DELTA;
-  if (lines == 0) return;
-  SendMessageW(control(), EM_LINESCROLL, 0, -lines);
-  followView();
+  const LRESULT below = SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0) + linesInSight();
+  const LRESULT end = SendMessageW(control(), EM_LINEINDEX, static_cast<WPARAM>(below), 0);
+  const std::size_t bottom = end < 0 ? slice_.end : slice_.start + static_cast<std::size_t>(end);
+  const auto atEdge = [this](std::size_t offset) {
+    return wantsAnotherSlice(slice_, note_.text().size(), offset - slice_.start, slice_.size());
+  };
+  if (atEdge(top) || atEdge(bottom)) load(top + (bottom - top) / 2, top);
   InvalidateRect(handle(), nullptr, TRUE);
 }
 
-void NoteEdit::paintThumb(HDC dc) const {
+void NoteEdit::selectAll() {
+  selection_ = {0, note_.text().size()};
+  showSelection();
+}
+
+// Keys that move the caret to where the control cannot, and before the others the part
+// of the text from which it goes.
+bool NoteEdit::moves(int key) {
+  const bool shift = down(VK_SHIFT);
+  const bool home = key == VK_HOME;
+  if ((home || key == VK_END) && down(VK_CONTROL) && !down(VK_MENU)) {
+    const std::size_t to = home ? 0 : note_.text().size();
+    selection_ = {shift ? selection_.anchor : to, to};
+  } else if ((key == VK_LEFT || key == VK_RIGHT) && !shift && !down(VK_CONTROL) &&
+             !selection_.within(slice_) && !selection_.empty()) {
+    const std::size_t to = key == VK_LEFT ? selection_.start() : selection_.end();
+    selection_ = {to, to};
+  } else {
+    if (key >= VK_PRIOR && key <= VK_DOWN && !slice_.contains(selection_.caret))
+      load(selection_.caret, selection_.caret);
+    return false;
+  }
+  note_.endRun();
+  if (slice_.contains(selection_.caret)) showSelection();
+  showCaret();
+  return true;
+}
+
+// Of the first line in sight.
+std::size_t NoteEdit::topOffset() const {
+  const LRESULT line = SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0);
+  const LRESULT start = SendMessageW(control(), EM_LINEINDEX, static_cast<WPARAM>(line), 0);
+  return slice_.start + static_cast<std::size_t>(std::max<LRESULT>(0, start));
+}
+
+void NoteEdit::scrollToTop(std::size_t offset) {
+  const LRESULT line = SendMessageW(control(), EM_LINEFROMCHAR, offset - slice_.start, 0);
+  const LRESULT first = SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0);
+  scrollBy(static_cast<int>(line - first));
+}
+
+int NoteEdit::linesInSight() const {
+  RECT client{};
+  GetClientRect(control(), &client);
+  return std::max(1, static_cast<int>(client.bottom) / lineHeight().value);
+}
+
+// The last line of the text comes no higher than to the bottom.
+void NoteEdit::scrollBy(int lines) {
+  if (slice_.end == note_.text().size()) {
+    const LRESULT all = SendMessageW(control(), EM_GETLINECOUNT, 0, 0);
+    const LRESULT first = SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0);
+    lines = std::min(lines, std::max(0, static_cast<int>(all - first) - linesInSight()));
+  }
+  SendMessageW(control(), EM_LINESCROLL, 0, lines);
+}
+
+void NoteEdit::wheel(int delta) {
+  const int lines = wheelLines(delta, std::max(1, linesInSight() - 1), wheelRest_);
+  if (lines == 0) return;
+  scrollBy(lines);
+  followView();
+}
+
+// The frame reaches a little beyond the note.
+PixelRect NoteEdit::noteInFrame() const {
   RECT client{};
   GetClientRect(handle(), &client);
-  const int lines = static_cast<int>(SendMessageW(control(), EM_GETLINECOUNT, 0, 0));
-  const int first = static_cast<int>(SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0));
-  const int height = client.bottom - 2 * scaled(kHalo);
-  const int visible = height / std::max(1, lineHeight().value);
-  const bool part = active() && slice_.size() < text_.size();
-  if ((lines <= visible && !part) || lines == 0) return;
-  // Of the whole text, of which the control's lines are a share.
-  const double all = std::max<double>(1, static_cast<double>(text_.size()));
-  const double share = part ? static_cast<double>(slice_.size()) / all : 1.0;
-  const double start = part ? static_cast<double>(slice_.start) / all : 0.0;
-  const double from = start + share * first / lines;
-  const double length = share * std::min(visible, lines) / lines;
-  const int pixels =
-      std::clamp(static_cast<int>(height * length), std::min(height, scaled(16)), height);
-  const int room = height - pixels;
-  const int top =
-      scaled(kHalo) +
-      std::clamp(static_cast<int>(room * from / std::max(0.001, 1.0 - length)), 0, room);
-  const RECT thumb{client.right - scaled(kHalo + kThumbWidth), top, client.right - scaled(kHalo),
-                   top + pixels};
-  const Colour colour = palette().highContrast ? palette().noteText
-                                               : mix(palette().noteBack, palette().noteText, 0.35F);
-  const BrushHandle brush(CreateSolidBrush(static_cast<COLORREF>(colour.bgr)));
-  FillRect(dc, &thumb, brush.get());
+  return PixelRect{{0}, {0}, {client.right}, {client.bottom}}.inset(Pixels{scaled(kHalo)});
+}
+
+// The control's lines are a share of the whole text.
+PixelRect NoteEdit::thumb() const {
+  const auto lines = static_cast<double>(SendMessageW(control(), EM_GETLINECOUNT, 0, 0));
+  const auto first = static_cast<double>(SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0));
+  const auto all = static_cast<double>(std::max<std::size_t>(1, note_.text().size()));
+  const bool whole = slice_.size() == note_.text().size();
+  const double share = whole ? 1.0 : static_cast<double>(slice_.size()) / all;
+  const double start = whole ? 0.0 : static_cast<double>(slice_.start) / all;
+  const double shown = share * linesInSight() / std::max(1.0, lines);
+  return noteThumb(noteInFrame(), start + share * first / std::max(1.0, lines),
+                   whole ? shown : std::min(0.99, shown), density());
+}
+
+// True when the message is about the thumb, which is held as long as the button is.
+bool NoteEdit::dragThumb(UINT message, POINT at) {
+  const PixelRect r = thumb();
+  if (message == WM_LBUTTONDOWN) {
+    const bool on = !r.empty() && at.x >= r.left.value - scaled(kHalo) && at.y >= r.top.value &&
+                    at.y < r.bottom().value;
+    if (!on) return false;
+    thumbHeld_ = static_cast<int>(at.y) - r.top.value;
+    SetCapture(handle());
+    return true;
+  }
+  if (!thumbHeld_) return false;
+  if (message == WM_MOUSEMOVE) {
+    scrollToShare(noteThumbShare(noteInFrame(), r, {static_cast<int>(at.y) - *thumbHeld_}));
+    return true;
+  }
+  thumbHeld_.reset();
+  if (message == WM_LBUTTONUP) {
+    ReleaseCapture();
+    SetFocus(control());
+  }
+  return true;
+}
+
+// 0: the first line is in sight, 1: the last one is.
+void NoteEdit::scrollToShare(double share) {
+  const std::size_t size = note_.text().size();
+  if (slice_.size() < size) {
+    const auto to = static_cast<std::size_t>(share * static_cast<double>(size));
+    return load(to, to);
+  }
+  const auto lines = static_cast<int>(SendMessageW(control(), EM_GETLINECOUNT, 0, 0));
+  const auto first = static_cast<int>(SendMessageW(control(), EM_GETFIRSTVISIBLELINE, 0, 0));
+  scrollBy(roundHalfToEven(share * std::max(0, lines - linesInSight())) - first);
+  InvalidateRect(handle(), nullptr, TRUE);
 }
 
 }  // namespace varnowick

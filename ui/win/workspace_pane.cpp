@@ -177,7 +177,8 @@ HCURSOR WorkspacePane::cursorAt(POINT client) {
   if (e.left || e.right) return LoadCursorW(nullptr, IDC_SIZEWE);
   if (e.top || e.bottom) return LoadCursorW(nullptr, IDC_SIZENS);
   if (overNoteLink(node, client)) return handCursor();
-  if (node.kind == ControlKind::ContainerNote && !desk_.document.settings.locked)
+  if (node.kind == ControlKind::ContainerNote && !desk_.document.settings.locked &&
+      !overThumbOf(node, client))
     return LoadCursorW(nullptr, IDC_IBEAM);
   return owner_.cursorOver(node, client);
 }
@@ -202,8 +203,10 @@ void WorkspacePane::onLeftDown(POINT client, bool second) {
   const NodeId node = view_.mousePressed(client);
   SetCapture(window_);
   const bool ctrl = isDown(VK_CONTROL);
-  const GestureKind drag =
-      canDragFiles(node) ? GestureKind::DragFiles : editor_.dragFrom(node, view_.toScene(client));
+  const GestureKind drag = canDragFiles(node) ? GestureKind::DragFiles
+                           : overThumbOf(node, client)
+                               ? GestureKind::ScrollNote
+                               : editor_.dragFrom(node, view_.toScene(client));
   if (!pressedFolder(node)) editor_.pressed(node, ctrl);
   if (!shortcutOf(node).none()) view_.focus(node);
   gestures_.press(node, drag, toScreen(client), ctrl);
@@ -338,6 +341,7 @@ void WorkspacePane::refresh() {
 }
 
 void WorkspacePane::sceneChanged() {
+  noteEdit_.forgetGone();
   view_.invalidate();
   announce(window_, kEventSceneChanged);
 }

@@ -118,6 +118,8 @@ class WorkspacePane final : public DragStop {
     return gestures_.dragging() || dropTarget_.dragActive() || nameEdit_.active() ||
            noteEdit_.active();
   }
+  // One of its edit boxes is being handled: the pane must not be freed.
+  bool handling() const { return nameEdit_.handling() || noteEdit_.handling(); }
   // Takes what is being edited, before the window goes away or is laid out anew.
   void endEditing() {
     nameEdit_.accept();
@@ -202,6 +204,8 @@ class WorkspacePane final : public DragStop {
   bool clickedNote(NodeId node, POINT at);
   bool overNoteLink(NodeId node, POINT at) const;
   bool wheelOverNote(POINT screen, int delta);
+  bool overThumbOf(NodeId node, POINT at) const;
+  void scrollNoteBy(const GestureEvent& event);
   void noteTyped(ContainerSlot slot, const std::wstring& text);
   bool newNote();
 
@@ -255,6 +259,8 @@ class WorkspacePane final : public DragStop {
   NoteEdit noteEdit_;
   ClickPair clicks_;
   DragTrail dragTrail_;
+  int noteWheelRest_ = 0;
+  Pixels noteThumbFrom_;  // where its top was when it was taken
   bool trackingLeave_ = false;
   ContainerSlot menuContainer_;  // that the open menu, or its command, is about
   struct PendingDrop {

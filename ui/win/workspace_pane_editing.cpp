@@ -21,6 +21,8 @@ void WorkspacePane::onGesture(const GestureEvent& event) {
       return resizeObject(event);
     case GestureKind::DrawContainer:
       return drawContainer(event);
+    case GestureKind::ScrollNote:
+      return scrollNoteBy(event);
     case GestureKind::DragFiles:
       if (event.phase == GesturePhase::Begin) dragFiles(event.node);
       return;

@@ -1,7 +1,10 @@
 // The notes of containers on a pane: editing, links, scrolling, and new ones.
 
+#include <algorithm>
+
 #include "shortcuts/outside_links.h"
 #include "ui/scene/note_view.h"
+#include "ui/win/wheel_lines.h"
 #include "ui/win/win_events.h"
 #include "ui/win/workspace_pane.h"
 
@@ -9,7 +12,6 @@ namespace varnowick {
 namespace {
 
 constexpr Size<Twips> kNewNote{{3000}, {2400}};
-constexpr int kWheelLines = 3;
 
 NodeId noteNode(ContainerSlot slot) { return containerPart(ControlKind::ContainerNote, slot); }
 
@@ -26,6 +28,13 @@ NoteEdit::Hooks WorkspacePane::noteHooks() {
   // control that is being asked.
   hooks.functionKey = [this](int key) {
     return PostMessageW(window_, WM_KEYDOWN, static_cast<WPARAM>(key), 0) != FALSE;
+  };
+  hooks.menu = [this](const std::vector<MenuItem>& items, POINT at) {
+    const ModalDepth::Scope scope(desk_.modal);
+    announce(window_, kEventMenuOpened);
+    const int chosen = showPopupMenu(window_, items, at);
+    announce(window_, kEventMenuClosed);
+    return chosen;
   };
   return hooks;
 }
@@ -58,6 +67,7 @@ bool WorkspacePane::overNoteLink(NodeId node, POINT at) const {
 // A link is opened, a click beside it begins to edit there.
 bool WorkspacePane::clickedNote(NodeId node, POINT at) {
   if (node.kind != ControlKind::ContainerNote) return false;
+  if (overThumbOf(node, at)) return true;
   const std::wstring link = noteLinkAt(scene_.scene(), node, view_.toScene(at), view_.density());
   if (!link.empty()) {
     openOutsideLink(desk_.platform, owner_.ownerWindow(), link);
@@ -69,16 +79,35 @@ bool WorkspacePane::clickedNote(NodeId node, POINT at) {
   return true;
 }
 
+bool WorkspacePane::overThumbOf(NodeId node, POINT at) const {
+  const Node* note = scene_.scene().find(node);
+  return node.kind == ControlKind::ContainerNote && note != nullptr &&
+         overNoteThumb(*note, view_.toClient(node),
+                       {{static_cast<int>(at.x)}, {static_cast<int>(at.y)}}, view_.density());
+}
+
+void WorkspacePane::scrollNoteBy(const GestureEvent& event) {
+  const Node* note = scene_.scene().find(event.node);
+  if (note == nullptr || event.phase == GesturePhase::Cancel) return;
+  const PixelRect rect = view_.toClient(event.node);
+  if (event.phase == GesturePhase::Begin)
+    noteThumbFrom_ = noteThumb(*note, rect, view_.density()).top;
+  dragNoteThumb(scene_.scene(), event.node, rect, noteThumbFrom_ + event.now.y - event.start.y,
+                view_.density());
+  view_.invalidate(event.node);
+}
+
 // False when the note is in sight from end to end, or scrolled to its end already.
 bool WorkspacePane::wheelOverNote(POINT screen, int delta) {
   const Point<Twips> at = toScene({{screen.x}, {screen.y}});
   const NodeId id = scene_.scene().hitTest(at);
   const Node* note = scene_.scene().find(id);
   if (id.kind != ControlKind::ContainerNote || note == nullptr || !note->note) return false;
-  const float notches = static_cast<float>(delta) / WHEEL_DELTA;
-  const Twips line = view_.density().toTwips(note->note->lineHeight());
-  if (!scrollNote(scene_.scene(), id, line * (-notches * kWheelLines), view_.density()))
-    return false;
+  const PixelRect box = noteTextRect(view_.toClient(id), view_.density());
+  const int page = std::max(1, box.height.value / note->note->lineHeight().value - 1);
+  const int lines = wheelLines(delta, page, noteWheelRest_);
+  if (lines == 0) return note->note->lines() > static_cast<std::size_t>(page) + 1;
+  if (!scrollNote(scene_.scene(), id, lines, view_.density())) return false;
   view_.invalidate(id);
   return true;
 }

@@ -238,6 +238,25 @@ TEST_F(DetachedWindowsTest, IsNotFreedByWhatItsOwnHandlerSetsOff) {
   EXPECT_FALSE(IsWindow(handle));
 }
 
+TEST_F(DetachedWindowsTest, TheSessionMayEndWhileWhatWasTypedIsSaved) {
+  const ContainerSlot a = add(L"Alpha");
+  const ContainerSlot b = add(L"Beta");
+  record(a).noteVisible = true;
+  windows_.detach({a, b});
+  const HWND handle = windows_.find(a)->handle();
+  windows_.find(a)->pane().editNote(a, 0);
+  const HWND frame = FindWindowExW(handle, nullptr, L"VarnowickEditOverlay", nullptr);
+  const HWND control = FindWindowExW(frame, nullptr, L"EDIT", nullptr);
+  SendMessageW(control, WM_CHAR, L'x', 1);
+  whileSaving_ = [this] { windows_.closeAll(); };
+  SendMessageW(control, WM_KEYDOWN, VK_ESCAPE, 1);
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_TRUE(IsWindow(handle)) << "its edit box is still at work";
+  EXPECT_EQ(record(a).note, L"x");
+  windows_.sweep();
+  EXPECT_FALSE(IsWindow(handle));
+}
+
 TEST_F(DetachedWindowsTest, OthersMayGoWhileWhatWasTypedIsSaved) {
   const ContainerSlot a = add(L"Alpha");
   const ContainerSlot b = add(L"Beta");
@@ -248,7 +267,7 @@ TEST_F(DetachedWindowsTest, OthersMayGoWhileWhatWasTypedIsSaved) {
     windows_.find(b)->pane().editNote(b, 0);
     const HWND frame =
         FindWindowExW(windows_.find(b)->handle(), nullptr, L"VarnowickEditOverlay", nullptr);
-    const HWND control = FindWindowExW(frame, nullptr, L"RichEdit20W", nullptr);
+    const HWND control = FindWindowExW(frame, nullptr, L"EDIT", nullptr);
     ASSERT_NE(control, nullptr);
     SendMessageW(control, WM_CHAR, letter, 1);
     whileSaving_ = [&] {
