@@ -17,6 +17,9 @@ struct HttpRequest {
   std::size_t maxBytes = 16U << 20;
   // What is longer is cut off there instead of being refused.
   bool keepBeginning = false;
+  // Neither this machine nor the network around it is asked, wherever the server
+  // refers to: for what nobody has asked for.
+  bool publicHostsOnly = false;
 };
 
 struct HttpReply {

@@ -4,6 +4,7 @@
 
 #include "core/line_format.h"
 #include "core/picture_header.h"
+#include "core/public_host.h"
 #include "core/web_address.h"
 #include "shortcuts/html_tags.h"
 
@@ -81,6 +82,12 @@ int rank(const Candidate& candidate, int wantedEdge) {
 }
 
 }  // namespace
+
+std::optional<std::wstring> siteIconRoot(std::wstring_view address) {
+  const auto web = parseWebAddress(address);
+  if (!web || !isPublicHost(web->host)) return std::nullopt;
+  return web->site() + L"/";
+}
 
 std::optional<std::wstring> resolveReference(std::wstring_view pageAddress,
                                              std::wstring_view reference) {

@@ -19,6 +19,10 @@ inline constexpr std::size_t kMaxPageHead = 256 * 1024;
 inline constexpr std::size_t kMaxSiteIcons = 6;
 inline constexpr std::size_t kMaxSiteIconBytes = 512 * 1024;
 
+// What of an address is asked for unasked: its site ("http://example.org:81/").
+// Nothing for other schemes and for hosts that are not public.
+std::optional<std::wstring> siteIconRoot(std::wstring_view address);
+
 // The address that a reference of the page leads to; nothing unless that is http
 // or https. A page fetched by https leads to https only.
 std::optional<std::wstring> resolveReference(std::wstring_view pageAddress,

@@ -16,23 +16,27 @@ constexpr std::size_t kMaxPictureBytes = 256 * 1024;
 bool fetchSiteIcon(Http& http, TextCodec& codec, const SiteIconRequest& request,
                    const std::function<std::uint32_t()>& millisecondsNow,
                    const std::function<bool(std::string_view)>& decodes) {
+  const auto root = siteIconRoot(request.page);
+  if (!root) return false;
   const std::uint32_t begin = millisecondsNow();
   const auto left = [&] {
     const std::uint32_t passed = millisecondsNow() - begin;
     return passed < kAllExchanges ? kAllExchanges - passed : 0;
   };
   const HttpReply page =
-      http.get({request.page, request.proxy, std::min(kOneExchange, left()), kMaxPageHead, true});
+      http.get({*root, request.proxy, std::min(kOneExchange, left()), kMaxPageHead, true, true});
   // A host that is not there has no pictures either. A page that is missing may
   // still belong to a site that has one.
   if (page.status == 0) return false;
   // The addresses follow from where the page really is.
-  const std::wstring& base = page.finalUrl.empty() ? request.page : page.finalUrl;
+  const std::wstring& base = page.finalUrl.empty() ? *root : page.finalUrl;
   const std::string_view head = page.ok() ? std::string_view(page.bytes) : std::string_view();
   for (const std::wstring& address : siteIconAddresses(head, base, request.edge, codec)) {
     const std::uint32_t time = std::min(kOneExchange, left());
     if (time == 0) return false;
-    const HttpReply picture = http.get({address, request.proxy, time, kMaxPictureBytes, false});
+    if (!siteIconRoot(address)) continue;
+    const HttpReply picture =
+        http.get({address, request.proxy, time, kMaxPictureBytes, false, true});
     if (picture.ok() && isUsableSiteIcon(picture.bytes) && decodes(picture.bytes)) return true;
   }
   return false;

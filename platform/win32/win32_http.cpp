@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "core/public_host.h"
 #include "core/web_address.h"
 #include "platform/win32/win32_text_codec.h"
 #include "platform/win32/win_http.h"
@@ -223,7 +224,8 @@ class Exchange {
 
   Hop visit(const std::wstring& url) {
     const auto address = parseWebAddress(url);
-    if (!address) return {ERROR_WINHTTP_INVALID_URL, 0, false, {}};
+    if (!address || (wanted_.publicHostsOnly && !isPublicHost(address->host)))
+      return {ERROR_WINHTTP_INVALID_URL, 0, false, {}};
     if (!openRequest(*address)) return {lastError(), 0, false, {}};
     struct Share {
       ~Share() { operation->release(); }

@@ -61,6 +61,17 @@ TEST_F(SiteIconFetchTest, LooksWhereThePageReallyIs) {
   EXPECT_EQ(http.requests.size(), 2U) << "what the page of an error names is nobody's icon";
 }
 
+TEST_F(SiteIconFetchTest, AsksForTheSiteAloneAndNoOneNearby) {
+  page("<link rel=icon href=http://192.168.0.1/i.png><link rel=icon href=//10.0.0.1/x>");
+  EXPECT_FALSE(fetch(L"http://a.org/private/?token=1"));
+  ASSERT_EQ(http.requests.size(), 2U);
+  EXPECT_EQ(http.requests[0].url, L"http://a.org/");
+  EXPECT_EQ(http.requests[1].url, L"http://a.org/favicon.ico");
+  for (const HttpRequest& request : http.requests) EXPECT_TRUE(request.publicHostsOnly);
+  EXPECT_FALSE(fetch(L"http://127.0.0.1:8080/"));
+  EXPECT_TRUE(http.requests.empty());
+}
+
 TEST_F(SiteIconFetchTest, GivesUpInTime) {
   EXPECT_FALSE(fetch(L"http://nowhere.example/"));
   EXPECT_EQ(http.requests.size(), 1U);

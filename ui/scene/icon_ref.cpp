@@ -1,17 +1,20 @@
 #include "ui/scene/icon_ref.h"
 
-#include "core/web_address.h"
 #include "shortcuts/addresses.h"
 #include "shortcuts/paths.h"
+#include "shortcuts/site_icon.h"
 
 namespace varnowick {
 
 ImageRef iconRefFor(const clsShortcut& shortcut, System& system) {
-  if (shortcut.Icon.empty() &&
+  // A site is asked for its icon in the background. One that asks before it starts
+  // is not to be touched before it has asked.
+  if (shortcut.Icon.empty() && !shortcut.Confirm &&
       shortcut.ShortcutType == static_cast<int>(ShortcutKindCode::WebAddress)) {
     // It may have been entered without its scheme.
-    if (auto address = wholeAddress(shortcut.Path); address && parseWebAddress(*address))
-      return {ImageRef::Source::IconOf, std::move(*address)};
+    const auto address = wholeAddress(shortcut.Path);
+    if (auto root = address ? siteIconRoot(*address) : std::nullopt; root)
+      return {ImageRef::Source::IconOf, std::move(*root)};
   }
   return {ImageRef::Source::IconOf, EffectivePath(shortcut, true, system)};
 }
