@@ -5,6 +5,7 @@
 
 #include "platform/msg_box.h"
 #include "platform/sound.h"
+#include "shortcuts/outside_links.h"
 #include "shortcuts/tags.h"
 
 namespace varnowick {
@@ -38,6 +39,15 @@ constexpr std::array<LaunchError, 13> kErrors{{
 }};
 constexpr const wchar_t* kOtherError =
     L"An error occurred while trying to open or print the selected file.";
+
+bool refusedAsScript(Platform& platform, const std::wstring& path) {
+  if (!runsItsOwnText(path)) return false;
+  platform.msgBox.show(
+      L"This address would run its own text as a program and has not been opened:\r\n\r\n" +
+          outsideLinkForDisplay(path),
+      kMsgOkOnly | kMsgCritical, kLaunchErrorTitle);
+  return true;
+}
 
 int execute(Platform& platform, LaunchHost& host, const std::wstring& parameters,
             const std::wstring& path, bool isCommand) {
@@ -82,6 +92,7 @@ LaunchResult LaunchShortcut(Platform& platform, LaunchHost& host, bool confirm,
                             const std::wstring& path, bool isCommand) {
   if (host.isMainWindow() && host.launchSuppressed()) return {LaunchOutcome::Suppressed, {}};
   platform.sound.play(L"click.wav");
+  if (!isCommand && refusedAsScript(platform, path)) return {LaunchOutcome::FailedReported, {}};
   if (confirm &&
       !platform.msgBox.saysYes(L"Start " + caption + L"?", kMsgExclamation, L"Launch Confirmation"))
     return {LaunchOutcome::Declined, {}};
@@ -109,6 +120,7 @@ void OpenWith(Platform& platform, const LaunchHost& host, const clsShortcut& dra
   std::wstring dropped = ResolveRelativePath(dragged.Path, folder);
   // No path holds a quotation mark; in an address it would end the argument.
   std::erase(dropped, L'"');
+  if (refusedAsScript(platform, dropped)) return;
   const std::wstring argument = L'"' + dropped + L'"';
   platform.shell.execute({}, L"", host.pathForSystem(file), argument, FolderOfPath(file));
 }

@@ -43,6 +43,30 @@ bool isSafeOutsideLink(std::wstring_view link) {
   return rest.size() > 2 && rest.substr(0, 2) == L"//" && rest[2] != L'/';
 }
 
+bool runsItsOwnText(std::wstring_view address) {
+  constexpr std::wstring_view kScripts[] = {L"javascript", L"jscript", L"livescript",  L"vbscript",
+                                            L"vbs",        L"data",    L"mhtml",       L"mk",
+                                            L"its",        L"ms-its",  L"ms-itss",     L"res",
+                                            L"hcp",        L"ms-msdt", L"ms-officecmd"};
+  std::wstring scheme;
+  for (const wchar_t c : address) {
+    // Blanks and control characters are passed over by who opens it.
+    if (c <= L' ' || c == L'\x7F' || c == L'\x00A0') continue;
+    if (c != L':') {
+      if (scheme.size() > 20) return false;
+      scheme += c;
+      continue;
+    }
+    if (std::any_of(std::begin(kScripts), std::end(kScripts),
+                    [&](std::wstring_view s) { return sameIgnoringCase(s, scheme); }))
+      return true;
+    // The system takes "url:" in front of an address away.
+    if (!sameIgnoringCase(scheme, L"url")) return false;
+    scheme.clear();
+  }
+  return false;
+}
+
 std::wstring outsideLinkForDisplay(std::wstring_view link) {
   std::wstring shown(link.substr(0, kMaxDisplayed));
   std::replace_if(shown.begin(), shown.end(), misleads, L'\uFFFD');

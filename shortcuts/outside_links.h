@@ -14,6 +14,11 @@ namespace varnowick {
 // that holds nothing but plain printable characters. Never a file or a program.
 bool isSafeOutsideLink(std::wstring_view link);
 
+// True for an address whose scheme has a program run what stands in the address
+// itself (a script, a diagnosis), or opens a page that may: it is started from
+// nowhere, whoever has put it into a file. Other schemes of programs are not this.
+bool runsItsOwnText(std::wstring_view address);
+
 // The link with characters that mislead made visible, cut to a length that fits
 // a message.
 std::wstring outsideLinkForDisplay(std::wstring_view link);

@@ -4,6 +4,7 @@
 
 #include "shortcuts/addresses.h"
 #include "shortcuts/dropped.h"
+#include "shortcuts/outside_links.h"
 #include "shortcuts/tags.h"
 
 namespace varnowick {
@@ -35,7 +36,15 @@ bool beginsWithHostAndPort(std::wstring_view text) {
          std::all_of(port.begin(), port.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
 }
 
-std::optional<FormFault> validateAddress(std::wstring& address) {
+// What a browser does to blanks when they are entered.
+std::wstring withoutBlanks(const std::wstring& address) {
+  std::wstring result;
+  for (const wchar_t c : address) c == L' ' ? result += L"%20" : result += c;
+  return result;
+}
+
+std::optional<FormFault> validateAddress(std::wstring& address, const std::wstring& stored) {
+  if (!address.empty() && address == stored) return std::nullopt;
   address = trimmed(address);
   if (address.empty()) return FormFault{FormField::Path, L"Enter a web address."};
   if (wholePath(address) || address.starts_with(L"\\\\"))
@@ -43,11 +52,15 @@ std::optional<FormFault> validateAddress(std::wstring& address) {
   if (looksLikeAddress(address) && !beginsWithHostAndPort(address)) {
     if (address.ends_with(L"://"))
       return FormFault{FormField::Path, L"The web address ends after its first part."};
-    return std::nullopt;
+    address = withoutBlanks(address);
+    if (isSafeOutsideLink(address)) return std::nullopt;
+    return FormFault{FormField::Path,
+                     L"Only web and mail addresses (http, https, ftp, mailto) can be entered."};
   }
   if (address.find_first_of(L" \"<>\\") != std::wstring::npos)
     return FormFault{FormField::Path, L"This is not a web address."};
   address = L"http://" + address;
+  if (!isSafeOutsideLink(address)) return FormFault{FormField::Path, L"This is not a web address."};
   return std::nullopt;
 }
 
@@ -88,6 +101,7 @@ ShortcutForm formOf(const clsShortcut& shortcut) {
   else if (shortcut.ShortcutType == static_cast<int>(ShortcutKindCode::WebAddress))
     form.kind = ShortcutKindCode::WebAddress;
   form.path = oneLine(shortcut.Path);
+  if (form.kind == ShortcutKindCode::WebAddress) form.storedAddress = form.path;
   form.caption = oneLine(shortcut.FullCaption);
   form.parameters = oneLine(shortcut.Parameters);
   form.icon = oneLine(shortcut.Icon);
@@ -107,7 +121,7 @@ std::optional<FormFault> validate(ShortcutForm& form) {
   form.tags = tidyTags(form.tags);
   switch (form.kind) {
     case ShortcutKindCode::WebAddress:
-      return validateAddress(form.path);
+      return validateAddress(form.path, form.storedAddress);
     case ShortcutKindCode::Command:
       // A path that was entered before stays, for the way back.
       form.path = trimmed(form.path);

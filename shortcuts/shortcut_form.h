@@ -13,6 +13,7 @@ namespace varnowick {
 struct ShortcutForm {
   ShortcutKindCode kind = ShortcutKindCode::FileOrFolder;  // never Other
   std::wstring path;                                       // a file, a folder or a web address
+  std::wstring storedAddress;  // a web address that is stored already is not refused
   std::wstring caption;
   std::wstring parameters;  // of a command: the command
   std::wstring icon;        // empty: the target's own

@@ -42,6 +42,21 @@ TEST(OutsideLinks, OnlyAddressesOfTheAllowedSchemesAreSafe) {
   EXPECT_FALSE(isSafeOutsideLink(L"http://" + std::wstring(100000, L'a')));
 }
 
+TEST(OutsideLinks, NoShortcutRunsTheTextOfItsAddress) {
+  LaunchWorld w;
+  clsShortcut shortcut;
+  for (const wchar_t* script : {L"javascript:alert(1)", L" Java\tScript :x", L"url:VBScript:x",
+                                L"data:text/html,x", L"ms-msdt:/id x", L"mk:@MSITStore:x"}) {
+    shortcut.Path = script;
+    EXPECT_EQ(LaunchShortcut(w.platform, w.host, shortcut).outcome, LaunchOutcome::FailedReported);
+  }
+  EXPECT_THAT(w.shell.started, testing::IsEmpty());
+  for (const wchar_t* other : {L"ms-settings:x", L"C:\\data.txt", L"steam://run/1", L"database"}) {
+    shortcut.Path = other;
+    EXPECT_EQ(LaunchShortcut(w.platform, w.host, shortcut).outcome, LaunchOutcome::Started);
+  }
+}
+
 TEST(OutsideLinks, OthersAreShownWithTheirTextAndNotOpened) {
   LaunchWorld w;
   const std::wstring bad = L"file:///\u202Egpj.exe\r\n" + std::wstring(5000, L'x');

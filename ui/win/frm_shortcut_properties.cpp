@@ -145,6 +145,7 @@ void frmShortcutProperties::browsePath(bool folder) {
 ShortcutForm frmShortcutProperties::entered() const {
   ShortcutForm form;
   form.kind = kind();
+  form.storedAddress = formOf(shortcut_).storedAddress;
   form.path = text(kPath);
   form.caption = text(kCaption);
   form.parameters = text(kParameters);
