@@ -24,18 +24,6 @@
 namespace varnowick {
 namespace {
 
-// Sounds and other files of the program are named bare and found in the current
-// folder; libraries must not be found there.
-void prepareFolders(const std::wstring& programFolder) {
-  using SetDllDirectoryFunction = BOOL(WINAPI*)(LPCWSTR);
-  const auto kernel = GetModuleHandleW(L"kernel32.dll");
-  // Windows XP SP1 and later; before that the current folder cannot be left out.
-  const auto setDllDirectory = reinterpret_cast<SetDllDirectoryFunction>(
-      reinterpret_cast<void*>(GetProcAddress(kernel, "SetDllDirectoryW")));
-  if (setDllDirectory != nullptr) setDllDirectory(L"");
-  SetCurrentDirectoryW(programFolder.c_str());
-}
-
 int runMessageLoop() {
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -64,7 +52,8 @@ int Main() {
 
   // Drives without a disk must not raise the system's own boxes.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-  prepareFolders(system.programFolder());
+  // Sounds and other files of the program are named bare and found there.
+  SetCurrentDirectoryW(system.programFolder().c_str());
 
   const StartDecision start = decideStart(files, system, msgBox);
   if (!start.mayRun) return 0;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/win32/callback.h"
 #include "platform/win32/handles.h"
 
 namespace varnowick {
@@ -20,12 +21,13 @@ PixelRect fromRect(const RECT& r) {
 BOOL CALLBACK addMonitor(HMONITOR handle, HDC, RECT*, LPARAM target) {
   MONITORINFO info{};
   info.cbSize = sizeof info;
-  if (GetMonitorInfoW(handle, &info)) {
+  if (!GetMonitorInfoW(handle, &info)) return TRUE;
+  return guardedCallback(TRUE, [&] {
     reinterpret_cast<std::vector<Monitor>*>(target)->push_back(
         {fromRect(info.rcMonitor), fromRect(info.rcWork),
          (info.dwFlags & MONITORINFOF_PRIMARY) != 0});
-  }
-  return TRUE;
+    return TRUE;
+  });
 }
 
 Monitor primaryFromMetrics() {

@@ -4,6 +4,7 @@
 // These rely on it.
 #include <shellapi.h>
 
+#include "platform/win32/dll_path.h"
 #include "platform/win32/handles.h"
 
 namespace varnowick {
@@ -16,6 +17,7 @@ const wchar_t* orNull(const std::wstring& text) { return text.empty() ? nullptr 
 
 int Win32Shell::execute(OwnerWindow owner, const std::wstring& verb, const std::wstring& file,
                         const std::wstring& parameters, const std::wstring& directory) {
+  const OwnDllPathForChildren children;
   const HINSTANCE result =
       ShellExecuteW(reinterpret_cast<HWND>(owner.value), orNull(verb), file.c_str(),
                     orNull(parameters), orNull(directory), SW_SHOWNORMAL);
@@ -24,6 +26,7 @@ int Win32Shell::execute(OwnerWindow owner, const std::wstring& verb, const std::
 }
 
 bool Win32Shell::run(const std::wstring& commandLine) {
+  const OwnDllPathForChildren children;
   STARTUPINFOW start{};
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESHOWWINDOW;

@@ -1,7 +1,6 @@
 #include "ui/win/dialog.h"
 
-#include <exception>
-
+#include "platform/win32/callback.h"
 #include "platform/win32/common_controls.h"
 #include "ui/win/system_look.h"
 
@@ -131,11 +130,8 @@ INT_PTR CALLBACK Dialog::procedure(HWND handle, UINT message, WPARAM wParam, LPA
   }
   auto* dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrW(handle, DWLP_USER));
   if (dialog == nullptr) return FALSE;
-  try {
-    return dialog->handleMessage(message, wParam, lParam);
-  } catch (const std::exception&) {
-    return FALSE;
-  }
+  return guardedCallback(INT_PTR{FALSE},
+                         [&] { return dialog->handleMessage(message, wParam, lParam); });
 }
 
 INT_PTR Dialog::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

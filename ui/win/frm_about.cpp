@@ -1,5 +1,6 @@
 #include "ui/win/frm_about.h"
 
+#include <cstring>
 #include <vector>
 
 #include "platform/msg_box.h"
@@ -9,6 +10,7 @@ namespace varnowick {
 namespace {
 
 using Id = frmAbout::Id;
+constexpr WORD kVersionType = 16;  // RT_VERSION
 
 std::vector<DialogRow> rows() {
   using enum DialogControl;
@@ -29,28 +31,21 @@ std::vector<DialogRow> rows() {
 }  // namespace
 
 std::wstring programVersion() {
-  std::wstring file(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
-    if (length == 0) return {};
-    if (length < file.size()) {
-      file.resize(length);
-      break;
-    }
-    file.resize(file.size() * 2);
-  }
-  DWORD unused = 0;
-  std::vector<char> block(GetFileVersionInfoSizeW(file.c_str(), &unused));
-  if (block.empty() ||
-      !GetFileVersionInfoW(file.c_str(), 0, static_cast<DWORD>(block.size()), block.data()))
-    return {};
-  void* found = nullptr;
-  UINT size = 0;
-  if (!VerQueryValueW(block.data(), L"\\", &found, &size) || size < sizeof(VS_FIXEDFILEINFO))
-    return {};
-  const auto* info = static_cast<const VS_FIXEDFILEINFO*>(found);
+  // Out of our own resource: the system's library for it is none of those that are
+  // loaded from the system's folder alone.
+  const HMODULE program = GetModuleHandleW(nullptr);
+  const HRSRC resource =
+      FindResourceW(program, MAKEINTRESOURCEW(VS_VERSION_INFO), MAKEINTRESOURCEW(kVersionType));
+  if (resource == nullptr) return {};
+  const auto* block = static_cast<const char*>(LockResource(LoadResource(program, resource)));
+  // Three words and the block's name stand before it.
+  constexpr std::size_t kOffset = 40;
+  VS_FIXEDFILEINFO info{};
+  if (block == nullptr || SizeofResource(program, resource) < kOffset + sizeof info) return {};
+  std::memcpy(&info, block + kOffset, sizeof info);
+  if (info.dwSignature != VS_FFI_SIGNATURE) return {};
   std::wstring version;
-  for (const DWORD part : {info->dwProductVersionMS, info->dwProductVersionLS})
+  for (const DWORD part : {info.dwProductVersionMS, info.dwProductVersionLS})
     version += (version.empty() ? L"" : L".") + std::to_wstring(HIWORD(part)) + L"." +
                std::to_wstring(LOWORD(part));
   return version;

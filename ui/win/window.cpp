@@ -1,7 +1,6 @@
 #include "ui/win/window.h"
 
-#include <exception>
-
+#include "platform/win32/callback.h"
 #include "ui/win/resource.h"
 
 namespace varnowick {
@@ -47,14 +46,8 @@ LRESULT CALLBACK Window::procedure(HWND handle, UINT message, WPARAM wParam, LPA
     SetWindowLongPtrW(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
   }
   if (window == nullptr) return DefWindowProcW(handle, message, wParam, lParam);
-  LRESULT result = 0;
-  // A failing handler leaves the state as it was; it must not unwind into the
-  // system's dispatcher.
-  try {
-    result = window->handleMessage(message, wParam, lParam);
-  } catch (const std::exception&) {
-    result = 0;
-  }
+  const LRESULT result =
+      guardedCallback(LRESULT{0}, [&] { return window->handleMessage(message, wParam, lParam); });
   if (message == WM_NCDESTROY) {
     SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
     window->handle_ = nullptr;
