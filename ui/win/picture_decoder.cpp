@@ -64,6 +64,42 @@ class GdiPlus {
   bool ready_ = false;
 };
 
+// An image of GDI+, whatever happens while its points are copied.
+class GdiPlusImage {
+ public:
+  GdiPlusImage(const GdiPlus& gdiPlus, IStream* stream) : gdiPlus_(gdiPlus) {
+    if (gdiPlus_.createBitmapFromStream(stream, &image_) != Gdiplus::Ok) image_ = nullptr;
+  }
+  GdiPlusImage(const GdiPlusImage&) = delete;
+  GdiPlusImage& operator=(const GdiPlusImage&) = delete;
+  ~GdiPlusImage() {
+    if (locked_) gdiPlus_.unlockBits(image_, &data_);
+    if (image_ != nullptr) gdiPlus_.disposeImage(image_);
+  }
+  explicit operator bool() const { return image_ != nullptr; }
+  Size<Pixels> size() const {
+    UINT width = 0;
+    UINT height = 0;
+    gdiPlus_.imageWidth(image_, &width);
+    gdiPlus_.imageHeight(image_, &height);
+    return {{static_cast<int>(width)}, {static_cast<int>(height)}};
+  }
+  // The rows from the top, as long as this object lives; nullptr when it cannot.
+  const Gdiplus::BitmapData* lock() {
+    const Size<Pixels> all = size();
+    const Gdiplus::GpRect whole(0, 0, all.width.value, all.height.value);
+    locked_ = gdiPlus_.lockBits(image_, &whole, Gdiplus::ImageLockModeRead, PixelFormat32bppPARGB,
+                                &data_) == Gdiplus::Ok;
+    return locked_ ? &data_ : nullptr;
+  }
+
+ private:
+  const GdiPlus& gdiPlus_;
+  Gdiplus::GpBitmap* image_ = nullptr;
+  Gdiplus::BitmapData data_{};
+  bool locked_ = false;
+};
+
 ComPtr<IStream> streamOf(std::string_view bytes) {
   ComPtr<IStream> stream;
   HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
@@ -78,31 +114,25 @@ ComPtr<IStream> streamOf(std::string_view bytes) {
 
 Bitmap decodeWithGdiPlus(const GdiPlus& gdiPlus, std::string_view bytes) {
   const ComPtr<IStream> stream = streamOf(bytes);
-  Gdiplus::GpBitmap* image = nullptr;
-  if (!stream || gdiPlus.createBitmapFromStream(stream.get(), &image) != Gdiplus::Ok) return {};
-  Bitmap result;
-  UINT width = 0;
-  UINT height = 0;
-  gdiPlus.imageWidth(image, &width);
-  gdiPlus.imageHeight(image, &height);
+  if (!stream) return {};
+  GdiPlusImage image(gdiPlus, stream.get());
+  if (!image) return {};
+  const Size<Pixels> size = image.size();
+  const auto width = static_cast<std::uint32_t>(size.width.value);
+  const auto height = static_cast<std::uint32_t>(size.height.value);
   // What the decoder makes of it is checked as well as what the header claimed.
-  if (isDecodable({PictureFormat::Png, width, height}) && width > 0 && height > 0) {
-    const Gdiplus::GpRect whole(0, 0, static_cast<INT>(width), static_cast<INT>(height));
-    Gdiplus::BitmapData data{};
-    if (gdiPlus.lockBits(image, &whole, Gdiplus::ImageLockModeRead, PixelFormat32bppPARGB, &data) ==
-        Gdiplus::Ok) {
-      result = {static_cast<int>(width), static_cast<int>(height), {}};
-      result.pixels.resize(static_cast<std::size_t>(width) * height);
-      for (UINT y = 0; y < height; ++y) {
-        const auto* row = static_cast<const char*>(data.Scan0) +
-                          static_cast<std::ptrdiff_t>(data.Stride) * static_cast<INT>(y);
-        std::memcpy(result.pixels.data() + static_cast<std::size_t>(y) * width, row,
-                    static_cast<std::size_t>(width) * 4);
-      }
-      gdiPlus.unlockBits(image, &data);
-    }
+  if (!isDecodable({PictureFormat::Png, width, height}) || width == 0 || height == 0) return {};
+  // First, for this may be more than there is memory for.
+  Bitmap result{size.width.value, size.height.value, {}};
+  result.pixels.resize(static_cast<std::size_t>(width) * height);
+  const Gdiplus::BitmapData* data = image.lock();
+  if (data == nullptr) return {};
+  for (std::uint32_t y = 0; y < height; ++y) {
+    const auto* row = static_cast<const char*>(data->Scan0) +
+                      static_cast<std::ptrdiff_t>(data->Stride) * static_cast<std::ptrdiff_t>(y);
+    std::memcpy(result.pixels.data() + static_cast<std::size_t>(y) * width, row,
+                static_cast<std::size_t>(width) * 4);
   }
-  gdiPlus.disposeImage(image);
   return result;
 }
 

@@ -20,15 +20,21 @@ UINT taskbarCreated() {
 }
 
 // A program that runs with more rights than the taskbar does not hear it unless
-// it says so (Windows Vista and later).
-void admitTaskbarMessages() {
-  using ChangeFilter = BOOL(WINAPI*)(UINT, DWORD);
+// its window says so (Windows 7 and later). Vista can only open the whole process
+// to a message: there the taskbar's own, which does no harm, but not the icon's,
+// whose number other windows of ours use for themselves.
+void admitTaskbarMessages(HWND window) {
+  constexpr DWORD kAllow = 1;
   const SystemLibrary user(L"user32.dll");
-  const auto change = user.bind<ChangeFilter>("ChangeWindowMessageFilter");
-  constexpr DWORD kAdd = 1;
-  if (change == nullptr) return;
-  change(taskbarCreated(), kAdd);
-  change(TrayIcon::kMessage, kAdd);
+  using AllowWindow = BOOL(WINAPI*)(HWND, UINT, DWORD, void*);
+  if (const auto allow = user.bind<AllowWindow>("ChangeWindowMessageFilterEx"); allow != nullptr) {
+    allow(window, taskbarCreated(), kAllow, nullptr);
+    allow(window, TrayIcon::kMessage, kAllow, nullptr);
+    return;
+  }
+  using AllowProcess = BOOL(WINAPI*)(UINT, DWORD);
+  if (const auto allow = user.bind<AllowProcess>("ChangeWindowMessageFilter"); allow != nullptr)
+    allow(taskbarCreated(), kAllow);
 }
 
 template <std::size_t N>
@@ -117,7 +123,7 @@ bool TrayIcon::ready() {
   options.className = L"VarnowickTray";
   options.exStyle = WS_EX_TOOLWINDOW;
   if (!create(options)) return false;
-  admitTaskbarMessages();
+  admitTaskbarMessages(handle());
   icon_.reset(static_cast<HICON>(
       LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_VARNOWICK), IMAGE_ICON,
                  GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), 0)));
