@@ -1,6 +1,7 @@
 #include "ui/scene/accessibility.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace varnowick {
 
@@ -9,6 +10,11 @@ namespace {
 std::wstring orElse(const std::wstring& text, const wchar_t* fallback) {
   const bool blank = text.find_first_not_of(L" \t\r\n") == std::wstring::npos;
   return blank ? fallback : text;
+}
+
+bool isSelectableKind(ControlKind kind) {
+  return kind == ControlKind::lblShortcut || kind == ControlKind::PicContainer ||
+         kind == ControlKind::Container || kind == ControlKind::FolderRow;
 }
 
 class Describer {
@@ -75,7 +81,7 @@ bool Describer::describe(const Node& node, AccessibleItem& item) const {
                 L"Open");
     }
     case ControlKind::PicContainer:
-      return as(AccessibleRole::Graphic, orElse(node.text, L"Picture"), L"Open");
+      return as(AccessibleRole::Graphic, orElse(node.text, L"Picture"), L"");
     case ControlKind::Container:
       return as(AccessibleRole::Grouping, containerName(node),
                 shrunk(node) ? L"Expand" : foldAction);
@@ -119,6 +125,7 @@ unsigned Describer::states(const Node& node) const {
   set(node.id == focused_ || (node.current && node.parent == focused_), kStateFocused);
   set(node.focusable, kStateFocusable);
   set(node.selected, kStateSelected);
+  set(isSelectableKind(node.id.kind), kStateSelectable);
   set(node.id == pressed_, kStatePressed);
   set(!node.enabled, kStateUnavailable);
   set(scene_.seenRect(node.id).empty(), kStateOffscreen);
@@ -132,16 +139,61 @@ unsigned Describer::states(const Node& node) const {
 std::vector<AccessibleItem> accessibleItems(const Scene& scene, const InputState& input) {
   const Describer describer(scene, input);
   std::vector<AccessibleItem> items;
+  std::unordered_map<NodeId, int, NodeIdHash> places;
   for (const NodeId id : scene.visibleNodes()) {
     const Node& node = *scene.find(id);
     AccessibleItem item;
     if (!describer.describe(node, item)) continue;
     item.id = id;
+    for (const Node* above = scene.find(node.parent); above != nullptr && item.parent < 0;
+         above = scene.find(above->parent))
+      if (const auto place = places.find(above->id); place != places.end())
+        item.parent = place->second;
+    places[id] = static_cast<int>(items.size());
     item.states = describer.states(node);
     item.rect = scene.windowRect(id);
     items.push_back(std::move(item));
   }
   return items;
+}
+
+AccessibleChanges accessibleChanges(const std::vector<AccessibleItem>& before,
+                                    const std::vector<AccessibleItem>& now) {
+  using What = AccessibleChange::What;
+  constexpr std::size_t kMostSelections = 20;
+  AccessibleChanges changes;
+  std::unordered_map<NodeId, const AccessibleItem*, NodeIdHash> known;
+  for (const AccessibleItem& item : before) known[item.id] = &item;
+  changes.order = before.size() != now.size();
+  std::vector<AccessibleChange> selections;
+  std::size_t selected = 0;
+  for (std::size_t i = 0; i < now.size(); ++i) {
+    const AccessibleItem& item = now[i];
+    const bool isSelected = (item.states & kStateSelected) != 0;
+    selected += isSelected ? 1 : 0;
+    const auto at = known.find(item.id);
+    changes.order = changes.order || at == known.end() || before[i].id != item.id;
+    // What is new is read as it is; only its selection needs to be told.
+    const AccessibleItem* old = at == known.end() ? nullptr : at->second;
+    if (isSelected != (old != nullptr && (old->states & kStateSelected) != 0))
+      selections.push_back({item.id, isSelected ? What::Selected : What::Unselected});
+    if (old == nullptr) continue;
+    if (old->name != item.name) changes.items.push_back({item.id, What::Name});
+    if (old->value != item.value) changes.items.push_back({item.id, What::Value});
+    // The focus has an event of its own.
+    constexpr unsigned kTold = ~unsigned{kStateSelected | kStateFocused};
+    if (((old->states ^ item.states) & kTold) != 0) changes.items.push_back({item.id, What::State});
+  }
+  const auto gained = std::find_if(selections.begin(), selections.end(), [](const auto& change) {
+    return change.what == What::Selected;
+  });
+  if (selected == 1 && gained != selections.end())
+    changes.items.push_back({gained->id, What::OnlySelected});
+  else if (selections.size() > kMostSelections)
+    changes.manySelected = true;
+  else
+    changes.items.insert(changes.items.end(), selections.begin(), selections.end());
+  return changes;
 }
 
 int accessibleAt(const Scene& scene, const std::vector<AccessibleItem>& items,

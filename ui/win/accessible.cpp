@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/win32/callback.h"
 #include "platform/win32/handles.h"
+#include "ui/win/accessible_list.h"
 #include "ui/win/accessible_object.h"
 
 namespace varnowick {
@@ -31,6 +33,12 @@ HRESULT setChild(VARIANT* out, long child) {
 
 BOOL sameId(REFIID a, const IID& b) { return IsEqualGUID(a, b); }
 
+// Every method but those of IUnknown: nothing may be thrown at the caller.
+template <class Step>
+HRESULT guarded(Step&& step) {
+  return guardedCallback(HRESULT{E_OUTOFMEMORY}, std::forward<Step>(step));
+}
+
 }  // namespace
 
 LRESULT AccessibleServer::getObject(HWND window, WPARAM wParam, LPARAM lParam) {
@@ -38,7 +46,10 @@ LRESULT AccessibleServer::getObject(HWND window, WPARAM wParam, LPARAM lParam) {
   if (static_cast<LONG>(lParam) != OBJID_CLIENT) return 0;
   decltype(&LresultFromObject) toResult = nullptr;
   if (!oleacc().bind("LresultFromObject", toResult)) return 0;
-  if (object_ == nullptr) object_ = new AccessibleObject(window, provider_);
+  if (object_ == nullptr) {
+    auto link = std::make_shared<AccessibleLink>(AccessibleLink{window, &provider_});
+    object_ = new AccessibleObject(std::move(link), kAccessibleWindow);
+  }
   return toResult(kAccessibleId, wParam, object_);
 }
 
@@ -50,8 +61,15 @@ void AccessibleServer::disconnect() {
   object->Release();
 }
 
-void announce(HWND window, DWORD event, long child) {
-  if (window != nullptr) NotifyWinEvent(event, window, OBJID_CLIENT, child);
+void announce(HWND window, DWORD event, long item) {
+  if (window != nullptr) NotifyWinEvent(event, window, OBJID_CLIENT, -item);
+}
+
+bool somebodyHears(DWORD event) {
+  // Windows XP and later.
+  static const auto installed =
+      SystemLibrary(L"user32.dll").bind<BOOL(WINAPI*)(DWORD)>("IsWinEventHookInstalled");
+  return installed == nullptr || installed(event) != FALSE;
 }
 
 HRESULT AccessibleObject::QueryInterface(REFIID id, void** out) {
@@ -79,48 +97,119 @@ HRESULT AccessibleObject::GetTypeInfoCount(UINT* count) {
   return S_OK;
 }
 
+HRESULT AccessibleObject::resolve(const VARIANT& child, long& item) {
+  if (provider() == nullptr) return CO_E_OBJNOTCONNECTED;
+  if (child.vt != VT_I4 || child.lVal == LONG_MIN) return E_INVALIDARG;
+  item = self_;
+  if (child.lVal < 0) item = -child.lVal;
+  if (child.lVal <= 0) return S_OK;
+  const std::vector<long> all = provider()->children(self_);
+  if (static_cast<std::size_t>(child.lVal) > all.size()) return E_INVALIDARG;
+  item = all[static_cast<std::size_t>(child.lVal) - 1];
+  return S_OK;
+}
+
 HRESULT AccessibleObject::lookUp(const VARIANT& child, AccessibleInfo& info) {
-  if (provider_ == nullptr) return CO_E_OBJNOTCONNECTED;
-  if (child.vt != VT_I4 || child.lVal < 0) return E_INVALIDARG;
-  return provider_->info(static_cast<int>(child.lVal), info) ? S_OK : E_INVALIDARG;
+  long item = 0;
+  if (const HRESULT result = resolve(child, item); FAILED(result)) return result;
+  if (provider()->info(item, info)) return S_OK;
+  return item == self_ ? CO_E_OBJNOTCONNECTED : E_INVALIDARG;
 }
 
 HRESULT AccessibleObject::text(const VARIANT& child, std::wstring AccessibleInfo::*field,
                                BSTR* out) {
   if (out == nullptr) return E_POINTER;
   *out = nullptr;
-  AccessibleInfo info;
-  if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
-  const std::wstring& value = info.*field;
-  if (value.empty()) return S_FALSE;
-  *out = SysAllocStringLen(value.data(), static_cast<UINT>(value.size()));
-  return *out != nullptr ? S_OK : E_OUTOFMEMORY;
+  return guarded([&]() -> HRESULT {
+    AccessibleInfo info;
+    if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
+    const std::wstring& value = info.*field;
+    if (value.empty()) return S_FALSE;
+    *out = SysAllocStringLen(value.data(), static_cast<UINT>(value.size()));
+    return *out != nullptr ? S_OK : E_OUTOFMEMORY;
+  });
+}
+
+HRESULT AccessibleObject::number(const VARIANT& child, long AccessibleInfo::*field, VARIANT* out) {
+  if (out == nullptr) return E_POINTER;
+  out->vt = VT_EMPTY;
+  return guarded([&]() -> HRESULT {
+    AccessibleInfo info;
+    if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
+    return setChild(out, info.*field);
+  });
+}
+
+IDispatch* AccessibleObject::objectOf(long item) {
+  if (item != self_) return new AccessibleObject(link_, item);
+  AddRef();
+  return this;
+}
+
+void AccessibleObject::putChild(long item, VARIANT* out) {
+  const std::vector<long> all = provider()->children(self_);
+  const auto at = std::find(all.begin(), all.end(), item);
+  if (item == self_) {
+    setChild(out, CHILDID_SELF);
+  } else if (at != all.end() && provider()->children(item).empty()) {
+    setChild(out, static_cast<long>(at - all.begin()) + 1);
+  } else {
+    out->pdispVal = objectOf(item);
+    out->vt = VT_DISPATCH;
+  }
+}
+
+bool AccessibleObject::putHolder(long item, VARIANT* out) {
+  for (AccessibleInfo info; item != self_; item = info.parent) {
+    info = {};
+    if (item <= kAccessibleWindow || !provider()->info(item, info)) return false;
+    if (info.parent == self_) break;
+  }
+  putChild(item, out);
+  return true;
 }
 
 HRESULT AccessibleObject::get_accParent(IDispatch** parent) {
   if (parent == nullptr) return E_POINTER;
   *parent = nullptr;
-  if (provider_ == nullptr) return CO_E_OBJNOTCONNECTED;
-  decltype(&AccessibleObjectFromWindow) fromWindow = nullptr;
-  if (!oleacc().bind("AccessibleObjectFromWindow", fromWindow)) return S_FALSE;
-  return fromWindow(window_, static_cast<DWORD>(OBJID_WINDOW), kDispatchId,
-                    reinterpret_cast<void**>(parent));
+  return guarded([&]() -> HRESULT {
+    if (provider() == nullptr) return CO_E_OBJNOTCONNECTED;
+    AccessibleInfo info;
+    if (self_ != kAccessibleWindow) {
+      if (!provider()->info(self_, info)) return CO_E_OBJNOTCONNECTED;
+      *parent = objectOf(info.parent);
+      return S_OK;
+    }
+    decltype(&AccessibleObjectFromWindow) fromWindow = nullptr;
+    if (!oleacc().bind("AccessibleObjectFromWindow", fromWindow)) return S_FALSE;
+    return fromWindow(link_->window, static_cast<DWORD>(OBJID_WINDOW), kDispatchId,
+                      reinterpret_cast<void**>(parent));
+  });
 }
 
 HRESULT AccessibleObject::get_accChildCount(LONG* count) {
   if (count == nullptr) return E_POINTER;
   *count = 0;
-  if (provider_ == nullptr) return CO_E_OBJNOTCONNECTED;
-  *count = provider_->childCount();
-  return S_OK;
+  return guarded([&]() -> HRESULT {
+    if (provider() == nullptr) return CO_E_OBJNOTCONNECTED;
+    *count = static_cast<LONG>(provider()->children(self_).size());
+    return S_OK;
+  });
 }
 
 HRESULT AccessibleObject::get_accChild(VARIANT child, IDispatch** object) {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
-  AccessibleInfo info;
-  if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
-  return S_FALSE;  // children have no objects of their own
+  return guarded([&]() -> HRESULT {
+    long item = 0;
+    AccessibleInfo info;
+    if (const HRESULT result = resolve(child, item); FAILED(result)) return result;
+    if (!provider()->info(item, info)) return E_INVALIDARG;
+    // What has no children has no object of its own.
+    if (item == self_ || provider()->children(item).empty()) return S_FALSE;
+    *object = objectOf(item);
+    return S_OK;
+  });
 }
 
 HRESULT AccessibleObject::get_accName(VARIANT child, BSTR* out) {
@@ -146,88 +235,131 @@ HRESULT AccessibleObject::get_accHelp(VARIANT child, BSTR* out) {
 }
 
 HRESULT AccessibleObject::get_accRole(VARIANT child, VARIANT* role) {
-  if (role == nullptr) return E_POINTER;
-  role->vt = VT_EMPTY;
-  AccessibleInfo info;
-  if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
-  return setChild(role, info.role);
+  return number(child, &AccessibleInfo::role, role);
 }
-
 HRESULT AccessibleObject::get_accState(VARIANT child, VARIANT* state) {
-  if (state == nullptr) return E_POINTER;
-  state->vt = VT_EMPTY;
-  AccessibleInfo info;
-  if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
-  return setChild(state, info.states);
+  return number(child, &AccessibleInfo::states, state);
 }
 
 HRESULT AccessibleObject::get_accFocus(VARIANT* child) {
   if (child == nullptr) return E_POINTER;
   child->vt = VT_EMPTY;
-  if (provider_ == nullptr) return CO_E_OBJNOTCONNECTED;
-  const int focused = provider_->focusedChild();
-  return focused < 0 ? S_FALSE : setChild(child, focused);
+  return guarded([&]() -> HRESULT {
+    if (provider() == nullptr) return CO_E_OBJNOTCONNECTED;
+    const long focused = provider()->focusedItem();
+    return focused >= 0 && putHolder(focused, child) ? S_OK : S_FALSE;
+  });
+}
+
+// Of the children of this object; those below them are told by their own objects.
+std::vector<VARIANT> AccessibleObject::selectedChildren() {
+  std::vector<VARIANT> found;
+  for (const long item : provider()->children(self_)) {
+    AccessibleInfo info;
+    if (!provider()->info(item, info) || (info.states & STATE_SYSTEM_SELECTED) == 0) continue;
+    found.emplace_back();
+    putChild(item, &found.back());
+  }
+  return found;
 }
 
 HRESULT AccessibleObject::get_accSelection(VARIANT* children) {
   if (children == nullptr) return E_POINTER;
   children->vt = VT_EMPTY;
-  if (provider_ == nullptr) return CO_E_OBJNOTCONNECTED;
-  // Several selected ones would need an enumerator; the first one is told.
-  for (int i = 1; i <= provider_->childCount(); ++i) {
-    AccessibleInfo info;
-    if (provider_->info(i, info) && (info.states & STATE_SYSTEM_SELECTED) != 0) {
-      return setChild(children, i);
+  return guarded([&]() -> HRESULT {
+    if (provider() == nullptr) return CO_E_OBJNOTCONNECTED;
+    std::vector<VARIANT> selected = selectedChildren();
+    if (selected.empty()) return S_FALSE;
+    if (selected.size() == 1) {
+      *children = selected.front();
+      return S_OK;
     }
-  }
-  return S_FALSE;
+    children->punkVal = new AccessibleList(std::move(selected));
+    children->vt = VT_UNKNOWN;
+    return S_OK;
+  });
+}
+
+HRESULT AccessibleObject::accSelect(LONG flags, VARIANT child) {
+  return guarded([&]() -> HRESULT {
+    constexpr LONG kKnown =
+        SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION | SELFLAG_ADDSELECTION | SELFLAG_REMOVESELECTION;
+    constexpr LONG kBoth = SELFLAG_ADDSELECTION | SELFLAG_REMOVESELECTION;
+    long item = 0;
+    AccessibleInfo info;
+    if (const HRESULT result = resolve(child, item); FAILED(result)) return result;
+    if (flags == 0 || (flags & ~kKnown) != 0 || (flags & kBoth) == kBoth ||
+        !provider()->info(item, info))
+      return E_INVALIDARG;
+    return provider()->select(item, flags) ? S_OK : DISP_E_MEMBERNOTFOUND;
+  });
 }
 
 HRESULT AccessibleObject::accLocation(LONG* left, LONG* top, LONG* width, LONG* height,
                                       VARIANT child) {
   if (left == nullptr || top == nullptr || width == nullptr || height == nullptr) return E_POINTER;
   *left = *top = *width = *height = 0;
-  AccessibleInfo info;
-  if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
-  *left = info.screenRect.left.value;
-  *top = info.screenRect.top.value;
-  *width = info.screenRect.width.value;
-  *height = info.screenRect.height.value;
-  return S_OK;
+  return guarded([&]() -> HRESULT {
+    AccessibleInfo info;
+    if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
+    *left = info.screenRect.left.value;
+    *top = info.screenRect.top.value;
+    *width = info.screenRect.width.value;
+    *height = info.screenRect.height.value;
+    return S_OK;
+  });
 }
 
 HRESULT AccessibleObject::accNavigate(LONG direction, VARIANT start, VARIANT* end) {
   if (end == nullptr) return E_POINTER;
   end->vt = VT_EMPTY;
-  if (provider_ == nullptr) return CO_E_OBJNOTCONNECTED;
-  if (start.vt != VT_I4) return E_INVALIDARG;
-  const long count = provider_->childCount();
-  long target = 0;
-  if (start.lVal == CHILDID_SELF) {
-    if (direction == NAVDIR_FIRSTCHILD) target = 1;
-    if (direction == NAVDIR_LASTCHILD) target = count;
-  } else {
-    if (direction == NAVDIR_NEXT) target = start.lVal + 1;
-    if (direction == NAVDIR_PREVIOUS) target = start.lVal - 1;
-  }
-  return target < 1 || target > count ? S_FALSE : setChild(end, target);
+  return guarded([&]() -> HRESULT {
+    long item = 0;
+    AccessibleInfo info;
+    if (const HRESULT result = resolve(start, item); FAILED(result)) return result;
+    if (!provider()->info(item, info)) return E_INVALIDARG;
+    if (direction == NAVDIR_FIRSTCHILD || direction == NAVDIR_LASTCHILD) {
+      const std::vector<long> all = provider()->children(item);
+      if (all.empty()) return S_FALSE;
+      putChild(direction == NAVDIR_FIRSTCHILD ? all.front() : all.back(), end);
+      return S_OK;
+    }
+    if (item == kAccessibleWindow) return S_FALSE;
+    const std::vector<long> all = provider()->children(info.parent);
+    const auto at = std::find(all.begin(), all.end(), item);
+    if (direction == NAVDIR_NEXT && at != all.end() && at + 1 != all.end()) {
+      putChild(*(at + 1), end);
+      return S_OK;
+    }
+    if (direction == NAVDIR_PREVIOUS && at != all.end() && at != all.begin()) {
+      putChild(*(at - 1), end);
+      return S_OK;
+    }
+    return S_FALSE;
+  });
 }
 
 HRESULT AccessibleObject::accHitTest(LONG x, LONG y, VARIANT* child) {
   if (child == nullptr) return E_POINTER;
   child->vt = VT_EMPTY;
-  if (provider_ == nullptr) return CO_E_OBJNOTCONNECTED;
-  RECT window{};
-  if (!GetWindowRect(window_, &window) || !PtInRect(&window, POINT{x, y})) return S_FALSE;
-  const int hit = provider_->childAt({{static_cast<int>(x)}, {static_cast<int>(y)}});
-  return setChild(child, std::max(0, hit));
+  return guarded([&]() -> HRESULT {
+    if (provider() == nullptr) return CO_E_OBJNOTCONNECTED;
+    RECT window{};
+    if (!GetWindowRect(link_->window, &window) || !PtInRect(&window, POINT{x, y})) return S_FALSE;
+    const long hit = provider()->itemAt({{static_cast<int>(x)}, {static_cast<int>(y)}});
+    return putHolder(hit, child) ? S_OK : S_FALSE;
+  });
 }
 
 HRESULT AccessibleObject::accDoDefaultAction(VARIANT child) {
-  AccessibleInfo info;
-  if (const HRESULT result = lookUp(child, info); FAILED(result)) return result;
-  if (info.defaultAction.empty()) return DISP_E_MEMBERNOTFOUND;
-  return provider_->doDefaultAction(static_cast<int>(child.lVal)) ? S_OK : E_FAIL;
+  return guarded([&]() -> HRESULT {
+    long item = 0;
+    AccessibleInfo info;
+    if (const HRESULT result = resolve(child, item); FAILED(result)) return result;
+    if (!provider()->info(item, info)) return E_INVALIDARG;
+    if (info.defaultAction.empty()) return DISP_E_MEMBERNOTFOUND;
+    return provider()->doDefaultAction(item) ? S_OK : E_FAIL;
+  });
 }
 
 }  // namespace varnowick

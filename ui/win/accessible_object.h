@@ -1,20 +1,30 @@
-// The COM object behind AccessibleServer. See accessible.h.
+// The COM objects behind AccessibleServer: the window, and items with children.
+// See accessible.h.
 #pragma once
 
 #include <windows.h>
 // This relies on it.
 #include <oleacc.h>
 
+#include <memory>
+#include <vector>
+
 #include "ui/win/accessible.h"
 
 namespace varnowick {
 
+// Shared by all objects of a window; without a provider when that has gone.
+struct AccessibleLink {
+  HWND window = nullptr;
+  AccessibleProvider* provider = nullptr;
+};
+
 class AccessibleObject final : public IAccessible {
  public:
-  AccessibleObject(HWND window, AccessibleProvider& provider)
-      : window_(window), provider_(&provider) {}
-  // From now on every call answers that the object is not connected.
-  void disconnect() { provider_ = nullptr; }
+  AccessibleObject(std::shared_ptr<AccessibleLink> link, long self)
+      : link_(std::move(link)), self_(self) {}
+  // From now on every call to any object of the window answers that it is gone.
+  void disconnect() { link_->provider = nullptr; }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override;
   ULONG STDMETHODCALLTYPE AddRef() override;
@@ -47,7 +57,7 @@ class AccessibleObject final : public IAccessible {
   HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* child) override;
   HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* children) override;
   HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT child, BSTR* text) override;
-  HRESULT STDMETHODCALLTYPE accSelect(LONG, VARIANT) override { return DISP_E_MEMBERNOTFOUND; }
+  HRESULT STDMETHODCALLTYPE accSelect(LONG flags, VARIANT child) override;
   HRESULT STDMETHODCALLTYPE accLocation(LONG* left, LONG* top, LONG* width, LONG* height,
                                         VARIANT child) override;
   HRESULT STDMETHODCALLTYPE accNavigate(LONG direction, VARIANT start, VARIANT* end) override;
@@ -58,12 +68,23 @@ class AccessibleObject final : public IAccessible {
 
  private:
   ~AccessibleObject() = default;
+  AccessibleProvider* provider() const { return link_->provider; }
+  // Which item a caller means by a child of this object.
+  HRESULT resolve(const VARIANT& child, long& item);
   HRESULT lookUp(const VARIANT& child, AccessibleInfo& info);
   HRESULT text(const VARIANT& child, std::wstring AccessibleInfo::*field, BSTR* out);
+  HRESULT number(const VARIANT& child, long AccessibleInfo::*field, VARIANT* out);
+  IDispatch* objectOf(long item);
+  // What stands for a child of this object: its place, or its own object.
+  void putChild(long item, VARIANT* out);
+  // The same for whatever lies below this object: the child that holds it. False
+  // when it does not lie below.
+  bool putHolder(long item, VARIANT* out);
+  std::vector<VARIANT> selectedChildren();
 
   volatile LONG references_ = 1;
-  HWND window_;
-  AccessibleProvider* provider_;
+  std::shared_ptr<AccessibleLink> link_;
+  const long self_;
 };
 
 }  // namespace varnowick

@@ -102,7 +102,7 @@ bool FolderContainers::keyDown(NodeId focused, int key, HeldKeys keys) {
       changed(slot, view->top() != top);
       if (const FolderPane* pane = paneOf(slot))
         announce(pane->window, EVENT_OBJECT_FOCUS,
-                 pane->items->childOf(nodeOfFolderRow(slot, *view, view->current())));
+                 pane->items->itemOf(nodeOfFolderRow(slot, *view, view->current())));
     }
     return true;
   }

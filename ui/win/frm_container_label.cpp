@@ -230,8 +230,8 @@ void frmContainerLabel::cancelDrag() {
   if (moved) move(placeBeforeDrag_);
 }
 
-bool frmContainerLabel::info(int child, AccessibleInfo& out) {
-  if (child != 0) return false;
+bool frmContainerLabel::info(long item, AccessibleInfo& out) {
+  if (item != kAccessibleWindow) return false;
   out.name = look_.name;
   out.role = ROLE_SYSTEM_PUSHBUTTON;
   out.defaultAction = L"Show";
@@ -242,8 +242,8 @@ bool frmContainerLabel::info(int child, AccessibleInfo& out) {
   return true;
 }
 
-bool frmContainerLabel::doDefaultAction(int child) {
-  return child == 0 && PostMessageW(handle(), kMsgAction, 0, 0) != FALSE;
+bool frmContainerLabel::doDefaultAction(long item) {
+  return item == kAccessibleWindow && PostMessageW(handle(), kMsgAction, 0, 0) != FALSE;
 }
 
 LRESULT frmContainerLabel::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -73,11 +73,11 @@ class frmContainerLabel final : public Window, public DragStop, private Accessib
   void setHot(bool hot);
 
   // AccessibleProvider: the window itself is the button.
-  int childCount() override { return 0; }
-  bool info(int child, AccessibleInfo& out) override;
-  bool doDefaultAction(int child) override;
-  int childAt(Point<Pixels>) override { return 0; }
-  int focusedChild() override { return -1; }
+  std::vector<long> children(long) override { return {}; }
+  bool info(long item, AccessibleInfo& out) override;
+  bool doDefaultAction(long item) override;
+  long itemAt(Point<Pixels>) override { return kAccessibleWindow; }
+  long focusedItem() override { return -1; }
 
   GdiFonts& fonts_;
   Callbacks callbacks_;

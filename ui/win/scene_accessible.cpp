@@ -4,6 +4,8 @@
 // This relies on it.
 #include <oleacc.h>
 
+#include <utility>
+
 namespace varnowick {
 
 namespace {
@@ -38,15 +40,44 @@ long statesOf(unsigned states) {
     long theirs;
   };
   static constexpr Row kRows[] = {
-      {kStateFocused, STATE_SYSTEM_FOCUSED},         {kStateFocusable, STATE_SYSTEM_FOCUSABLE},
-      {kStateSelected, STATE_SYSTEM_SELECTED},       {kStatePressed, STATE_SYSTEM_PRESSED},
-      {kStateExpanded, STATE_SYSTEM_EXPANDED},       {kStateCollapsed, STATE_SYSTEM_COLLAPSED},
-      {kStateUnavailable, STATE_SYSTEM_UNAVAILABLE}, {kStateOffscreen, STATE_SYSTEM_OFFSCREEN}};
+      {kStateFocused, STATE_SYSTEM_FOCUSED},
+      {kStateFocusable, STATE_SYSTEM_FOCUSABLE},
+      {kStateSelected, STATE_SYSTEM_SELECTED},
+      {kStatePressed, STATE_SYSTEM_PRESSED},
+      {kStateExpanded, STATE_SYSTEM_EXPANDED},
+      {kStateCollapsed, STATE_SYSTEM_COLLAPSED},
+      {kStateUnavailable, STATE_SYSTEM_UNAVAILABLE},
+      {kStateOffscreen, STATE_SYSTEM_OFFSCREEN},
+      {kStateSelectable, STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_MULTISELECTABLE}};
   long result = 0;
   for (const Row& row : kRows) {
     if ((states & row.ours) != 0) result |= row.theirs;
   }
   return result;
+}
+
+// A positive number out of a node's name, and back.
+constexpr int kSlotBits = 20;
+long numberOf(NodeId node) {
+  return (static_cast<long>(node.kind) << kSlotBits | (node.slot & ((1 << kSlotBits) - 1))) + 1;
+}
+
+DWORD eventOf(AccessibleChange::What what) {
+  switch (what) {
+    case AccessibleChange::What::Name:
+      return EVENT_OBJECT_NAMECHANGE;
+    case AccessibleChange::What::Value:
+      return EVENT_OBJECT_VALUECHANGE;
+    case AccessibleChange::What::Selected:
+      return EVENT_OBJECT_SELECTIONADD;
+    case AccessibleChange::What::Unselected:
+      return EVENT_OBJECT_SELECTIONREMOVE;
+    case AccessibleChange::What::OnlySelected:
+      return EVENT_OBJECT_SELECTION;
+    case AccessibleChange::What::State:
+      break;
+  }
+  return EVENT_OBJECT_STATECHANGE;
 }
 
 }  // namespace
@@ -61,6 +92,9 @@ const std::vector<AccessibleItem>& SceneAccessible::items() const {
   if (version_ != scene_.version() || focused_ != input_.focused() ||
       pressed_ != input_.pressed()) {
     items_ = accessibleItems(scene_, input_);
+    ++made_;
+    places_.clear();
+    for (std::size_t i = 0; i < items_.size(); ++i) places_[numberOf(items_[i].id)] = i;
     version_ = scene_.version();
     focused_ = input_.focused();
     pressed_ = input_.pressed();
@@ -68,21 +102,54 @@ const std::vector<AccessibleItem>& SceneAccessible::items() const {
   return items_;
 }
 
-int SceneAccessible::childOf(NodeId node) const {
+const AccessibleItem* SceneAccessible::find(long item) const {
   const std::vector<AccessibleItem>& all = items();
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (all[i].id == node) return static_cast<int>(i) + 1;
-  }
-  return 0;
+  const auto at = places_.find(item);
+  return at == places_.end() ? nullptr : &all[at->second];
 }
 
-int SceneAccessible::childCount() { return static_cast<int>(items().size()); }
+long SceneAccessible::itemOf(NodeId node) const {
+  return find(numberOf(node)) == nullptr ? kAccessibleWindow : numberOf(node);
+}
 
-bool SceneAccessible::info(int child, AccessibleInfo& out) {
+void SceneAccessible::announceChanges() {
+  const bool listening = window_ != nullptr && (somebodyHears(EVENT_OBJECT_SELECTION) ||
+                                                somebodyHears(EVENT_OBJECT_FOCUS));
+  if (!listening) told_.clear();
+  const bool first = !std::exchange(listening_, listening);
+  if (!listening) return;
+  const std::vector<AccessibleItem>& all = items();
+  if (!first && std::exchange(toldMade_, made_) == made_) return;
+  toldMade_ = made_;
+  if (!first) {
+    const AccessibleChanges changes = accessibleChanges(told_, all);
+    if (changes.order) announce(window_, EVENT_OBJECT_REORDER);
+    for (const AccessibleChange& change : changes.items)
+      announce(window_, eventOf(change.what), numberOf(change.id));
+    if (changes.manySelected) announce(window_, EVENT_OBJECT_SELECTIONWITHIN);
+    if (focused_ != toldFocus_ && GetFocus() == window_)
+      announce(window_, EVENT_OBJECT_FOCUS, itemOf(focused_));
+  }
+  told_ = all;
+  toldFocus_ = focused_;
+}
+
+std::vector<long> SceneAccessible::children(long parent) {
+  std::vector<long> found;
+  const AccessibleItem* above = parent == kAccessibleWindow ? nullptr : find(parent);
+  if (parent != kAccessibleWindow && above == nullptr) return found;
+  const std::vector<AccessibleItem>& all = items();
+  const int place = above == nullptr ? -1 : static_cast<int>(above - all.data());
+  for (const AccessibleItem& item : all)
+    if (item.parent == place) found.push_back(numberOf(item.id));
+  return found;
+}
+
+bool SceneAccessible::info(long number, AccessibleInfo& out) {
   const POINT origin = clientOrigin();
   const Pixels left{static_cast<int>(origin.x)};
   const Pixels top{static_cast<int>(origin.y)};
-  if (child == 0) {
+  if (number == kAccessibleWindow) {
     RECT client{};
     GetClientRect(window_, &client);
     out.name = title_;
@@ -93,34 +160,39 @@ bool SceneAccessible::info(int child, AccessibleInfo& out) {
         left, top, {static_cast<int>(client.right)}, {static_cast<int>(client.bottom)}};
     return true;
   }
-  const std::vector<AccessibleItem>& all = items();
-  if (child < 0 || static_cast<std::size_t>(child) > all.size()) return false;
-  const AccessibleItem& item = all[static_cast<std::size_t>(child) - 1];
-  out.name = item.name;
-  out.value = item.value;
-  out.defaultAction = item.defaultAction;
-  out.role = roleOf(item.role);
-  out.states = statesOf(item.states);
-  out.screenRect = toPixels(item.rect, density_).translated(left, top);
+  const AccessibleItem* item = find(number);
+  if (item == nullptr) return false;
+  out.name = item->name;
+  out.value = item->value;
+  out.defaultAction = item->defaultAction;
+  out.role = roleOf(item->role);
+  out.states = statesOf(item->states);
+  if (item->parent >= 0) out.parent = numberOf(items()[static_cast<std::size_t>(item->parent)].id);
+  out.screenRect = toPixels(item->rect, density_).translated(left, top);
   return true;
 }
 
-bool SceneAccessible::doDefaultAction(int child) {
-  const std::vector<AccessibleItem>& all = items();
-  if (child < 1 || static_cast<std::size_t>(child) > all.size()) return false;
-  return action_ && action_(all[static_cast<std::size_t>(child) - 1].id);
+bool SceneAccessible::doDefaultAction(long number) {
+  const AccessibleItem* item = find(number);
+  return item != nullptr && action_ && action_(item->id);
 }
 
-int SceneAccessible::childAt(Point<Pixels> screen) {
+bool SceneAccessible::select(long number, long flags) {
+  const AccessibleItem* item = find(number);
+  return item != nullptr && select_ && select_(item->id, flags);
+}
+
+long SceneAccessible::itemAt(Point<Pixels> screen) {
   const POINT origin = clientOrigin();
   const Point<Twips> at{density_.toTwips({screen.x.value - static_cast<int>(origin.x)}),
                         density_.toTwips({screen.y.value - static_cast<int>(origin.y)})};
-  return accessibleAt(scene_, items(), at) + 1;
+  const int place = accessibleAt(scene_, items(), at);
+  return place < 0 ? kAccessibleWindow : numberOf(items()[static_cast<std::size_t>(place)].id);
 }
 
-int SceneAccessible::focusedChild() {
+long SceneAccessible::focusedItem() {
   if (GetFocus() != window_) return -1;
-  return childOf(input_.focused());
+  return itemOf(input_.focused());
 }
 
 }  // namespace varnowick

@@ -4,6 +4,7 @@
 
 #include "platform/screen.h"
 #include "ui/win/folder_containers.h"
+#include "ui/win/reader_selection.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick {
@@ -45,11 +46,15 @@ WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& ow
                             DWORD allowed) { return folderDropEffect(at, data, keys, allowed); },
            .take = [this](POINT at, IDataObject& data,
                           DWORD effect) { return dropOnFolder(at, data, effect); }}),
-      accessibleItems_(scene.scene(), view_.input(), std::move(title),
-                       [this](NodeId node) {
-                         return PostMessageW(window_, kMsgAction, static_cast<WPARAM>(node.kind),
-                                             node.slot) != FALSE;
-                       }),
+      accessibleItems_(
+          scene.scene(), view_.input(), std::move(title),
+          [this](NodeId node) {
+            return PostMessageW(window_, kMsgAction, static_cast<WPARAM>(node.kind), node.slot) !=
+                   FALSE;
+          },
+          [this](NodeId node, long flags) {
+            return postSelection(window_, scene_.scene(), node, flags);
+          }),
       accessible_(accessibleItems_),
       nameEdit_(scene.scene(), desk.fonts),
       noteEdit_(scene.scene(), desk.fonts, noteHooks()),
@@ -91,6 +96,7 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       return 1;
     case WM_PAINT:
       view_.paint();
+      accessibleItems_.announceChanges();
       return 0;
     case WM_MOUSEMOVE:
       onMouseMove(pointOf(lParam));
@@ -144,6 +150,12 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       if (!owner_.busyElsewhere()) {
         activate({static_cast<ControlKind>(wParam), static_cast<int>(lParam)});
       }
+      return 0;
+    case kMsgSelect:
+      if (desk_.modal.active()) return 0;
+      if (const NodeId node = takeSelection(editor_, scene_.scene(), wParam, lParam); !node.none())
+        view_.focus(node);
+      view_.invalidate();
       return 0;
     case kMsgDropped:
       takePendingDrops();
@@ -302,7 +314,6 @@ void WorkspacePane::moveFocus(Point<int> direction, bool backwards) {
   if (const ShortcutSlot slot = shortcutOf(focused); !slot.none()) editor_.selectOnly(slot);
   scene_.scrollToShow(focused);
   view_.invalidate();
-  announce(window_, EVENT_OBJECT_FOCUS, accessibleItems_.childOf(focused));
 }
 
 bool WorkspacePane::onKeyDown(int key) {

@@ -1,11 +1,13 @@
-// What a screen reader sees of a window: its accessible children with name,
-// role, place and default action, asked across processes. Tests find and press
+// What a screen reader sees of a window: its accessible items with name, role,
+// place and default action, asked across processes, all those below others
+// included. Tests find and press
 // things through this door.
 #pragma once
 
 #include <oleacc.h>
 #include <windows.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,7 +17,9 @@
 namespace varnowick::e2e {
 
 struct AccessibleItem {
-  LONG id = 0;  // CHILDID_SELF + n
+  // The object that has it for a child, and its place there from 1.
+  ComPtr<IAccessible> parent;
+  LONG id = 0;
   std::wstring name;
   LONG role = 0;
   LONG state = 0;
@@ -36,12 +40,19 @@ class AccessibleWindow {
   AccessibleItem waitFor(const std::wstring& name, LONG role = 0) const;
   std::wstring defaultAction(const AccessibleItem& item) const;
   void doDefaultAction(const AccessibleItem& item) const;
+  // The names of the selected children of a group, or of the window.
+  std::vector<std::wstring> selection(const std::wstring& group) const;
+  void select(const AccessibleItem& item, LONG flags) const;
   // All names with their roles, for failure messages.
   std::wstring describe() const;
 
  private:
-  AccessibleItem item(LONG id) const;
-  ComPtr<IAccessible> object_;
+  using Object = ComPtr<IAccessible>;
+  static AccessibleItem item(const Object& parent, LONG id);
+  // Visits every item, parents first, until one answers true.
+  using Visit = std::function<bool(const Object& parent, LONG id)>;
+  static bool walk(const Object& parent, const Visit& visit);
+  Object object_;
 };
 
 }  // namespace varnowick::e2e

@@ -79,9 +79,10 @@ TEST_F(AccessibilityTest, ListedItemsHaveNamesAndAreFoundAtTheirPlace) {
   }
   EXPECT_EQ(accessibleAt(view.scene(), all, {{-5}, {0}}), -1);
   EXPECT_EQ(of(all, shortcutNode(named)).states,
-            unsigned{kStateFocused | kStateFocusable | kStateSelected});
+            unsigned{kStateFocused | kStateFocusable | kStateSelected | kStateSelectable});
   EXPECT_EQ(of(all, shortcutNode(blank)).name, L"C:\\tool.exe");
-  EXPECT_EQ(of(all, shortcutNode(blank)).states, unsigned{kStateFocusable | kStateOffscreen});
+  EXPECT_EQ(of(all, shortcutNode(blank)).states,
+            unsigned{kStateFocusable | kStateOffscreen | kStateSelectable});
 }
 
 TEST_F(AccessibilityTest, AddingKeepsTheOrderOfTheOthers) {

@@ -1,0 +1,88 @@
+// What a screen reader gets: a tree, the selection, and events when these change.
+#include <map>
+
+#include "tests/e2e/program_test.h"
+
+namespace varnowick::e2e {
+namespace {
+
+using Names = std::vector<std::wstring>;
+
+// Counts the system's own events of one process, which Events does not listen to.
+class Heard {
+ public:
+  explicit Heard(DWORD process)
+      : hook_(SetWinEventHook(EVENT_OBJECT_SELECTION, EVENT_OBJECT_STATECHANGE, nullptr, &heard,
+                              process, 0, WINEVENT_OUTOFCONTEXT)) {
+    counts_.clear();
+  }
+  Heard(const Heard&) = delete;
+  Heard& operator=(const Heard&) = delete;
+  ~Heard() { UnhookWinEvent(hook_); }
+  int count(DWORD event) const { return counts_[event]; }
+
+ private:
+  static void CALLBACK heard(HWINEVENTHOOK, DWORD event, HWND, LONG, LONG child, DWORD, DWORD) {
+    if (child < 0) ++counts_[event];
+  }
+  static inline std::map<DWORD, int> counts_;
+  HWINEVENTHOOK hook_;
+};
+
+VARIANT self() {
+  VARIANT v{};
+  v.vt = VT_I4;
+  return v;
+}
+
+std::wstring parentOf(const AccessibleItem& item) {
+  ComString name;
+  item.parent->get_accName(self(), name.put());
+  return name.text();
+}
+
+class AccessibilityTest : public ProgramTest {
+ protected:
+  void expectSelection(const Bar& bar, const Names& names) {
+    Names now;
+    EXPECT_TRUE(waitFor([&] { return (now = bar.accessible().selection(L"Work")) == names; }))
+        << testing::PrintToString(now);
+  }
+};
+
+TEST_F(AccessibilityTest, ReadersGetATreeAndHearOfTheSelection) {
+  folder().write(L"Varnowick.ini", SettingsFile().add({.caption = L"Loose", .y = 6000}).bytes());
+  ContainerRow work{.name = L"Work"};
+  work.shortcuts = {{.caption = L"Mail", .x = 120, .y = 360},
+                    {.caption = L"News", .x = 1200, .y = 360}};
+  folder().write(L"Containers\\0.con", containerFile(work));
+  Bar bar = startBar();
+  const Heard heard(program().process());
+  bar.focus();
+  const AccessibleWindow window = bar.accessible();
+  const AccessibleItem mail = window.waitFor(L"Mail", ROLE_SYSTEM_LINK);
+  EXPECT_EQ(parentOf(mail), L"Work");
+  EXPECT_EQ(parentOf(window.waitFor(L"Loose", ROLE_SYSTEM_LINK)), L"Workspace");
+  VARIANT hit{};
+  const POINT middle{(mail.rect.left + mail.rect.right) / 2,
+                     (mail.rect.top + mail.rect.bottom) / 2};
+  ComPtr<IAccessible> under;
+  ASSERT_EQ(AccessibleObjectFromPoint(middle, under.put(), &hit), S_OK);
+  ComString name;
+  EXPECT_EQ(under->get_accName(hit, name.put()), S_OK);
+  EXPECT_EQ(name.text(), L"Mail");
+
+  window.select(mail, SELFLAG_TAKESELECTION);
+  expectSelection(bar, {L"Mail"});
+  window.select(window.waitFor(L"News", ROLE_SYSTEM_LINK), SELFLAG_ADDSELECTION);
+  expectSelection(bar, {L"Mail", L"News"});
+  window.select(mail, SELFLAG_REMOVESELECTION);
+  expectSelection(bar, {L"News"});
+  bar.click(L"Fold Work");
+  for (const DWORD event : {EVENT_OBJECT_SELECTION, EVENT_OBJECT_SELECTIONADD,
+                            EVENT_OBJECT_SELECTIONREMOVE, EVENT_OBJECT_STATECHANGE})
+    require(L"an event to be told", [&] { return heard.count(event) > 0; });
+}
+
+}  // namespace
+}  // namespace varnowick::e2e
