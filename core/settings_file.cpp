@@ -11,6 +11,11 @@ namespace {
 constexpr std::string_view kCaptureKey = "[Capture]";  // nesting of containers, in older versions
 constexpr std::string_view kSearchKeyStart = "[RSS Search";
 
+bool isBlankWithSubstitute(const SettingRow& row, const Settings& settings) {
+  return !row.whenBlank.empty() && static_cast<const std::wstring*>(row.field.memberOf(settings))
+                                           ->find_first_not_of(L" \t\r\n") == std::wstring::npos;
+}
+
 class SettingsReading {
  public:
   SettingsReading(FileReading& in, MsgBox& msgBox, const Progress& progress, Document& document)
@@ -52,6 +57,10 @@ class SettingsReading {
       passOverValue();
     else
       readField(setting.field, document_.settings, in_);
+    // What would be written for a blank value counts from the start.
+    if (isBlankWithSubstitute(setting, document_.settings))
+      *static_cast<std::wstring*>(setting.field.member(document_.settings)) =
+          widen(setting.whenBlank);
   }
 
   // Nobody looks for a key that is only written, so its value may be any; a key line
@@ -114,11 +123,7 @@ class SettingsReading {
 };
 
 void writeSetting(const SettingRow& row, const Settings& settings, LineWriter& out) {
-  const bool blank =
-      !row.whenBlank.empty() &&
-      static_cast<const std::wstring*>(row.field.memberOf(settings))->find_first_not_of(L" \r\n") ==
-          std::wstring::npos;
-  if (!blank) return writeField(row.field, settings, out);
+  if (!isBlankWithSubstitute(row, settings)) return writeField(row.field, settings, out);
   out.line(row.field.key);
   out.line(row.whenBlank);
 }

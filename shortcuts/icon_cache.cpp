@@ -193,16 +193,13 @@ void IconCache::put(const IconKey& key, std::uint32_t number) {
   changed_ = true;
 }
 
-void IconCache::forget(const std::wstring& source) {
-  for (auto at = icons_.begin(); at != icons_.end();) {
-    if (at->first.first != source) {
-      ++at;
-      continue;
-    }
-    if (at->second.number != 0) files_.remove(fileOf(at->second.number));
-    at = icons_.erase(at);
-    changed_ = true;
-  }
+// The index goes first: without it the files mean nothing. Numbers are not used
+// again, for an index that could not be removed still names the old ones.
+void IconCache::clear() {
+  icons_.clear();
+  changed_ = true;
+  files_.remove(indexFile());
+  removeStrays();
 }
 
 void IconCache::removeStrays() {

@@ -67,8 +67,8 @@ class IconCache {
   bool store(const IconKey& key, std::string_view pictureFile);
   // Keeps that there is none, so that it is not looked for again.
   void storeNone(const IconKey& key);
-  // In all sizes: when the user wants it drawn anew.
-  void forget(const std::wstring& source);
+  // Empties the folder.
+  void clear();
 
   // Writes the index if it has changed, and removes files that it does not name.
   void save();

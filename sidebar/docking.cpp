@@ -33,6 +33,7 @@ DockEffects Docking::start(const DockInputs& in, bool hidden) {
     }
     effects = screenChanged(in);
   }
+  if (!effects.opacity) effects.opacity = in.shownOpacity;
   startTimer(effects, TimerId::TimerHide);
   return effects;
 }

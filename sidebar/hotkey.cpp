@@ -60,6 +60,15 @@ std::vector<Hotkey> hotkeyCandidates(Hotkey taken) {
   return candidates;
 }
 
+std::vector<Hotkey> hotkeyStandIns(Hotkey taken) {
+  if (taken != Hotkey{kHotkeyWin, 'S'}) return {};
+  // Not those with which newer systems cut out pictures and listen (Win+Shift+S,
+  // Win+Ctrl+S), and not Ctrl+Alt+S, which types a letter on some keyboards.
+  return {{kHotkeyWin | kHotkeyAlt, 'S'},
+          {kHotkeyWin | kHotkeyCtrl | kHotkeyAlt, 'S'},
+          {kHotkeyCtrl | kHotkeyAlt | kHotkeyShift, 'S'}};
+}
+
 std::wstring hotkeyTakenText(Hotkey taken, const std::vector<Hotkey>& free) {
   std::wstring text = L"The hotkey " + hotkeyText(taken) +
                       L" is used by another program, so it does not open the bar.";

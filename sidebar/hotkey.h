@@ -28,6 +28,10 @@ struct Hotkey {
 std::optional<Hotkey> hotkeyOf(const Settings& settings);
 // "Win+S", "Ctrl+Alt+S"
 std::wstring hotkeyText(Hotkey hotkey);
+// Newer systems keep the usual combination for themselves: what takes its place,
+// the best first, without a word of warning, for nobody chose the usual one. None
+// for any other combination.
+std::vector<Hotkey> hotkeyStandIns(Hotkey taken);
 // What to try in place of a taken combination, the most alike first; never the
 // combination itself.
 std::vector<Hotkey> hotkeyCandidates(Hotkey taken);

@@ -149,8 +149,11 @@ TEST(SettingsFile, SearchesFormARunOfAtMostTen) {
   EXPECT_EQ(Read(render(s)).document.settings.recentSearches.size(), 10U);
   EXPECT_EQ(Read("106\r\n[RSS Search7]\r\nlate").document.settings.recentSearches,
             std::vector<std::wstring>{L"late"});
-  s.globalHotkeyChar = L" ";
-  EXPECT_EQ(valueIn(render(s), "[GlobalHotkeyChar]"), "S");
+}
+
+TEST(SettingsFile, ABlankHotkeyIsTheUsualOne) {
+  const Read read("106\r\n[GlobalHotkeyChar]\r\nQ\r\n[GlobalHotkeyChar]\r\n \r\n");
+  EXPECT_EQ(read.document.settings.globalHotkeyChar, L"S");
 }
 
 TEST(SettingsFile, TellsOfNestedContainersOnce) {

@@ -84,6 +84,9 @@ void RecordingCanvas::text(const PixelRect& rect, std::wstring_view text, const 
 void RecordingCanvas::image(const PixelRect& rect, const ImageRef& image) {
   record("image", rect, plain(image.name));
 }
+void RecordingCanvas::unscaledImage(const PixelRect& rect, const ImageRef& image) {
+  record("unscaled", rect, plain(image.name));
+}
 void RecordingCanvas::focusFrame(const PixelRect& rect) { record("focus", rect, ""); }
 void RecordingCanvas::pushClip(const PixelRect& rect) {
   clips.push_back(clips.empty() ? rect : rect.intersect(clips.back()));

@@ -36,6 +36,7 @@ class RecordingCanvas : public Canvas {
   void invert(const PixelRect& rect) override;
   void text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) override;
   void image(const PixelRect& rect, const ImageRef& image) override;
+  void unscaledImage(const PixelRect& rect, const ImageRef& image) override;
   void focusFrame(const PixelRect& rect) override;
   void pushClip(const PixelRect& rect) override;
   void popClip() override;

@@ -74,6 +74,9 @@ class Canvas {
   virtual void invert(const PixelRect& rect) = 0;
   virtual void text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) = 0;
   virtual void image(const PixelRect& rect, const ImageRef& image) = 0;
+  // The picture at its own size from the upper left corner; what reaches past the
+  // rectangle is cut off.
+  virtual void unscaledImage(const PixelRect& rect, const ImageRef& image) = 0;
   // Of an image for that rectangle, for whoever draws something in place of one that
   // is not there.
   virtual ImageState imageState(const PixelRect&, const ImageRef&) { return ImageState::Ready; }

@@ -246,8 +246,11 @@ void ScenePainter::paintBar(const Node& node, const PixelRect& rect, const Palet
 
 void ScenePainter::paintMainPanel(const Node& node, const PixelRect& rect, const Palette& p) {
   canvas_.gradient(rect, p.backTop, p.backBottom, true);
-  if (node.image.source != ImageRef::Source::None && !p.highContrast)
+  if (node.image.source == ImageRef::Source::None || p.highContrast) return;
+  if (node.look.stretched)
     canvas_.image(rect, node.image);
+  else
+    canvas_.unscaledImage(rect, node.image);
 }
 
 void ScenePainter::paintToolButton(const Node& node, const PixelRect& rect, const Palette& p) {

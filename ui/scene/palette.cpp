@@ -23,15 +23,25 @@ Colour towardsText(Colour ground, float share) {
   return mix(ground, luminance(ground) < 0.35F ? kWhite : kBlack, share);
 }
 
+// Without the gradient a surface has its plain colour all over.
+Colour lit(const Palette& p, Colour surface, float share) {
+  return p.gradient ? mix(surface, kWhite, share) : surface;
+}
+Colour shaded(const Palette& p, Colour surface, float share) {
+  return p.gradient ? mix(surface, kBlack, share) : surface;
+}
+
+Colour bodyTopOf(const Palette& p, Colour body) { return lit(p, body, 0.03F); }
+
 void setBody(Palette& p, Colour body, Colour text) {
-  p.bodyTop = mix(body, kWhite, 0.03F);
-  p.bodyBottom = mix(body, kBlack, 0.08F);
+  p.bodyTop = bodyTopOf(p, body);
+  p.bodyBottom = shaded(p, body, 0.08F);
   p.bodyText = readable(text, body);
 }
 
 void setTitle(Palette& p, Colour title, Colour text) {
-  p.titleTop = mix(title, kWhite, 0.06F);
-  p.titleBottom = mix(title, kBlack, 0.12F);
+  p.titleTop = lit(p, title, 0.06F);
+  p.titleBottom = shaded(p, title, 0.12F);
   p.titleText = readable(text, title);
 }
 
@@ -63,8 +73,9 @@ Palette makePalette(const Settings& settings) {
   const Colour back = settings.background;
   // Shades stay faint on light grounds, where they would look dirty.
   const float depth = luminance(back) < 0.35F ? 1.0F : 0.4F;
-  p.backTop = settings.gradient ? mix(back, kBlack, 0.14F * depth) : back;
-  p.backBottom = settings.gradient ? mix(back, kWhite, 0.02F) : back;
+  p.gradient = settings.gradient;
+  p.backTop = shaded(p, back, 0.14F * depth);
+  p.backBottom = lit(p, back, 0.02F);
   p.barTop = mix(back, kBlack, 0.22F * depth);
   p.barBottom = mix(back, kBlack, 0.32F * depth);
   p.barEdge = mix(back, kBlack, 0.5F * depth);
@@ -110,8 +121,7 @@ Palette inContainer(const Palette& palette, const NodeLook& look) {
   if (!p.highContrast && look.back && look.fore) {
     setBody(p, *look.back, *look.fore);
     // A container in the usual colour keeps the usual title.
-    const Colour usual = mix(*look.back, kWhite, 0.03F);
-    if (usual == palette.bodyTop)
+    if (bodyTopOf(palette, *look.back) == palette.bodyTop)
       p.titleText = readable(*look.fore, p.titleTop);
     else
       setTitle(p, towardsText(*look.back, 0.12F), *look.fore);

@@ -20,6 +20,7 @@ Colour readable(Colour text, Colour ground);
 
 struct Palette {
   bool highContrast = false;   // the nodes' own colours do not count
+  bool gradient = true;        // of containers and the main panel
   Colour backTop, backBottom;  // the main panel
   Colour barTop, barBottom;    // title bar and bottom bar
   Colour barEdge, barText, barHover, barPressed;

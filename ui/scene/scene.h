@@ -90,6 +90,7 @@ struct NodeLook {
   bool small = false;                  // shortcuts: caption beside the icon instead of under it
   Twips line;                          // of a caption that may have two lines: the height of one
   ScreenEdge edge = ScreenEdge::None;  // what its arrow is about
+  bool stretched = true;               // wallpaper: fills the node instead of keeping its size
 };
 
 struct Node {

@@ -56,6 +56,7 @@ void WorkspaceScene::setFrame(const FrameLayout& layout) {
   panel.image = {};
   if (!settings_.wallpaper.empty())
     panel.image = {ImageRef::Source::PictureFile, settings_.wallpaper};
+  panel.look.stretched = settings_.stretch;
   Node& progress =
       put(ControlKind::ProgressText, frame,
           {in.left, in.top + titleHeight + panelHeight - kProgressHeight, width, kProgressHeight});

@@ -47,7 +47,14 @@ void BarExtras::attach(HWND window) {
 void BarExtras::applySettings() {
   tray_.show(bar_.document.settings.showTrayIcon);
   hotkey_.apply(bar_.document.settings);
+  const std::wstring key = hotkeyName();
+  tray_.setTooltip(key.empty() ? kProgramTitle : std::wstring(kProgramTitle) + L" (" + key + L")");
   arrange();
+}
+
+std::wstring BarExtras::hotkeyName() const {
+  const auto hotkey = hotkey_.registered();
+  return hotkey ? hotkeyText(*hotkey) : std::wstring();
 }
 
 void BarExtras::setPalette(const Palette& palette) {

@@ -52,6 +52,8 @@ class BarExtras {
   void attach(HWND window);
   // After loading and after every change of the settings.
   void applySettings();
+  // The combination that opens the bar now, empty when there is none.
+  std::wstring hotkeyName() const;
   void setPalette(const Palette& palette);
   // The bar or what lies on it has been laid out anew, moved or docked.
   void arrange();

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "platform/screen.h"
+#include "platform/win32/callback.h"
 #include "platform/win32/multimedia.h"
 #include "ui/win/full_screen.h"
 #include "ui/win/system_look.h"
@@ -12,6 +13,10 @@ namespace {
 
 constexpr int kFullOpacity = 255;
 constexpr int kTranslucentOpacity = 200;
+// Of "[WindowState]".
+constexpr int kNormal = 0;
+constexpr int kMinimised = 1;
+constexpr int kMaximised = 2;
 // Raised only while the bar slides: a finer timer costs the machine energy.
 constexpr UINT kFineTimer = 1;  // ms
 
@@ -32,8 +37,10 @@ BOOL CALLBACK addProgramWindow(HWND window, LPARAM list) {
   POINT origin{};
   GetWindowRect(window, &rect);
   ClientToScreen(window, &origin);
-  reinterpret_cast<std::vector<std::pair<POINT, RECT>>*>(list)->push_back({origin, rect});
-  return TRUE;
+  return guardedCallback(TRUE, [&] {
+    reinterpret_cast<std::vector<std::pair<POINT, RECT>>*>(list)->push_back({origin, rect});
+    return TRUE;
+  });
 }
 
 }  // namespace
@@ -50,9 +57,34 @@ PixelRect DockingDriver::windowPixels() const {
   return {{r.left}, {r.top}, {r.right - r.left}, {r.bottom - r.top}};
 }
 
-void DockingDriver::start(const TwipsRect& rect, bool hidden) {
+void DockingDriver::start(const TwipsRect& rect, bool hidden, int windowState) {
   place(rect);
-  apply(rules_.start(inputs(), hidden));
+  startsMaximised_ = windowState == kMaximised;
+  DockInputs in = inputs();
+  in.maximised = startsMaximised_;
+  apply(rules_.start(in, hidden || windowState == kMinimised));
+}
+
+int DockingDriver::windowState() const {
+  if (IsZoomed(window_)) return kMaximised;
+  return IsIconic(window_) ? kMinimised : kNormal;
+}
+
+void DockingDriver::restore() {
+  if (!IsZoomed(window_)) return;
+  ShowWindow(window_, SW_RESTORE);
+  noteWindowRect();
+  apply(rules_.start(inputs(), false));
+}
+
+void DockingDriver::dockTo(ScreenEdge edge) {
+  restore();
+  apply(rules_.dockTo(inputs(), edge));
+}
+
+void DockingDriver::dockNow() {
+  restore();
+  apply(rules_.dockNow(inputs()));
 }
 
 DockInputs DockingDriver::inputs() const {
@@ -93,6 +125,7 @@ void DockingDriver::apply(const DockEffects& effects) {
   if (effects.prepareCollapse && hooks_.prepareCollapse) hooks_.prepareCollapse();
   if (effects.opacity)
     SetLayeredWindowAttributes(window_, 0, static_cast<BYTE>(*effects.opacity), LWA_ALPHA);
+  if (effects.moveTo && IsZoomed(window_)) ShowWindow(window_, SW_RESTORE);
   if (effects.moveTo) {
     rect_.left = effects.moveTo->x;
     rect_.top = effects.moveTo->y;
@@ -134,8 +167,9 @@ bool DockingDriver::tick(TimerId id) {
 }
 
 void DockingDriver::noteWindowRect() {
-  // A minimised window lies far off every screen; that is not a place to save.
-  if (IsIconic(window_)) return;
+  // A minimised window lies far off every screen, and a maximised one covers it;
+  // neither is a place to save.
+  if (IsIconic(window_) || IsZoomed(window_)) return;
   const PixelRect now = windowPixels();
   if (now == toPixels(rect_, density())) return;
   rect_ = toTwips(now, density());

@@ -28,8 +28,16 @@ class DockingDriver {
   DockingDriver& operator=(const DockingDriver&) = delete;
 
   void attach(HWND window) { window_ = window; }
-  // Places the window, and docks it when it stands at an edge.
-  void start(const TwipsRect& rect, bool hidden);
+  // Places the window, and docks it when it stands at an edge. A minimised bar
+  // would be lost to who has no tray icon and no hotkey: it comes as its strip.
+  void start(const TwipsRect& rect, bool hidden, int windowState);
+  // How ShowWindow is to show it for the first time.
+  int showCommand() const { return startsMaximised_ ? SW_SHOWMAXIMIZED : SW_SHOWNA; }
+  // As "[WindowState]" has it.
+  int windowState() const;
+  // The dock commands bring a maximised window back first.
+  void dockTo(ScreenEdge edge);
+  void dockNow();
 
   Docking& rules() { return rules_; }
   const Docking& rules() const { return rules_; }
@@ -57,6 +65,7 @@ class DockingDriver {
   PixelRect windowPixels() const;
   Density density() const;
   void place(const TwipsRect& rect);
+  void restore();
 
   Platform platform_;
   const Settings& settings_;
@@ -65,6 +74,7 @@ class DockingDriver {
   HWND window_ = nullptr;
   TwipsRect rect_;
   bool fineTimer_ = false;
+  bool startsMaximised_ = false;
 };
 
 }  // namespace varnowick

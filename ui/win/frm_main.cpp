@@ -125,9 +125,9 @@ void frmMain::show() {
       toTwips(platform_.monitors.virtualScreen(), platform_.monitors.density());
   rect.width = std::clamp(rect.width, kLeastWindow.width, screen.width * 2);
   rect.height = std::clamp(rect.height, kLeastWindow.height, screen.height * 2);
-  docking_.start(rect, document_.settings.hidden);
+  docking_.start(rect, document_.settings.hidden, document_.settings.windowState);
   rebuildScene();
-  ShowWindow(handle(), SW_SHOWNA);
+  ShowWindow(handle(), docking_.showCommand());
   UpdateWindow(handle());
   // A new user shall see the bar before it goes away for the first time.
   if (firstStart_) docking_.apply(docking_.rules().open(docking_.inputs()));
@@ -159,6 +159,15 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_GETMINMAXINFO: {
       auto* info = reinterpret_cast<MINMAXINFO*>(lParam);
       const Density density = platform_.monitors.density();
+      // Of a window without a caption the system would cover the taskbar, too.
+      MONITORINFO monitor{};
+      monitor.cbSize = sizeof monitor;
+      if (GetMonitorInfoW(MonitorFromWindow(handle(), MONITOR_DEFAULTTONEAREST), &monitor)) {
+        const RECT& work = monitor.rcWork;
+        info->ptMaxPosition = {work.left - monitor.rcMonitor.left,
+                               work.top - monitor.rcMonitor.top};
+        info->ptMaxSize = {work.right - work.left, work.bottom - work.top};
+      }
       info->ptMinTrackSize = {density.toPixels(kLeastWindow.width).value,
                               density.toPixels(kLeastWindow.height).value};
       return 0;

@@ -62,7 +62,7 @@ bool frmMain::runOwn(Command command) {
       workspaceChanged();
       break;
     case Command::mnuRefreshShortcuts:
-      images_.clear();
+      images_.refresh();
       pane_.view().invalidate();
       detached_.invalidate();
       break;
@@ -88,19 +88,19 @@ bool frmMain::runOwn(Command command) {
       toggleTranslucency();
       break;
     case Command::mnuDockLeft:
-      docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Left));
+      docking_.dockTo(ScreenEdge::Left);
       break;
     case Command::mnuDockRight:
-      docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Right));
+      docking_.dockTo(ScreenEdge::Right);
       break;
     case Command::mnuDockTop:
-      docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Top));
+      docking_.dockTo(ScreenEdge::Top);
       break;
     case Command::mnuDockBottom:
-      docking_.apply(docking_.rules().dockTo(docking_.inputs(), ScreenEdge::Bottom));
+      docking_.dockTo(ScreenEdge::Bottom);
       break;
     case Command::mnuDockNow:
-      docking_.apply(docking_.rules().dockNow(docking_.inputs()));
+      docking_.dockNow();
       break;
     case Command::mnuSuspendSlideOut:
       docking_.apply(docking_.rules().mnuSuspendSlideOut());

@@ -82,6 +82,9 @@ DragStop* frmMain::dragStop(HWND window) {
 }
 
 void frmMain::completeMenu(MenuId, std::vector<MenuItem>& items) {
+  // The hotkey collapses the bar as well, and may be a stand-in for the stored one.
+  for (MenuItem& item : items)
+    if (item.command == static_cast<int>(Command::mnuDockNow)) item.key = extras_.hotkeyName();
   for (std::size_t i = 0; i < items.size(); ++i) {
     if (items[i].command != static_cast<int>(Command::mnuAttach)) continue;
     items[i].command = 0;

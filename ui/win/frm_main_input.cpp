@@ -68,8 +68,8 @@ bool frmMain::keyDown(int key, int modifiers) {
   state.jumpBoxShown = jumping;
   state.jumpBoxHasText = extras_.jump().hasText();
   state.shortcutSelected = commands.anythingSelected || commands.shortcutMeant;
-  state.barExpanded =
-      docking_.rules().expanded() && docking_.rules().collapseSide() == ScreenEdge::None;
+  state.barExpanded = IsZoomed(handle()) || (docking_.rules().expanded() &&
+                                             docking_.rules().collapseSide() == ScreenEdge::None);
   const KeyDecision decision = decideKey(key, modifiers, state);
   apply(decision);
   return decision.action != KeyAction::None;

@@ -3,6 +3,7 @@
 #include "core/settings_table.h"
 #include "core/startup.h"
 #include "platform/msg_box.h"
+#include "platform/win32/dll_path.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/shutdown_block.h"
 #include "ui/win/frm_main.h"
@@ -27,6 +28,7 @@ bool startRestarter(const std::wstring& path) {
   startup.dwFlags = STARTF_USESHOWWINDOW;
   startup.wShowWindow = SW_SHOWNORMAL;
   PROCESS_INFORMATION process{};
+  const OwnDllPathForChildren children;
   if (!CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
                       &startup, &process))
     return false;
@@ -41,6 +43,7 @@ SaveResult frmMain::save(bool recovery) {
   docking_.stopTimer(TimerId::TimerSave);
   Settings& settings = document_.settings;
   settings.window = docking_.rectToSave();
+  settings.windowState = docking_.windowState();
   settings.hidden = docking_.rules().collapseSide() != ScreenEdge::None;
   SaveResult result = store_.SaveDesktop(document_, recovery);
   if (result.outcome == SaveResult::Outcome::Saved) {
@@ -74,6 +77,7 @@ void frmMain::loadDefaultSettings() {
   rebuildScene();
   detached_.refreshAll();
   extras_.applySettings();
+  images_.setWeb(true, document_.settings.rssUseProxy);
   docking_.apply(docking_.rules().opacityChanged(docking_.inputs()));
   workspaceChanged();
 }

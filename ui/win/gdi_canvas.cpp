@@ -67,6 +67,15 @@ void GdiCanvas::image(const PixelRect& rect, const ImageRef& image) {
   if (bitmap != nullptr) bitmapPixels(surface(), rect.topLeft(), *bitmap);
 }
 
+void GdiCanvas::unscaledImage(const PixelRect& rect, const ImageRef& image) {
+  if (images_ == nullptr || rect.empty()) return;
+  const Bitmap* bitmap = images_->findUnscaled(image);
+  if (bitmap == nullptr) return;
+  PixelSurface to = surface();
+  to.clip = to.clip.intersect(rect);
+  bitmapPixels(to, rect.topLeft(), *bitmap);
+}
+
 ImageState GdiCanvas::imageState(const PixelRect& rect, const ImageRef& image) {
   return images_ == nullptr ? ImageState::Waiting : images_->state(image, rect.size());
 }

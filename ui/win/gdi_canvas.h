@@ -33,6 +33,7 @@ class GdiCanvas : public Canvas, public TextMeasure {
   void invert(const PixelRect& rect) override;
   void text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) override;
   void image(const PixelRect& rect, const ImageRef& image) override;
+  void unscaledImage(const PixelRect& rect, const ImageRef& image) override;
   ImageState imageState(const PixelRect& rect, const ImageRef& image) override;
   // Two rings, light and dark, so that it is seen on any background.
   void focusFrame(const PixelRect& rect) override;

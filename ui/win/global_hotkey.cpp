@@ -37,6 +37,11 @@ void GlobalHotkey::apply(const Settings& settings) {
     told_.reset();
     return;
   }
+  for (const Hotkey standIn : hotkeyStandIns(*wanted)) {
+    if (!tryRegister(kId, standIn)) continue;
+    registered_ = standIn;
+    return;
+  }
   if (told_ == wanted) return;
   told_ = wanted;
   const std::wstring text = hotkeyTakenText(*wanted, freeOnes(*wanted));

@@ -24,7 +24,8 @@ class GlobalHotkey final : public Window {
   ~GlobalHotkey() override;
 
   // Registers, registers anew or gives up the combination. A taken one is told
-  // of once; each further call tries it again in silence.
+  // of once; each further call tries it again in silence. Where a stand-in is
+  // free, that is registered and nothing told.
   void apply(const Settings& settings);
   // What is registered now.
   std::optional<Hotkey> registered() const { return registered_; }

@@ -44,10 +44,10 @@ void IconDiskCache::keep(const std::wstring& source, int edge, std::uint64_t tim
     cache_.store({source, edge, time}, bytes);
 }
 
-void IconDiskCache::forget(const std::wstring& source) {
+void IconDiskCache::clear() {
   const Lock lock(lock_);
   loadOnce();
-  cache_.forget(source);
+  cache_.clear();
 }
 
 void IconDiskCache::save() {

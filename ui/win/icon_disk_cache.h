@@ -27,7 +27,7 @@ class IconDiskCache {
   std::optional<Kept> last(const std::wstring& source, int edge);
   // An empty bitmap says that there is none.
   void keep(const std::wstring& source, int edge, std::uint64_t time, const Bitmap& bitmap);
-  void forget(const std::wstring& source);
+  void clear();
   void save();
 
  private:

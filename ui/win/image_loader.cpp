@@ -1,9 +1,10 @@
 #include "ui/win/image_loader.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
-#include "core/web_address.h"
+#include "platform/win32/callback.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_http.h"
 #include "shortcuts/site_icon.h"
@@ -39,6 +40,20 @@ std::uint64_t timeOf(const std::wstring& path) {
   if (!GetFileAttributesExW(pathForSystem(path).c_str(), GetFileExInfoStandard, &data)) return 0;
   return std::max<std::uint64_t>(1, ticksOf(data.ftLastWriteTime));
 }
+
+// This thread in the apartment of COM that needs no messages.
+class SharedApartment {
+ public:
+  SharedApartment() : result_(CoInitializeEx(nullptr, COINIT_MULTITHREADED)) {}
+  SharedApartment(const SharedApartment&) = delete;
+  SharedApartment& operator=(const SharedApartment&) = delete;
+  ~SharedApartment() {
+    if (SUCCEEDED(result_)) CoUninitialize();
+  }
+
+ private:
+  HRESULT result_;
+};
 
 Bitmap loadAsset(const std::wstring& folder, const std::wstring& name, int edge) {
   // Names of assets are ours; one with a path in it is not.
@@ -125,8 +140,8 @@ void ImageLoader::request(ImageRequest request) {
   push(lane, kLoads, {std::move(request), false, {}, 0});
 }
 
-void ImageLoader::forgetCached(const std::wstring& source) {
-  if (cache_) push(kLocal, kLookups, {{{ImageRef::Source::IconOf, source}, 0, 0}, true, {}, 0});
+void ImageLoader::forgetCached() {
+  if (cache_) push(kLocal, kLookups, {{}, true, {}, 0});
 }
 
 std::vector<ImageResult> ImageLoader::take() {
@@ -171,6 +186,20 @@ Bitmap ImageLoader::load(const std::wstring& imagesFolder, const ImageRef& image
   return {};
 }
 
+// A thread that is an apartment of COM must let messages through while it waits:
+// it has a hidden window, and whoever sends to all windows would hang on it.
+void ImageLoader::waitForWork(const Lane& lane) {
+  const HANDLE wake = lane.wake.get();
+  if (lane.id == kWeb) {
+    WaitForSingleObject(wake, INFINITE);
+    return;
+  }
+  while (MsgWaitForMultipleObjects(1, &wake, FALSE, INFINITE, QS_ALLINPUT) == WAIT_OBJECT_0 + 1) {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+  }
+}
+
 bool ImageLoader::next(Lane& lane, Job& job, Urgency& urgency) {
   bool saved = false;
   for (;;) {
@@ -190,14 +219,21 @@ bool ImageLoader::next(Lane& lane, Job& job, Urgency& urgency) {
     if (cache_ && !std::exchange(saved, true))
       cache_->save();
     else
-      WaitForSingleObject(lane.wake.get(), INFINITE);
+      waitForWork(lane);
   }
 }
 
 void ImageLoader::work(Lane& lane) {
   // Missing media must fail, not ask for a disk.
   SetErrorMode(SetErrorMode(0) | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-  const ComApartment com;
+  // The shell's icons want an apartment. The web's thread shows pictures alone and
+  // waits for servers, without looking at messages.
+  std::optional<ComApartment> apartment;
+  std::optional<SharedApartment> shared;
+  if (lane.id == kWeb)
+    shared.emplace();
+  else
+    apartment.emplace();
   Job job;
   Urgency urgency = kLoads;
   while (next(lane, job, urgency)) {
@@ -213,7 +249,7 @@ void ImageLoader::work(Lane& lane) {
 void ImageLoader::handle(LaneId lane, Urgency urgency, Job& job) {
   const ImageRef& image = job.request.image;
   if (job.forget) {
-    cache_->forget(image.name);
+    cache_->clear();
   } else if (image.source != ImageRef::Source::IconOf) {
     deliver(job.request, load(imagesFolder_, image, job.request.edge), true);
   } else if (urgency == kLookups) {
@@ -253,7 +289,7 @@ void ImageLoader::lookUpAddress(Job& job) {
     const Lock lock(lock_);
     allowed = webAllowed_;
   }
-  const bool fetch = due && allowed && parseWebAddress(address);
+  const bool fetch = due && allowed && siteIconRoot(address);
   // Until the site's own is there, an address looks like any page.
   deliver(job.request,
           job.shown.empty() ? load(imagesFolder_, job.request.image, job.request.edge) : job.shown,
@@ -309,7 +345,10 @@ void ImageLoader::deliver(const ImageRequest& request, Bitmap bitmap, bool last)
 DWORD WINAPI ImageLoader::threadMain(void* context) {
   auto* lane = static_cast<Lane*>(context);
   ImageLoader* loader = lane->loader;
-  loader->work(*lane);
+  guardedCallback(false, [&] {
+    loader->work(*lane);
+    return true;
+  });
   loader->release();
   return 0;
 }

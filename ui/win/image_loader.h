@@ -51,8 +51,8 @@ class ImageLoader {
   // False when there could be no thread. Calling it again is harmless.
   bool start(HWND owner, UINT message);
   void request(ImageRequest request);
-  // The next request finds nothing of it in the cache.
-  void forgetCached(const std::wstring& source);
+  // What is asked for from then on is found in no cache.
+  void forgetCached();
   std::vector<ImageResult> take();
   // Drops what is queued, tells the threads to end, waits for them at most that
   // long, and lets go of this object, which must not be used any more.
@@ -83,6 +83,7 @@ class ImageLoader {
   void release();
   bool startThread(Lane& lane);
   void push(LaneId lane, Urgency urgency, Job job);
+  static void waitForWork(const Lane& lane);
   bool next(Lane& lane, Job& job, Urgency& urgency);
   void work(Lane& lane);
   void handle(LaneId lane, Urgency urgency, Job& job);

@@ -98,6 +98,11 @@ const Bitmap* ImageStore::find(const ImageRef& image, Size<Pixels> size) {
   return entry->state == State::Ready ? fitted(*entry, size) : placeholder(image, size);
 }
 
+const Bitmap* ImageStore::findUnscaled(const ImageRef& image) {
+  const Entry* entry = entryOf(image, {1_px, 1_px});
+  return entry != nullptr && entry->state == State::Ready ? &entry->original : nullptr;
+}
+
 ImageState ImageStore::state(const ImageRef& image, Size<Pixels> size) {
   const Entry* entry = entryOf(image, size);
   if (entry == nullptr || entry->state == State::Failed) return ImageState::Failed;
@@ -125,13 +130,15 @@ const Bitmap* ImageStore::placeholder(const ImageRef& image, Size<Pixels> size) 
 }
 
 void ImageStore::forget(const ImageRef& image) {
-  if (image.source == ImageRef::Source::IconOf) loader_->forgetCached(image.name);
   std::erase_if(entries_, [&](const auto& entry) {
     return entry.first.first == std::pair(static_cast<int>(image.source), image.name);
   });
 }
 
-void ImageStore::clear() { entries_.clear(); }
+void ImageStore::refresh() {
+  loader_->forgetCached();
+  entries_.clear();
+}
 
 void ImageStore::evict() {
   std::size_t total = 0;

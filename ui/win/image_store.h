@@ -48,14 +48,16 @@ class ImageStore {
   // The picture at exactly that size, or the placeholder, or nullptr when there is
   // neither. Asks the worker for what is not there. Good until the next call.
   const Bitmap* find(const ImageRef& image, Size<Pixels> size);
+  // A picture file at the size it was loaded in, or nullptr. Asks as find() does.
+  const Bitmap* findUnscaled(const ImageRef& image);
   // Whether find() gives the picture itself. Asks the worker as find() does.
   ImageState state(const ImageRef& image, Size<Pixels> size);
   // True when the worker has nothing left to do that was asked for.
   bool idle() const { return waiting_ == 0; }
-  // The picture has changed on disk, or is no longer needed.
+  // The picture file has changed on disk, or is no longer needed.
   void forget(const ImageRef& image);
-  // Everything is loaded anew when next asked for: density or icons have changed.
-  void clear();
+  // Everything is loaded anew when next asked for, past what is kept on disk.
+  void refresh();
 
  private:
   enum class State { Waiting, Ready, Failed };

@@ -22,7 +22,9 @@ std::string shortcutRecord(const ShortcutRow& s, bool inContainer) {
       {"[LinkX]", number(s.x)},
       {"[LinkY]", number(s.y)},
       {"[LinkLabel]", ansi(s.caption)},
-      {"[LinkType]", number(s.command ? 3 : 2)},
+      {"[LinkType]", number(s.command ? 3
+                            : s.web   ? 1
+                                      : 2)},
       {"[LinkPath]", ansi(s.path)},
       {"[LinkParam]", ansi(s.parameters)},
       {"[Color]", "-1"},

@@ -26,6 +26,7 @@ struct ShortcutRow {
   int y = 300;  // twips on its panel
   bool confirm = false;
   bool command = false;
+  bool web = false;
 };
 
 struct ContainerRow {

@@ -47,7 +47,9 @@ std::set<COLORREF> coloursIn(const RECT& rect) {
   GetDIBits(memory.get(), bitmap.get(), 0, static_cast<UINT>(height), pixels.data(), &info,
             DIB_RGB_COLORS);
   std::set<COLORREF> colours;
-  for (std::size_t i = 0; i < pixels.size(); i += 3) colours.insert(pixels[i] & 0xFFFFFF);
+  // Blue comes first there.
+  for (std::size_t i = 0; i < pixels.size(); i += 3)
+    colours.insert(RGB(pixels[i] >> 16 & 0xFF, pixels[i] >> 8 & 0xFF, pixels[i] & 0xFF));
   return colours;
 }
 

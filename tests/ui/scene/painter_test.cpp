@@ -150,11 +150,14 @@ TEST_F(PainterTest, SettingsDecideOnTheDockStripAndTheWallpaper) {
   settings.dockingColor = rgb(1, 2, 3);
   settings.wallpaper = L"C:\\hills.jpg";
   for (const bool visible : {true, false}) {
-    settings.visibleBorderCollapsed = visible;
+    settings.visibleBorderCollapsed = settings.stretch = visible;
     view.build(layout);
-    const std::string drawn = paint().written({"fill", "image"});
+    const std::string drawn = paint().written({"fill", "image", "unscaled"});
     EXPECT_EQ(drawn.find("fill 217,0 3x300 #010203") != std::string::npos, visible) << drawn;
-    EXPECT_NE(drawn.find("image 0,30 220x236 C:\\hills.jpg"), std::string::npos) << drawn;
+    EXPECT_NE(
+        drawn.find(std::string(visible ? "image" : "unscaled") + " 0,30 220x236 C:\\hills.jpg"),
+        std::string::npos)
+        << drawn;
   }
 }
 

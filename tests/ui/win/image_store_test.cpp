@@ -137,7 +137,7 @@ class CachedImageStoreTest : public ImageStoreTest {
   std::uint32_t colourInARun(const ImageRef& image, bool web = false) {
     ImageStore store(folder_.path());
     store.useCache(data_);
-    if (web) store.setWeb(true, L"0");
+    if (web) store.setWeb(true, proxy_);
     store.start(window_, kMessage);
     store.find(image, {32_px, 32_px});
     settle(store, window_);
@@ -151,6 +151,7 @@ class CachedImageStoreTest : public ImageStoreTest {
   }
 
   const std::wstring data_;
+  std::wstring proxy_ = L"0";
 };
 
 TEST_F(CachedImageStoreTest, ShowsTheIconsOfTheLastRunUntilTheSourceHasChanged) {
@@ -186,41 +187,45 @@ TEST_F(CachedImageStoreTest, ReplacesDamagedIcons) {
   store.start(window_, kMessage);
   store.find(icon, {32_px, 32_px});
   settle(store, window_);
-  store.forget(icon);
+  store.refresh();
   store.find(icon, {32_px, 32_px});
   settle(store, window_);
   EXPECT_EQ(colour(store.find(icon, {32_px, 32_px})), 0xFF00C000U) << "forgotten on disk, too";
 }
 
 TEST_F(CachedImageStoreTest, DrawsSitesAsTheirIconAndAsksOnce) {
-  const LoopbackServer server({{"/", httpAnswer(200, "<link rel=icon href=i.png>")},
-                               {"/i.png", httpAnswer(200, pngBytes(16, 16, 0xFF123456))},
-                               {"/bad/", httpAnswer(200, "<link rel=icon href=i.png>")},
-                               {"/bad/i.png", httpAnswer(200, pngClaiming(16, 16))}});
-  const ImageRef site{Source::IconOf, server.url(L"/")};
-  const ImageRef bad{Source::IconOf, server.url(L"/bad/")};
+  // The proxy stands for a web of public hosts.
+  const LoopbackServer server(
+      {{"http://a.example:81/", httpAnswer(200, "<link rel=icon href=i.png>")},
+       {"http://a.example:81/i.png", httpAnswer(200, pngBytes(16, 16, 0xFF123456))},
+       {"http://b.example:81/", httpAnswer(200, "<link rel=icon href=http://127.0.0.1/i.png>")}});
+  proxy_ = server.url(L"");
+  const ImageRef site{Source::IconOf, L"http://a.example:81/"};
+  const ImageRef bad{Source::IconOf, L"http://b.example:81/"};
   EXPECT_NE(colourInARun(site), 0xFF123456U);
   EXPECT_TRUE(server.asked().empty()) << "not without leave";
   EXPECT_EQ(colourInARun(site, true), 0xFF123456U);
   const std::uint32_t anyPage = colourInARun(bad, true);
   const auto asked = server.asked();
   EXPECT_EQ(asked,
-            (std::vector<std::string>{"/", "/i.png", "/bad/", "/bad/i.png", "/favicon.ico"}));
+            (std::vector<std::string>{"http://a.example:81/", "http://a.example:81/i.png",
+                                      "http://b.example:81/", "http://b.example:81/favicon.ico"}));
   EXPECT_EQ(colourInARun(site, true), 0xFF123456U);
   EXPECT_EQ(colourInARun(bad, true), anyPage);
   EXPECT_EQ(server.asked(), asked) << "neither what was found nor what failed";
 }
 
 TEST_F(CachedImageStoreTest, SlowSitesHoldUpNobody) {
-  const LoopbackServer server(std::map<std::string, std::string>{{"/silent", ""}});
+  const LoopbackServer server(
+      std::map<std::string, std::string>{{"http://silent.example:81/", ""}});
   Win32Files files;
   const ImageRef icon{Source::IconOf, folder_ / L"target.ico"};
   ASSERT_TRUE(files.write(icon.name, icoBytes(32, 0xFF00C000)));
   ImageStore store(folder_.path());
   store.useCache(data_);
-  store.setWeb(true, L"");
+  store.setWeb(true, server.url(L""));
   store.start(window_, kMessage);
-  store.find({Source::IconOf, server.url(L"/silent")}, {32_px, 32_px});
+  store.find({Source::IconOf, L"http://silent.example:81/"}, {32_px, 32_px});
   store.find({Source::IconOf, L"\\\\no-such-host-anywhere\\share\\a.txt"}, {32_px, 32_px});
   store.find(icon, {32_px, 32_px});
   settle(store, window_, [&] { return colour(store.find(icon, {32_px, 32_px})) == 0xFF00C000U; });
