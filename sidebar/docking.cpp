@@ -23,13 +23,19 @@ int opacityWhenStill(const DockInputs& in) {
 DockEffects Docking::start(const DockInputs& in, bool hidden) {
   DockEffects effects;
   if (!in.maximised) {
+    settled_ = in.window.topLeft();
     // A position that leaves only the strip on screen says as much as the flag.
-    if (hidden || strippedAt(in) != ScreenEdge::None) {
-      side_ = lastSide_ = collapsedAt(in);
-      rightBorder_ = in.screen.monitor.right();
-      settled_ = in.window.topLeft();
+    if (const auto strip = strippedAt(in, hidden)) {
+      side_ = lastSide_ = strip->edge;
+      monitor_ = strip->monitor.bounds;
+    } else if (hidden) {
+      const ScreenEdge touched = touchedEdge(in);
+      const Border border = borderFor(in, isEdge(touched) ? touched : nearestEdge(in));
+      side_ = lastSide_ = border.edge;
+      // The place itself stands for a monitor that is missing.
+      monitor_ = isShown(in.screen.monitors, in.window) ? border.monitor.bounds : in.window;
     } else {
-      settleAt(in);
+      settleAt(in, standsAt(in));
     }
     effects = screenChanged(in);
   }
@@ -40,8 +46,10 @@ DockEffects Docking::start(const DockInputs& in, bool hidden) {
 
 // Every way into the collapse but CollapseToEdge itself, which keeps its edge.
 DockEffects Docking::collapse(const DockInputs& in, ScreenEdge edge, bool animate) {
+  const Border border = borderFor(in, edge);
   side_ = lastSide_ = edge;
-  rightBorder_ = in.screen.monitor.right();
+  at_ = ScreenEdge::None;
+  monitor_ = border.monitor.bounds;
   return CollapseToEdge(in, animate);
 }
 
@@ -63,7 +71,7 @@ DockEffects Docking::CollapseToEdge(const DockInputs& in, bool animate) {
 void Docking::placeCollapsed(const DockInputs& in, DockEffects& effects) {
   stopSlide(effects);
   expanded_ = false;
-  settled_ = collapsedPosition(in);
+  settled_ = collapsedPosition(in.window, {side_, monitor(in)});
   effects.moveTo = settled_;
   effects.opacity = opacityWhenStill(in);
   effects.change = DockChange::Collapsed;
@@ -74,11 +82,11 @@ DockEffects Docking::ExpandFromEdge(const DockInputs& in) {
   expanded_ = true;
   if (!isEdge(side_)) return effects;
   stopSlide(effects);
-  settled_ = expandedPosition(in, side_);
+  settled_ = expandedPosition(in.window, {side_, monitor(in)});
   effects.moveTo = settled_;
   effects.opacity = in.shownOpacity;
   effects.change = DockChange::Expanded;
-  insetEdge_ = side_;
+  at_ = insetEdge_ = side_;
   side_ = ScreenEdge::None;
   return effects;
 }
@@ -91,18 +99,24 @@ DockEffects Docking::dockTo(const DockInputs& in, ScreenEdge edge) {
 
 DockEffects Docking::redock(const DockInputs& in, ScreenEdge edge) {
   DockInputs from = in;
+  const Border border = borderFor(in, edge);
+  const Size<Twips> size = turned(in.window, border);
+  if (size != in.window.size()) {
+    from.window.width = size.width;
+    from.window.height = size.height;
+    const Point<Twips> open = expandedPosition(from.window, border);
+    from.window.left = open.x;
+    from.window.top = open.y;
+  }
   // A window that comes from another edge still lies partly, or almost wholly,
   // off screen along the new one.
-  const TwipsRect& m = in.screen.monitor;
-  if (edge == ScreenEdge::Left || edge == ScreenEdge::Right)
-    from.window.top = clampInto(m.top, m.bottom(), in.window.top, in.window.height);
-  else
-    from.window.left = clampInto(m.left, m.right(), in.window.left, in.window.width);
+  clampAlong(from.window, border);
   DockEffects stopped;
   stopSlide(stopped);
   DockEffects effects = collapse(from, edge, true);
   effects.timers.insert(effects.timers.begin(), stopped.timers.begin(), stopped.timers.end());
   if (!effects.moveTo && from.window != in.window) effects.moveTo = from.window.topLeft();
+  if (size != in.window.size()) effects.resize = size;
   return effects;
 }
 
@@ -112,14 +126,13 @@ DockEffects Docking::dockNow(const DockInputs& in) {
 }
 
 ScreenEdge Docking::edgeToCollapseTo(const DockInputs& in) const {
-  const ScreenEdge touched = touchedEdge(in);
-  return isEdge(touched) ? touched : nearestEdge(in);
+  if (isEdge(side_)) return side_;
+  return isEdge(at_) ? at_ : nearestEdge(in);
 }
 
 DockEffects Docking::preLaunch(const DockInputs& in) {
-  if (isEdge(side_) || suspended_ || in.maximised) return {};
-  const ScreenEdge touched = touchedEdge(in);
-  return isEdge(touched) ? collapse(in, touched, true) : DockEffects{};
+  if (isEdge(side_) || suspended_ || in.maximised || !isEdge(at_)) return {};
+  return collapse(in, at_, true);
 }
 
 DockEffects Docking::open(const DockInputs& in) {
@@ -128,7 +141,7 @@ DockEffects Docking::open(const DockInputs& in) {
 }
 
 DockEffects Docking::toggle(const DockInputs& in) {
-  if (isEdge(side_) || !isEdge(touchedEdge(in))) return open(in);
+  if (isEdge(side_) || !isEdge(at_)) return open(in);
   return dockNow(in);
 }
 
@@ -155,8 +168,9 @@ DockEffects Docking::mouseMoved(const DockInputs& in) {
   DockEffects effects;
   showArmed_ = true;
   skipRestCheck_ = in.leftButtonDown;
-  // While the timer runs, the last tick has stored the position to compare with;
-  // a later one would let a mouse that keeps wandering pass for one at rest.
+  // While the timer runs, the last tick has stored the position to compare
+  // with; a later one would let a mouse that keeps wandering pass for one at
+  // rest.
   if (!showRunning_) {
     armedCursor_ = in.cursor;
     showRunning_ = true;
@@ -225,17 +239,53 @@ DockEffects Docking::TimerHideTick(const DockInputs& in) {
   if (suspended_ || sliding_ || in.maximised || in.keepOpen) return {};
   DockEffects effects;
   if (isEdge(side_) && movedSinceCollapse(in)) effects = floatFree(in);
-  if (isEdge(side_) || openedByRequest_) return effects;
-  const ScreenEdge touched = touchedEdge(in);
-  return isEdge(touched) ? collapse(in, touched, true) : effects;
+  if (isEdge(side_) || openedByRequest_ || !isEdge(at_)) return effects;
+  return collapse(in, at_, true);
 }
 
-DockEffects Docking::movedByUser(const DockInputs& in) {
-  if (isEdge(side_)) return sliding_ || movedSinceCollapse(in) ? floatFree(in) : DockEffects{};
+DockEffects Docking::dropped(const DockInputs& in) {
+  if (in.maximised || (isEdge(side_) && !sliding_ && !movedSinceCollapse(in))) return {};
+  DockEffects effects;
+  home_.reset();
+  stopSlide(effects);
+  side_ = at_ = insetEdge_ = ScreenEdge::None;
+  std::optional<Border> border = borderAtPointer(in);
+  if (const ScreenEdge touched = touchedEdge(in); !border && isEdge(touched))
+    border = borderFor(in, touched);
+  heldNear_.fill(false);
+  DockInputs from = in;
+  if (border) {
+    const Size<Twips> size = turned(in.window, *border);
+    from.window.width = size.width;
+    from.window.height = size.height;
+    clampAlong(from.window, *border);
+    side_ = lastSide_ = border->edge;
+    monitor_ = border->monitor.bounds;
+    DockEffects placed = ExpandFromEdge(from);
+    placed.timers.insert(placed.timers.begin(), effects.timers.begin(), effects.timers.end());
+    if (size != in.window.size()) placed.resize = size;
+    return placed;
+  }
+  // Wherever it is left, all of it can be seen.
+  const TwipsRect pointer{in.density.toTwips(in.cursor.x), in.density.toTwips(in.cursor.y), 15_tw,
+                          15_tw};
+  const TwipsRect work = monitorHolding(in.screen.monitors, pointer).work;
+  from.window.left = clampInto(work.left, work.right(), in.window.left, in.window.width);
+  from.window.top = clampInto(work.top, work.bottom(), in.window.top, in.window.height);
+  settleAt(from, ScreenEdge::None);
+  if (from.window != in.window) effects.moveTo = settled_;
+  effects.opacity = in.shownOpacity;
+  effects.change = DockChange::Floating;
+  return effects;
+}
+
+DockEffects Docking::sized(const DockInputs& in) {
+  DockEffects effects;
+  if (isEdge(side_)) return effects;
   home_.reset();
   const bool wasExpanded = expanded_;
-  settleAt(in);
-  DockEffects effects;
+  const bool inPlace = at_ == standsAt(in);
+  settleAt(in, inPlace || touches(in, at_) ? at_ : ScreenEdge::None);
   if (wasExpanded && !expanded_) effects.change = DockChange::Floating;
   return effects;
 }
@@ -250,27 +300,27 @@ DockEffects Docking::floatFree(const DockInputs& in) {
   DockEffects effects;
   stopSlide(effects);
   home_.reset();
-  side_ = ScreenEdge::None;
-  settleAt(in);
+  side_ = insetEdge_ = ScreenEdge::None;
+  settleAt(in, touchedEdge(in));
   effects.opacity = in.shownOpacity;
   effects.change = DockChange::Floating;
   return effects;
 }
 
-// An open window that the user has put where it is: at an edge it counts as
-// expanded there, elsewhere it floats.
-void Docking::settleAt(const DockInputs& in) {
-  const ScreenEdge touched = touchedEdge(in);
+void Docking::settleAt(const DockInputs& in, ScreenEdge edge) {
   settled_ = in.window.topLeft();
-  expanded_ = isEdge(touched);
+  at_ = edge;
+  expanded_ = isEdge(edge);
   insetEdge_ = ScreenEdge::None;
   if (!expanded_) return;
-  lastSide_ = touched;
-  const Point<Twips> placed = expandedPosition(in, touched);
+  const Border border = borderFor(in, edge);
+  lastSide_ = edge;
+  monitor_ = border.monitor.bounds;
+  const Point<Twips> placed = expandedPosition(in.window, border);
   const auto same = [&](Twips a, Twips b) {
     return in.density.toPixels(a) == in.density.toPixels(b);
   };
-  if (same(placed.x, in.window.left) && same(placed.y, in.window.top)) insetEdge_ = touched;
+  if (same(placed.x, in.window.left) && same(placed.y, in.window.top)) insetEdge_ = edge;
 }
 
 void Docking::stopSlide(DockEffects& effects) {

@@ -14,13 +14,25 @@ struct ForegroundState {
   bool shell = false;      // desktop, taskbar, task switcher
   bool ours = false;       // of this process
   bool captioned = false;  // has a title bar
+  bool sizable = false;    // has a border to size it by, or can be maximised
+  bool topmost = false;
   bool maximised = false;
   PixelRect rect;
+  PixelRect client;
 };
 
-// True when the window covers the whole monitor and is no ordinary window that
-// has merely been maximised: with a taskbar that hides itself, those cover the
-// monitor too.
-bool fullScreenOn(const ForegroundState& foreground, const PixelRect& monitor);
+// The monitor as docking sees it, in pixels.
+struct MonitorArea {
+  PixelRect bounds;
+  PixelRect work;
+};
+
+enum class FullScreen { No, Yes, AskSystem };
+
+// Yes for a window that covers the whole monitor and is no ordinary one that has
+// merely been maximised. Where there is no taskbar a maximised window covers the
+// monitor too; one without a frame of its own looks like a film then, and the
+// system is asked whether it takes the screen.
+FullScreen fullScreenOn(const ForegroundState& foreground, const MonitorArea& monitor);
 
 }  // namespace varnowick

@@ -22,20 +22,20 @@ double gap(Twips aFrom, Twips aTo, Twips bFrom, Twips bTo) {
   return std::max({0.0F, bFrom.value - aTo.value, aFrom.value - bTo.value});
 }
 
-}  // namespace
-
-TwipsRect monitorHolding(std::span<const TwipsRect> monitors, const TwipsRect& window) {
-  const TwipsRect* best = &monitors.front();
+template <class Item, class RectOf>
+const Item& holding(std::span<const Item> items, const TwipsRect& window, RectOf rectOf) {
+  const Item* best = &items.front();
   double bestArea = 0;
   double bestDistance = std::numeric_limits<double>::infinity();
-  for (const TwipsRect& m : monitors) {
+  for (const Item& item : items) {
+    const TwipsRect& m = rectOf(item);
     const TwipsRect shown = m.intersect(window);
     const double area = static_cast<double>(shown.width.value) * shown.height.value;
     const double dx = gap(m.left, m.right(), window.left, window.right());
     const double dy = gap(m.top, m.bottom(), window.top, window.bottom());
     const double distance = dx * dx + dy * dy;
     if (area > bestArea || (bestArea <= 0 && distance < bestDistance)) {
-      best = &m;
+      best = &item;
       bestArea = area;
       bestDistance = distance;
     }
@@ -43,17 +43,36 @@ TwipsRect monitorHolding(std::span<const TwipsRect> monitors, const TwipsRect& w
   return *best;
 }
 
-ScreenExtents screenExtents(Monitors& monitors, const TwipsRect& window) {
+}  // namespace
+
+TwipsRect monitorHolding(std::span<const TwipsRect> monitors, const TwipsRect& window) {
+  return holding(monitors, window, [](const TwipsRect& m) -> const TwipsRect& { return m; });
+}
+
+const ScreenMonitor& monitorHolding(std::span<const ScreenMonitor> monitors,
+                                    const TwipsRect& window) {
+  return holding(monitors, window,
+                 [](const ScreenMonitor& m) -> const TwipsRect& { return m.bounds; });
+}
+
+bool isShown(std::span<const ScreenMonitor> monitors, const TwipsRect& rect) {
+  return std::any_of(monitors.begin(), monitors.end(), [&](const ScreenMonitor& m) {
+    const TwipsRect shown = m.bounds.intersect(rect);
+    return shown.width >= 15_tw && shown.height >= 15_tw;
+  });
+}
+
+ScreenExtents screenExtents(Monitors& monitors) {
   const Density density = monitors.density();
   const PixelRect whole = monitors.virtualScreen();
   ScreenExtents e{.virtualLeft = wholeTwips(whole.left, density),
                   .virtualTop = wholeTwips(whole.top, density),
                   .virtualHeight = wholeTwips(whole.height, density),
-                  .monitors = {},
-                  .monitor = {}};
-  for (const Monitor& m : monitors.all()) e.monitors.push_back(wholeTwips(m.bounds, density));
-  if (e.monitors.empty()) e.monitors.push_back(wholeTwips(whole, density));
-  e.monitor = monitorHolding(e.monitors, window);
+                  .monitors = {}};
+  for (const Monitor& m : monitors.all())
+    e.monitors.push_back({wholeTwips(m.bounds, density), wholeTwips(m.work, density)});
+  if (e.monitors.empty())
+    e.monitors.push_back({wholeTwips(whole, density), wholeTwips(whole, density)});
   return e;
 }
 

@@ -19,11 +19,13 @@ class FakeCursor : public Cursor {
 class FakeMonitors : public Monitors {
  public:
   std::vector<PixelRect> bounds{{{0}, {0}, {1280}, {800}}};
+  std::vector<PixelRect> works{};  // of the first ones; the others have no bars
   int dpi = 96;
 
   std::vector<Monitor> all() override {
     std::vector<Monitor> monitors;
     for (const PixelRect& b : bounds) monitors.push_back({b, b, monitors.empty()});
+    for (std::size_t i = 0; i < works.size(); ++i) monitors[i].work = works[i];
     return monitors;
   }
   PixelRect virtualScreen() override {

@@ -11,13 +11,14 @@ namespace {
 using testing::ElementsAre;
 using enum ScreenEdge;
 
+constexpr ScreenEdge kAllEdges[] = {Left, Right, Top, Bottom};
 constexpr Point<Pixels> kFarAway{{640}, {790}};
 const PixelRect kFirst{{0}, {0}, {1280}, {800}};
 const PixelRect kSecond{{1280}, {0}, {1024}, {768}};
+const PixelRect kAbove{{0}, {-1024}, {1280}, {1024}};
 
 // A bar that is collapsed without sliding, the mouse elsewhere.
-DockingWorld collapsedAt(ScreenEdge edge) {
-  DockingWorld w;
+DockingWorld collapsedAt(ScreenEdge edge, DockingWorld w = {}) {
   w.conditions.animate = false;
   w.start();
   w.cursor.at = kFarAway;
@@ -27,38 +28,44 @@ DockingWorld collapsedAt(ScreenEdge edge) {
   return w;
 }
 
-struct EdgeCase {
-  ScreenEdge edge;
-  Point<Twips> collapsed;
-  Point<Twips> expanded;
-  int slideTicks;  // from 3000, 1500
-};
+// What the user sees of it: the largest part on one monitor, and that monitor.
+std::pair<TwipsRect, TwipsRect> seenOf(DockingWorld& w) {
+  const DockInputs in = w.inputs();
+  const TwipsRect shown = w.rules.clip(in).value_or(w.window);
+  const TwipsRect monitor = monitorHolding(in.screen.monitors, shown).bounds;
+  return {shown.intersect(monitor), monitor};
+}
 
 TEST(Docking, EveryEdgeHasItsPlacesAndItsSlide) {
-  // 1280 x 800 pixels are 19200 x 12000 twips.
-  const EdgeCase cases[] = {
+  // 1280 x 800 pixels are 19200 x 12000 twips; a bar of 3000 x 3000.
+  struct Case {
+    ScreenEdge edge;
+    Point<Twips> collapsed;
+    Point<Twips> expanded;
+    int slideTicks;  // from 3000, 1500
+  };
+  const Case cases[] = {
       {Left, {{-2960}, {1500}}, {{-200}, {1500}}, 12},     // 3000 - 12 * 500 <= -2900
       {Right, {{19160}, {1500}}, {{16400}, {1500}}, 32},   // 3000 + 32 * 500 >= 19000
-      {Top, {{3000}, {-4460}}, {{3000}, {-100}}, 12},      // 1500 - 12 * 500 <= -4400
-      {Bottom, {{3000}, {11960}}, {{3000}, {7700}}, 21}};  // 1500 + 21 * 500 >= 11900
-  for (const EdgeCase& c : cases) {
+      {Top, {{3000}, {-2960}}, {{3000}, {-100}}, 9},       // 1500 - 9 * 500 <= -2900
+      {Bottom, {{3000}, {11960}}, {{3000}, {9200}}, 21}};  // 1500 + 21 * 500 >= 11900
+  for (const Case& c : cases) {
     SCOPED_TRACE(static_cast<int>(c.edge));
-    DockingWorld w = collapsedAt(c.edge);
-    EXPECT_EQ(w.window.topLeft(), c.collapsed);
-    EXPECT_EQ(w.rules.collapseSide(), c.edge);
-    w.apply(w.rules.ExpandFromEdge(w.inputs()));
-    EXPECT_EQ(w.window.topLeft(), c.expanded);
-    EXPECT_EQ(w.rules.collapseSide(), None);
-    EXPECT_EQ(w.rules.expandedEdge(), c.edge);
-    EXPECT_TRUE(w.rules.expanded());
-
-    DockingWorld s;
-    s.start();
-    s.dockTo(c.edge);
-    EXPECT_EQ(s.window.topLeft(), (Point<Twips>{{3000}, {1500}}));  // nothing moves yet
-    EXPECT_EQ(s.slide(), c.slideTicks);
-    EXPECT_EQ(s.window.topLeft(), c.collapsed);
-    EXPECT_EQ(s.lastChange, DockChange::Collapsed);
+    for (const auto& [setting, system] :
+         {std::pair{true, true}, {false, true}, {true, false}, {false, false}}) {
+      DockingWorld w;
+      w.conditions.animate = setting;
+      w.conditions.systemAnimations = system;
+      w.start();
+      w.dockTo(c.edge);
+      EXPECT_EQ(w.slide(), setting && system ? c.slideTicks : 0);
+      EXPECT_EQ(w.window.topLeft(), c.collapsed);
+      EXPECT_EQ(w.lastChange, DockChange::Collapsed);
+      w.apply(w.rules.ExpandFromEdge(w.inputs()));
+      EXPECT_EQ(w.window.topLeft(), c.expanded);
+      EXPECT_EQ(w.rules.collapseSide(), None);
+      EXPECT_EQ(w.rules.expandedEdge(), c.edge);
+    }
   }
 }
 
@@ -77,35 +84,12 @@ TEST(Docking, SlideFadesInStepsStaysAtTheLastAndIsOpaqueAgainWhenStill) {
   w.dockTo(Left);
   EXPECT_EQ(w.slide(5), 5);
   EXPECT_EQ(w.window.left, -2700_tw);
+  w.tick(TimerId::TimerHide);  // leaves it alone
   EXPECT_EQ(w.slide(), 1);
   EXPECT_EQ(w.window.left, -2960_tw);
 }
 
-TEST(Docking, SlidesOnlyWhenBothSettingAndSystemAnimate) {
-  for (const auto& [setting, system] : {std::pair{false, true}, {true, false}, {false, false}}) {
-    DockingWorld w;
-    w.conditions.animate = setting;
-    w.conditions.systemAnimations = system;
-    w.start();
-    w.dockTo(Left);
-    EXPECT_FALSE(w.runs(TimerId::TimerSlide));
-    EXPECT_EQ(w.window.left, -2960_tw);
-  }
-}
-
-TEST(Docking, StripIsOpaqueOrNearlyInvisibleAsTheSettingSays) {
-  DockingWorld w;
-  w.conditions.visibleBorderCollapsed = false;
-  w.conditions.shownOpacity = 200;
-  w.conditions.animate = false;
-  w.start();
-  w.dockTo(Left);
-  EXPECT_EQ(w.opacities.back(), 1);  // 0 would let the mouse through
-  w.apply(w.rules.ExpandFromEdge(w.inputs()));
-  EXPECT_EQ(w.opacities.back(), 200);
-}
-
-TEST(Docking, SwitchedTranslucencyIsShownAtOnceButNotOnAnInvisibleStrip) {
+TEST(Docking, TranslucencyIsShownAtOnceButNotOnAnInvisibleStrip) {
   DockingWorld w;
   w.conditions.visibleBorderCollapsed = false;
   w.start();
@@ -120,8 +104,11 @@ TEST(Docking, SwitchedTranslucencyIsShownAtOnceButNotOnAnInvisibleStrip) {
   switchTo(255);
   EXPECT_TRUE(w.opacities.empty()) << "the slide fades";
   w.slide();
+  EXPECT_EQ(w.opacities.back(), 1) << "0 would let the mouse through";
   switchTo(200);
   EXPECT_THAT(w.opacities, ElementsAre(1));
+  w.apply(w.rules.ExpandFromEdge(w.inputs()));
+  EXPECT_EQ(w.opacities.back(), 200);
 }
 
 TEST(Docking, MouseMustRestOnTheStripWithinThreePixels) {
@@ -139,8 +126,7 @@ TEST(Docking, MouseMustRestOnTheStripWithinThreePixels) {
                         {-4, 0, false}}) {
     SCOPED_TRACE(testing::Message() << c.dx << "," << c.dy);
     // The longer way along the strip of each edge leaves room to wander.
-    DockingWorld w = collapsedAt(c.dx == 0 ? Left : Top);
-    if (c.dx != 0 && c.dy != 0) w = collapsedAt(Left);
+    DockingWorld w = collapsedAt(c.dx == 0 || c.dy != 0 ? Left : Top);
     moveOntoStrip(w);
     ASSERT_TRUE(w.runs(TimerId::TimerShow));
     const Point<Pixels> armed = w.cursor.at;
@@ -157,54 +143,49 @@ TEST(Docking, MouseMustRestOnTheStripWithinThreePixels) {
   }
 }
 
-TEST(Docking, ArmedExpandEndsWhenTheMouseHasGone) {
-  DockingWorld w = collapsedAt(Left);
-  moveOntoStrip(w);
-  w.cursor.at = kFarAway;
-  w.tick(TimerId::TimerShow);
-  EXPECT_TRUE(w.collapsed());
-  EXPECT_FALSE(w.runs(TimerId::TimerShow));
-  w.tick(TimerId::TimerHide);
-  EXPECT_FALSE(w.rules.mouseEntered());
-  moveOntoStrip(w);  // and arms again
-  w.tick(TimerId::TimerShow);
-  EXPECT_TRUE(w.rules.expanded());
-}
-
-TEST(Docking, DraggingOntoTheStripExpandsAtTheFirstTick) {
-  DockingWorld w = collapsedAt(Left);
-  w.cursor.down = true;
-  moveOntoStrip(w);
-  w.cursor.down = false;
-  w.cursor.at.y += 100_px;
-  w.tick(TimerId::TimerShow);
-  EXPECT_TRUE(w.rules.expanded());
-}
-
-TEST(Docking, UndockImmediatelyNeedsNoTimer) {
+TEST(Docking, WhatElseOpensItOrNot) {
+  const auto opens = [](auto&& change, int ticks = 1) {
+    DockingWorld w = collapsedAt(Left);
+    change(w);
+    for (int i = 0; i < ticks; ++i) w.tick(TimerId::TimerShow);
+    return w.rules.expanded();
+  };
+  EXPECT_TRUE(opens([](DockingWorld& w) {
+    w.cursor.down = true;  // a drag need not rest
+    moveOntoStrip(w);
+    w.cursor.down = false;
+    w.cursor.at.y += 100_px;
+  }));
+  EXPECT_FALSE(opens([](DockingWorld& w) {
+    moveOntoStrip(w);
+    w.cursor.at = kFarAway;
+  }));
+  EXPECT_TRUE(opens([](DockingWorld& w) {
+    moveOntoStrip(w);
+    w.cursor.at = kFarAway;
+    w.tick(TimerId::TimerShow);
+    w.tick(TimerId::TimerHide);
+    moveOntoStrip(w);  // arms again
+  }));
+  const auto atOnce = [](bool DockInputs::*flag) {
+    return [flag](DockingWorld& w) {
+      w.conditions.undockImmediately = true;
+      w.conditions.*flag = true;
+      moveOntoStrip(w);
+      EXPECT_FALSE(w.runs(TimerId::TimerShow));
+    };
+  };
+  EXPECT_TRUE(opens(atOnce(&DockInputs::undockImmediately), 0));
+  EXPECT_FALSE(opens(atOnce(&DockInputs::maximised)));
+  EXPECT_FALSE(opens(atOnce(&DockInputs::blocked)));
+  // A bar that slides away under the mouse is not called back by that mouse.
   DockingWorld w = collapsedAt(Right);
   w.conditions.undockImmediately = true;
   moveOntoStrip(w);
-  EXPECT_TRUE(w.rules.expanded());
-  EXPECT_TRUE(w.rules.mouseEntered());
-  EXPECT_FALSE(w.runs(TimerId::TimerShow));
-  // A bar that slides away under the mouse is not called back by that mouse.
   w.dockTo(Right);
   w.apply(w.rules.mouseMoved(w.inputs()));
   w.slide();
   EXPECT_TRUE(w.collapsed());
-}
-
-TEST(Docking, MaximisedOrBlockedBarIsNotArmed) {
-  for (const bool maximised : {true, false}) {
-    DockingWorld w = collapsedAt(Left);
-    w.conditions.undockImmediately = true;
-    (maximised ? w.conditions.maximised : w.conditions.blocked) = true;
-    moveOntoStrip(w);
-    EXPECT_TRUE(w.collapsed());
-    EXPECT_FALSE(w.runs(TimerId::TimerShow));
-    EXPECT_FALSE(w.rules.mouseEntered());
-  }
 }
 
 TEST(Docking, HideTickDocksOnlyWhenNothingHoldsTheBar) {
@@ -221,17 +202,26 @@ TEST(Docking, HideTickDocksOnlyWhenNothingHoldsTheBar) {
   EXPECT_TRUE(holds([](DockingWorld& w) { w.conditions.maximised = true; }));
   EXPECT_TRUE(holds([](DockingWorld& w) { w.apply(w.rules.mnuSuspendSlideOut()); }));
   EXPECT_TRUE(holds([](DockingWorld& w) { w.drag(4000_tw, 1500_tw); }));
-}
-
-TEST(Docking, HideTickLeavesASlideAlone) {
-  DockingWorld w = collapsedAt(Left);
-  w.apply(w.rules.ExpandFromEdge(w.inputs()));
-  w.tick(TimerId::TimerHide);
-  w.slide(2);
-  w.tick(TimerId::TimerHide);
-  EXPECT_EQ(w.rules.collapseSide(), Left);
-  w.slide();
-  EXPECT_EQ(w.window.left, -2960_tw);
+  // Opened by hotkey, or a dialog answered: until the mouse or the focus has
+  // gone.
+  const auto ask = [](DockingWorld& w) { w.rules.dialogClosed(); };
+  const auto reopen = [](DockingWorld& w) {
+    w.apply(w.rules.toggle(w.inputs()));
+    w.slide();
+    w.apply(w.rules.toggle(w.inputs()));
+  };
+  for (const auto& keep : {std::function<void(DockingWorld&)>(ask), {reopen}}) {
+    EXPECT_TRUE(holds(keep));
+    EXPECT_FALSE(holds([&](DockingWorld& w) {
+      keep(w);
+      w.rules.lostFocus();
+    }));
+    EXPECT_FALSE(holds([&](DockingWorld& w) {
+      keep(w);
+      w.moveMouse(20, 200);
+      w.cursor.at = kFarAway;
+    }));
+  }
 }
 
 TEST(Docking, SuspendingStopsTheHideTimerUntilItIsUndone) {
@@ -240,7 +230,6 @@ TEST(Docking, SuspendingStopsTheHideTimerUntilItIsUndone) {
   w.apply(w.rules.mnuSuspendSlideOut());
   EXPECT_FALSE(w.runs(TimerId::TimerHide));
   EXPECT_EQ(w.caption, CaptionChange::Suspended);
-  EXPECT_TRUE(w.rules.suspended());
   w.apply(w.rules.preLaunch(w.inputs()));
   EXPECT_EQ(w.rules.collapseSide(), None);
   w.apply(w.rules.mnuSuspendSlideOut());
@@ -248,57 +237,102 @@ TEST(Docking, SuspendingStopsTheHideTimerUntilItIsUndone) {
   EXPECT_EQ(w.caption, CaptionChange::Normal);
 }
 
-TEST(Docking, MovedWindowFloatsAndDocksAgainWhereItTouchesAnEdge) {
-  // Both ways of noticing: the end of the move, and the next tick.
-  for (const bool told : {true, false}) {
-    DockingWorld w = collapsedAt(Left);
-    w.placeAt(3000_tw, 2000_tw);
-    if (told) w.apply(w.rules.movedByUser(w.inputs()));
-    w.tick(TimerId::TimerHide);
-    EXPECT_EQ(w.rules.collapseSide(), None);
-    EXPECT_EQ(w.lastChange, DockChange::Floating);
-    EXPECT_EQ(w.window.left, 3000_tw);
-    w.tick(TimerId::TimerHide);
-    EXPECT_EQ(w.rules.collapseSide(), None);
-    w.drag(16100_tw, 2000_tw);                // right border at 19100 of 19200
-    EXPECT_EQ(w.rules.expandedEdge(), None);  // nothing of it lies off screen
-    w.tick(TimerId::TimerHide);
-    w.slide();
-    EXPECT_EQ(w.rules.collapseSide(), Right);
-    EXPECT_EQ(w.window.left, 19160_tw);
-  }
-}
-
-TEST(Docking, BarAtSeveralEdgesTakesTheOneItHadOrTheOneAlongItsLongSide) {
+TEST(Docking, ThePointerSaysWhereADroppedBarStands) {
   struct Case {
-    ScreenEdge dockedBefore;
-    TwipsRect window;
-    ScreenEdge expected;
+    const char* what;
+    TwipsRect window;  // as it is let go
+    Point<Pixels> pointer;
+    ScreenEdge edge;
+    TwipsRect stands;
   };
+  const TwipsRect tall{{8000}, {0}, {4700}, {12000}};
   const Case cases[] = {
-      {None, {{0}, {0}, {3000}, {12000}}, Left},     {None, {{16200}, {0}, {3000}, {12000}}, Right},
-      {None, {{0}, {0}, {19200}, {3000}}, Top},      {None, {{0}, {9000}, {19200}, {3000}}, Bottom},
-      {Bottom, {{0}, {0}, {3000}, {12000}}, Bottom}, {Top, {{0}, {9000}, {3000}, {3000}}, Left},
+      {"in the middle, as high as the screen", tall, {{640}, {200}}, None, tall},
+      {"and dragged down a little", {{8000}, {300}, {4700}, {12000}}, {{640}, {220}}, None, tall},
+      {"pointer at the right", tall, {{1279}, {200}}, Right, {{14700}, {0}, {4700}, {12000}}},
+      {"pointer at the top", tall, {{640}, {0}}, Top, {{0}, {-100}, {19200}, {4700}}},
+      {"pointer at the bottom", tall, {{640}, {790}}, Bottom, {{0}, {7500}, {19200}, {4700}}},
+      {"in a corner", tall, {{1279}, {15}}, Right, {{14700}, {0}, {4700}, {12000}}},
+      {"its side at the border",
+       {{16200}, {2000}, {3000}, {4500}},
+       {{1150}, {150}},
+       Right,
+       {{16400}, {2000}, {3000}, {4500}}},
+      {"low at the side",
+       {{16400}, {11400}, {3000}, {4500}},
+       {{1150}, {762}},
+       Right,
+       {{16400}, {7500}, {3000}, {4500}}},
+      {"low, and free",
+       {{9000}, {11400}, {3000}, {3000}},
+       {{700}, {762}},
+       Bottom,
+       {{9000}, {9200}, {3000}, {3000}}},
+      {"half off the screen, and free",
+       {{-1500}, {3000}, {14000}, {4500}},
+       {{300}, {220}},
+       None,
+       {{0}, {3000}, {14000}, {4500}}},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
     DockingWorld w;
-    if (c.dockedBefore != None) w = collapsedAt(c.dockedBefore);
-    w.cursor.at = {{2000}, {2000}};
-    if (c.dockedBefore != None) w.apply(w.rules.ExpandFromEdge(w.inputs()));
+    w.start();
+    w.cursor.at = {{640}, {400}};
+    w.rules.dragBegan(w.inputs());
     w.window = c.window;
-    w.running.insert(TimerId::TimerHide);
-    w.tick(TimerId::TimerHide);
-    EXPECT_EQ(w.rules.collapseSide(), c.expected);
+    w.cursor.at = c.pointer;
+    const auto preview = w.rules.dragged(w.inputs());
+    w.apply(w.rules.dropped(w.inputs()));
+    EXPECT_EQ(w.window, c.stands);
+    EXPECT_EQ(preview.has_value(), c.edge != None);
+    w.cursor.at = {{5}, {5}};
+    w.apply(w.rules.TimerHideTick(w.inputs()));
+    EXPECT_EQ(w.rules.collapseSide(), w.inputs().mouseOnWindow ? None : c.edge);
   }
+  // Taken hold of at the top of the screen and moved along it: it was not
+  // dragged there. Back at the side it is as it was.
+  DockingWorld w;
+  w.window = tall;
+  w.start();
+  w.cursor.at = {{600}, {12}};
+  w.rules.dragBegan(w.inputs());
+  w.cursor.at = {{640}, {12}};
+  EXPECT_FALSE(w.rules.dragged(w.inputs()));
+  w.cursor.at = {{640}, {0}};
+  EXPECT_TRUE(w.rules.dragged(w.inputs()));
+  w.apply(w.rules.dropped(w.inputs()));
+  w.dockTo(Left);
+  EXPECT_EQ(w.window.size(), tall.size());
+}
+
+TEST(Docking, MovedByOthersTheStripFloats) {
+  DockingWorld w = collapsedAt(Left);
+  w.placeAt(3000_tw, 2000_tw);
+  w.tick(TimerId::TimerHide);
+  EXPECT_EQ(w.rules.collapseSide(), None);
+  EXPECT_EQ(w.lastChange, DockChange::Floating);
+  EXPECT_EQ(w.window.left, 3000_tw);
+}
+
+TEST(Docking, SizingKeepsTheEdge) {
+  DockingWorld w = collapsedAt(Right);
+  w.apply(w.rules.ExpandFromEdge(w.inputs()));
+  w.window.left -= 1000_tw;
+  w.window.width += 1000_tw;
+  w.apply(w.rules.sized(w.inputs()));
+  EXPECT_EQ(w.rules.expandedEdge(), Right);
+  w.tick(TimerId::TimerHide);
+  EXPECT_EQ(w.rules.collapseSide(), Right);
 }
 
 TEST(Docking, PixelRoundingIsNotTakenForAMove) {
   for (const int dpi : {96, 120, 144, 168}) {
-    for (const ScreenEdge edge : {Left, Right, Top, Bottom}) {
+    for (const ScreenEdge edge : kAllEdges) {
       DockingWorld w;
       w.monitors.dpi = dpi;
       w.wholePixels = true;
-      w.window = {{3000}, {1500}, {3001}, {4499}};
+      w.window = {{3000}, {1500}, {3001}, {2999}};
       w.start();
       w.cursor.at = kFarAway;
       w.dockTo(edge);
@@ -308,25 +342,6 @@ TEST(Docking, PixelRoundingIsNotTakenForAMove) {
       EXPECT_FALSE(toPixels(w.window, {dpi}).intersect(w.monitors.virtualScreen()).empty());
     }
   }
-}
-
-TEST(Docking, OpenedByHotkeyStaysUntilTheMouseOrTheFocusHasGone) {
-  DockingWorld w = collapsedAt(Left);
-  w.apply(w.rules.toggle(w.inputs()));
-  EXPECT_TRUE(w.rules.expanded());
-  w.tick(TimerId::TimerHide);
-  EXPECT_EQ(w.rules.collapseSide(), None);
-  DockingWorld lost = w;
-  lost.rules.lostFocus();
-  lost.tick(TimerId::TimerHide);
-  EXPECT_EQ(lost.rules.collapseSide(), Left);
-  DockingWorld entered = w;
-  entered.moveMouse(20, 200);
-  entered.cursor.at = kFarAway;
-  entered.tick(TimerId::TimerHide);
-  EXPECT_EQ(entered.rules.collapseSide(), Left);
-  w.apply(w.rules.toggle(w.inputs()));
-  EXPECT_EQ(w.rules.collapseSide(), Left);
 }
 
 TEST(Docking, CollapseNowTakesTheEdgeItIsAtOrTheNearest) {
@@ -357,15 +372,72 @@ TEST(Docking, DockingToAnotherEdgeBringsTheOtherCoordinateOnScreen) {
   EXPECT_EQ(w.window.topLeft(), (Point<Twips>{{0}, {11960}}));
 }
 
-TEST(Docking, StartsCollapsedWhereItWasSavedCollapsed) {
-  for (const ScreenEdge edge : {Left, Right, Top, Bottom}) {
-    DockingWorld saved = collapsedAt(edge);
+TEST(Docking, OnMonitorsOfEveryArrangementOnlyTheStripShowsAndIsFoundAgain) {
+  const std::vector<PixelRect> arrangements[] = {{kFirst},
+                                                 {kFirst, kSecond},
+                                                 {kFirst, {{-1024}, {0}, {1024}, {768}}},
+                                                 {kFirst, kAbove},
+                                                 {kFirst, {{0}, {800}, {1280}, {1024}}},
+                                                 {kFirst, {{1280}, {-300}, {1024}, {768}}},
+                                                 {kFirst, {{-1024}, {400}, {1024}, {768}}},
+                                                 {kFirst, kSecond, kAbove}};
+  for (std::size_t a = 0; a < std::size(arrangements); ++a)
+    for (const PixelRect& home : arrangements[a])
+      for (const ScreenEdge edge : kAllEdges) {
+        SCOPED_TRACE(testing::Message() << "arrangement " << a << " monitor " << home.left.value
+                                        << " edge " << static_cast<int>(edge));
+        DockingWorld w;
+        w.monitors.bounds = arrangements[a];
+        w.placeAt(w.monitors.density().toTwips(home.left + 400_px),
+                  w.monitors.density().toTwips(home.top + 300_px));
+        w.start();
+        w.dockTo(edge);
+        w.slide();
+        ASSERT_TRUE(w.collapsed());
+        const auto [strip, monitor] = seenOf(w);
+        EXPECT_EQ(edge == Left || edge == Right ? strip.width : strip.height, 40_tw);
+        const auto shown = w.rules.clip(w.inputs()).value_or(w.window);
+        for (const ScreenMonitor& m : w.inputs().screen.monitors)
+          if (m.bounds != monitor) EXPECT_TRUE(shown.intersect(m.bounds).empty());
+        EXPECT_EQ(w.rules.monitor(w.inputs()).bounds, monitor);
+        // Told of changes, and started again from what was saved, it stays
+        // there.
+        const TwipsRect collapsed = w.window;
+        w.changeMonitors(arrangements[a]);
+        EXPECT_EQ(w.window, collapsed);
+        DockingWorld again;
+        again.monitors.bounds = arrangements[a];
+        again.window = w.rules.rectToSave(w.inputs());
+        again.start(true);
+        EXPECT_EQ(again.window, collapsed);
+        EXPECT_EQ(again.rules.collapseSide(), edge);
+        EXPECT_EQ(again.rules.monitor(again.inputs()).bounds, monitor);
+        // Out it comes on its own monitor.
+        again.apply(again.rules.ExpandFromEdge(again.inputs()));
+        EXPECT_EQ(seenOf(again).second, monitor);
+        EXPECT_GE(seenOf(again).first.width, 2800_tw);
+      }
+}
+
+TEST(Docking, LeavesTaskbarsTheirPlace) {
+  for (const ScreenEdge edge : kAllEdges) {
+    SCOPED_TRACE(static_cast<int>(edge));
     DockingWorld w;
-    w.window = saved.rules.rectToSave(saved.inputs());
-    w.start(true);
-    EXPECT_EQ(w.rules.collapseSide(), edge);
-    EXPECT_EQ(w.window, saved.window);
-    EXPECT_TRUE(w.runs(TimerId::TimerHide));
+    PixelRect work = kFirst;
+    constexpr Pixels kBar{40};
+    if (edge == Left) work.left += kBar;
+    if (edge == Top) work.top += kBar;
+    (edge == Left || edge == Right ? work.width : work.height) -= kBar;
+    w.monitors.works = {work};
+    w = collapsedAt(edge, w);
+    const TwipsRect free = toTwips(work, {96});
+    EXPECT_EQ(w.rules.clip(w.inputs())->intersect(free), *w.rules.clip(w.inputs()));
+    const auto strip = seenOf(w).first;
+    EXPECT_EQ(edge == Left || edge == Right ? strip.width : strip.height, 40_tw);
+    // The bar has gone: it follows its border.
+    w.monitors.works.clear();
+    w.changeMonitors({kFirst});
+    EXPECT_FALSE(w.rules.clip(w.inputs()));
   }
 }
 
@@ -377,28 +449,12 @@ TEST(Docking, AWindowSavedAsAStripIsCollapsedWhateverTheFlagSays) {
   EXPECT_EQ(w.rules.collapseSide(), ScreenEdge::Left);
   w.moveMouse(1, 21);
   EXPECT_TRUE(w.runs(TimerId::TimerShow)) << "the strip answers to the mouse at once";
-}
-
-TEST(Docking, SecondMonitorHasItsOwnRightBorderButTheSharedLeft) {
-  DockingWorld w;
-  w.monitors.bounds = {kFirst, kSecond};
-  w.window.left = 22000_tw;
-  w.start();
-  w.dockTo(Right);
-  w.slide();
-  EXPECT_EQ(w.window.left, 34520_tw);  // (1280 + 1024) * 15 - 40
-  // On the first monitor it is that monitor's border, also once most of the bar
-  // has slid onto the second, and on the way back.
-  w.placeAt(10000_tw, 1500_tw);
-  w.apply(w.rules.movedByUser(w.inputs()));
-  w.dockTo(Right);
-  w.slide();
-  EXPECT_EQ(w.window.left, 19160_tw);
-  w.apply(w.rules.ExpandFromEdge(w.inputs()));
-  EXPECT_EQ(w.window.left, 16400_tw);
-  w.dockTo(Left);
-  w.slide();
-  EXPECT_EQ(w.window.left, -2960_tw);
+  // Where the next monitor begins only the flag can tell.
+  DockingWorld open;
+  open.monitors.bounds = {kFirst, kSecond};
+  open.window = {{19160}, {3000}, {3000}, {3000}};
+  open.start(false);
+  EXPECT_EQ(open.rules.collapseSide(), None);
 }
 
 TEST(Docking, BorderBetweenTwoMonitorsDoesNotDockByItself) {
@@ -408,32 +464,10 @@ TEST(Docking, BorderBetweenTwoMonitorsDoesNotDockByItself) {
   w.start();
   w.tick(TimerId::TimerHide);
   EXPECT_EQ(w.rules.collapseSide(), None);
-}
-
-TEST(Docking, StripIsNeverPutWhereNoMonitorShowsIt) {
-  // A monitor above the primary, and a lower one beside it.
-  const std::vector<PixelRect> arrangements[] = {{kFirst, {{0}, {-1024}, {1280}, {1024}}},
-                                                 {kFirst, {{1280}, {-300}, {1024}, {768}}},
-                                                 {kFirst, {{-1024}, {400}, {1024}, {768}}}};
-  for (const auto& bounds : arrangements)
-    for (const PixelRect& home : bounds)
-      for (const ScreenEdge edge : {Left, Right, Top, Bottom}) {
-        DockingWorld w;
-        w.monitors.bounds = bounds;
-        w.placeAt(w.monitors.density().toTwips(home.left + 400_px),
-                  w.monitors.density().toTwips(home.top + 300_px));
-        w.start();
-        w.dockTo(edge);
-        w.slide();
-        ASSERT_TRUE(w.collapsed());
-        const DockInputs in = w.inputs();
-        EXPECT_TRUE(std::any_of(in.screen.monitors.begin(), in.screen.monitors.end(),
-                                [&](const TwipsRect& m) {
-                                  const TwipsRect shown = m.intersect(w.window);
-                                  return shown.width >= 40_tw && shown.height >= 40_tw;
-                                }))
-            << static_cast<int>(edge);
-      }
+  w.drag(16200_tw, 1500_tw, {{1279}, {300}});
+  w.cursor.at = kFarAway;
+  w.tick(TimerId::TimerHide);
+  EXPECT_EQ(w.rules.collapseSide(), None);
 }
 
 TEST(Docking, BarFollowsItsBorderWhenTheScreenGrowsOrShrinks) {
@@ -449,40 +483,46 @@ TEST(Docking, BarFollowsItsBorderWhenTheScreenGrowsOrShrinks) {
     w.apply(w.rules.ExpandFromEdge(w.inputs()));
     w.changeMonitors({{{0}, {0}, {800}, {600}}});
     EXPECT_EQ(w.window.left, edge == Right ? 9200_tw : before.left);
-    EXPECT_EQ(w.window.top, edge == Bottom ? 4700_tw : before.top);
+    EXPECT_EQ(w.window.top, edge == Bottom ? 6200_tw : before.top);
   }
 }
 
 TEST(Docking, WindowOfAMissingMonitorComesBackWithIt) {
-  for (const bool docked : {true, false}) {
-    SCOPED_TRACE(docked);
+  // Docked at a border between the two, docked outside, and floating.
+  struct Case {
+    const char* what;
+    Twips left;
+    ScreenEdge edge;
+    PixelRect remains;
+  };
+  for (const Case& c : {Case{"outside", {25000}, Right, kFirst},
+                        {"between", {5000}, Right, kSecond},
+                        {"floating", {25000}, None, kFirst}}) {
+    SCOPED_TRACE(c.what);
     DockingWorld w;
     w.conditions.animate = false;
     w.monitors.bounds = {kFirst, kSecond};
-    w.placeAt(25000_tw, 2000_tw);
+    w.placeAt(c.left, 2000_tw);
     w.start();
     w.cursor.at = kFarAway;
-    if (docked) w.dockTo(Right);
+    w.dockTo(c.edge);
     const TwipsRect before = w.window;
-    w.changeMonitors({kFirst});
-    const TwipsRect first = w.inputs().screen.monitors.front();
-    EXPECT_GE(w.window.intersect(first).width, 40_tw);
-    EXPECT_EQ(w.rules.collapseSide(), docked ? Right : None);
+    w.changeMonitors({c.remains});
+    EXPECT_EQ(seenOf(w).first.width, c.edge == None ? 3000_tw : 40_tw);
+    EXPECT_EQ(w.rules.collapseSide(), c.edge);
     EXPECT_EQ(w.rules.rectToSave(w.inputs()), before);
-    w.tick(TimerId::TimerHide);  // a floating window may dock where it has landed
+    w.tick(TimerId::TimerHide);
     w.changeMonitors({kFirst, kSecond});
     EXPECT_EQ(w.window, before);
-    EXPECT_EQ(w.rules.collapseSide(), docked ? Right : None);
+    EXPECT_EQ(w.rules.collapseSide(), c.edge);
     // Unless the user has given it a new place meanwhile.
-    w.changeMonitors({kFirst});
-    w.drag(5000_tw, 1000_tw);
+    w.changeMonitors({c.remains});
+    w.drag(c.remains == kFirst ? 5000_tw : 25000_tw, 1000_tw);
+    const TwipsRect dropped = w.window;
     w.changeMonitors({kFirst, kSecond});
-    EXPECT_EQ(w.window.left, 5000_tw);
+    EXPECT_EQ(w.window, dropped);
   }
-}
-
-TEST(Docking, SavedPlaceOfAMissingMonitorIsKept) {
-  DockingWorld w;
+  DockingWorld w;  // saved there, and missing from the start
   w.placeAt(25000_tw, 2000_tw);
   w.start();
   EXPECT_EQ(w.window.left, 16200_tw);

@@ -14,7 +14,7 @@ struct DockingWorld {
   Docking rules;
   FakeMonitors monitors;
   FakeCursor cursor{};
-  TwipsRect window{{3000}, {1500}, {3000}, {4500}};
+  TwipsRect window{{3000}, {1500}, {3000}, {3000}};
   DockInputs conditions;  // the flags; the rest is gathered anew
   std::set<TimerId> running;
   std::vector<int> opacities;
@@ -27,7 +27,7 @@ struct DockingWorld {
     DockInputs in = conditions;
     in.window = window;
     in.density = monitors.density();
-    in.screen = screenExtents(monitors, window);
+    in.screen = screenExtents(monitors);
     in.cursor = cursor.at;
     in.leftButtonDown = cursor.down;
     const PixelRect px = toPixels(window, in.density);
@@ -38,6 +38,8 @@ struct DockingWorld {
 
   void apply(const DockEffects& effects) {
     if (effects.opacity) opacities.push_back(*effects.opacity);
+    if (effects.resize)
+      window = {window.left, window.top, effects.resize->width, effects.resize->height};
     if (effects.moveTo) placeAt(effects.moveTo->x, effects.moveTo->y);
     for (const TimerAction& t : effects.timers) {
       if (t.start)
@@ -64,9 +66,18 @@ struct DockingWorld {
     cursor.at = {{x}, {y}};
     if (inputs().mouseOnWindow) apply(rules.mouseMoved(inputs()));
   }
+  // Let go there with the pointer on its middle, or at a point of the screen.
   void drag(Twips left, Twips top) {
+    const PixelRect px = toPixels({left, top, window.width, window.height}, monitors.density());
+    drag(left, top, {px.left + Pixels{px.width.value / 2}, px.top + Pixels{px.height.value / 2}});
+  }
+  void drag(Twips left, Twips top, Point<Pixels> pointer) {
+    cursor.at = {{640}, {400}};
+    rules.dragBegan(inputs());
     placeAt(left, top);
-    apply(rules.movedByUser(inputs()));
+    cursor.at = pointer;
+    rules.dragged(inputs());
+    apply(rules.dropped(inputs()));
   }
   void changeMonitors(std::vector<PixelRect> bounds) {
     monitors.bounds = std::move(bounds);

@@ -35,14 +35,14 @@ TEST(ScreenExtents, AreWholeTwipsAndNameTheMonitorThatShowsMost) {
   FakeMonitors m;
   m.dpi = 110;  // 13.09 twips a pixel
   m.bounds = {{{0}, {0}, {1280}, {800}}, {{-1023}, {-5}, {1023}, {768}}};
-  const ScreenExtents e = screenExtents(m, {{-2000}, {0}, {5000}, {1000}});
+  const ScreenExtents e = screenExtents(m);
   EXPECT_EQ(e.virtualLeft, Twips{-13392});  // -13391.99
   EXPECT_EQ(e.virtualTop, Twips{-65});      // -65.45
   EXPECT_EQ(e.virtualHeight, Twips{10538});
-  EXPECT_EQ(e.monitor, e.monitors[0]);
-  EXPECT_EQ(screenExtents(m, {{-4000}, {0}, {5000}, {1000}}).monitor, e.monitors[1]);
-  EXPECT_EQ(screenExtents(m, {{90000}, {90000}, {50}, {50}}).monitor, e.monitors[0]);
-  EXPECT_EQ(screenExtents(m, {{-90000}, {0}, {50}, {50}}).monitor, e.monitors[1]);
+  EXPECT_EQ(monitorHolding(e.monitors, {{-2000}, {0}, {5000}, {1000}}), e.monitors[0]);
+  EXPECT_EQ(monitorHolding(e.monitors, {{-4000}, {0}, {5000}, {1000}}), e.monitors[1]);
+  EXPECT_EQ(monitorHolding(e.monitors, {{90000}, {90000}, {50}, {50}}), e.monitors[0]);
+  EXPECT_EQ(monitorHolding(e.monitors, {{-90000}, {0}, {50}, {50}}), e.monitors[1]);
 }
 
 }  // namespace

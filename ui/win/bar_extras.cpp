@@ -85,8 +85,9 @@ frmToolbar::State BarExtras::toolbarState() const {
   state.bar = toPixels(bar_.docking.rect(), state.density);
   state.edge = bar_.docking.rules().expandedEdge();
   const DockInputs in = bar_.docking.inputs();
+  const TwipsRect own = bar_.docking.rules().monitor(in).bounds;
   for (const Monitor& monitor : bar_.platform.monitors.all())
-    if (toTwips(monitor.bounds, state.density) == in.screen.monitor || state.work.empty())
+    if (toTwips(monitor.bounds, state.density) == own || state.work.empty())
       state.work = monitor.work;
   state.look = {.locked = bar_.document.settings.locked,
                 .buttonImages = bar_.scene.layout().buttonImages,

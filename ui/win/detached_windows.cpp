@@ -129,9 +129,7 @@ void DetachedWindows::attachThese(std::vector<ContainerSlot> slots) {
 }
 
 void DetachedWindows::showAll() {
-  each([](frmContainer& window) {
-    if (window.rules().hidden()) window.Undock(false);
-  });
+  each([](frmContainer& window) { window.Undock(false); });
 }
 
 bool DetachedWindows::anyHidden() const {
@@ -180,12 +178,6 @@ bool DetachedWindows::runProgramCommand(Command command) {
     default:
       return false;
   }
-}
-
-HWND DetachedWindows::disabledWindow() const {
-  for (const auto& window : windows_)
-    if (!window->rules().unloading() && !IsWindowEnabled(window->handle())) return window->handle();
-  return nullptr;
 }
 
 WorkspacePane* DetachedWindows::paneOf(HWND window) {

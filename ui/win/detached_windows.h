@@ -46,7 +46,7 @@ class DetachedWindows final : public DetachedHost {
   void showLoaded();
   void attach(ContainerSlot slot) override;
   void attachAll();
-  // Shows every window that has hidden itself.
+  // Shows every window, in front of others.
   void showAll();
   bool anyHidden() const;
   // The container is about to be removed from the workspace.
@@ -67,9 +67,6 @@ class DetachedWindows final : public DetachedHost {
   // The pane, or the tab, that is that window; null for none.
   DragStop* dragStopOf(HWND window);
   std::size_t count() const { return windows_.size(); }
-
-  // The window that waits for a dialog of its own; null when none does.
-  HWND disabledWindow() const;
 
   // Records or settings have been changed elsewhere.
   void refreshAll();

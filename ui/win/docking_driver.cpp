@@ -1,9 +1,11 @@
 #include "ui/win/docking_driver.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "platform/screen.h"
 #include "platform/win32/callback.h"
+#include "platform/win32/handles.h"
 #include "platform/win32/multimedia.h"
 #include "ui/win/full_screen.h"
 #include "ui/win/system_look.h"
@@ -31,12 +33,29 @@ void endFineTimer() {
   if (const auto end = Multimedia::get().timeEndPeriod; end != nullptr) end(kFineTimer);
 }
 
+// Of the rectangle of a window, the part that its region leaves. What is cut off
+// lies on a monitor where other windows are.
+void cutToRegion(HWND window, POINT& origin, RECT& rect) {
+  const RegionHandle region(CreateRectRgn(0, 0, 0, 0));
+  RECT box{};
+  if (!region || GetWindowRgn(window, region.get()) == ERROR ||
+      GetRgnBox(region.get(), &box) <= NULLREGION)
+    return;
+  OffsetRect(&box, rect.left, rect.top);
+  RECT part{};
+  if (!IntersectRect(&part, &rect, &box)) return;
+  origin.x += part.left - rect.left;
+  origin.y += part.top - rect.top;
+  rect = part;
+}
+
 BOOL CALLBACK addProgramWindow(HWND window, LPARAM list) {
   if (!IsWindowVisible(window)) return TRUE;
   RECT rect{};
   POINT origin{};
   GetWindowRect(window, &rect);
   ClientToScreen(window, &origin);
+  cutToRegion(window, origin, rect);
   return guardedCallback(TRUE, [&] {
     reinterpret_cast<std::vector<std::pair<POINT, RECT>>*>(list)->push_back({origin, rect});
     return TRUE;
@@ -58,6 +77,7 @@ PixelRect DockingDriver::windowPixels() const {
 }
 
 void DockingDriver::start(const TwipsRect& rect, bool hidden, int windowState) {
+  autoHideBars_.look(platform_.monitors);
   place(rect);
   startsMaximised_ = windowState == kMaximised;
   DockInputs in = inputs();
@@ -87,11 +107,27 @@ void DockingDriver::dockNow() {
   apply(rules_.dockNow(inputs()));
 }
 
+// A bar of the desktop that hides itself comes out when the mouse is pushed against
+// the edge: a pixel of it stays free.
+ScreenExtents DockingDriver::screen() const {
+  ScreenExtents extents = screenExtents(platform_.monitors);
+  const Twips pixel = density().toTwips(Pixels{1});
+  for (std::size_t i = 0; i < extents.monitors.size(); ++i) {
+    TwipsRect& work = extents.monitors[i].work;
+    const AutoHideBars::Edges edges = autoHideBars_.on(i);
+    if (edges.left) work.left += pixel;
+    if (edges.top) work.top += pixel;
+    if (edges.left || edges.right) work.width -= pixel;
+    if (edges.top || edges.bottom) work.height -= pixel;
+  }
+  return extents;
+}
+
 DockInputs DockingDriver::inputs() const {
   DockInputs in;
   in.window = rect_;
   in.density = density();
-  in.screen = screenExtents(platform_.monitors, rect_);
+  in.screen = screen();
   in.cursor = platform_.cursor.position();
   in.leftButtonDown = platform_.cursor.leftButtonDown();
   std::vector<std::pair<POINT, RECT>> found;
@@ -105,13 +141,19 @@ DockInputs DockingDriver::inputs() const {
   in.mouseOnWindow = MouseOnWindow(windows, in.cursor, in.density);
   in.maximised = IsZoomed(window_) || IsIconic(window_);
   in.keepOpen = hooks_.keepOpen && hooks_.keepOpen();
-  in.blocked = in.keepOpen || fullScreenProgramOn(toPixels(in.screen.monitor, in.density));
+  in.blocked = in.keepOpen || fullScreenProgram(in) != nullptr;
   in.animate = settings_.animate;
   in.systemAnimations = systemAnimates();
   in.undockImmediately = settings_.undockImmediately;
   in.visibleBorderCollapsed = settings_.visibleBorderCollapsed;
   in.shownOpacity = settings_.translucent ? kTranslucentOpacity : kFullOpacity;
   return in;
+}
+
+// A strip is mostly beyond its monitor: where it is says nothing.
+HWND DockingDriver::fullScreenProgram(const DockInputs& in) const {
+  const ScreenMonitor own = rules_.monitor(in);
+  return fullScreenProgramOn({toPixels(own.bounds, in.density), toPixels(own.work, in.density)});
 }
 
 void DockingDriver::place(const TwipsRect& rect) {
@@ -125,23 +167,77 @@ void DockingDriver::apply(const DockEffects& effects) {
   if (effects.prepareCollapse && hooks_.prepareCollapse) hooks_.prepareCollapse();
   if (effects.opacity)
     SetLayeredWindowAttributes(window_, 0, static_cast<BYTE>(*effects.opacity), LWA_ALPHA);
-  if (effects.moveTo && IsZoomed(window_)) ShowWindow(window_, SW_RESTORE);
-  if (effects.moveTo) {
-    rect_.left = effects.moveTo->x;
-    rect_.top = effects.moveTo->y;
+  if ((effects.moveTo || effects.resize) && IsZoomed(window_)) ShowWindow(window_, SW_RESTORE);
+  TwipsRect to = rect_;
+  if (effects.moveTo) to = {effects.moveTo->x, effects.moveTo->y, to.width, to.height};
+  if (effects.resize) to = {to.left, to.top, effects.resize->width, effects.resize->height};
+  if (effects.resize) {
+    place(to);
+  } else if (effects.moveTo) {
+    rect_ = to;
+    // On its way out it is cut off first, on its way in only when it is there.
+    if (rules_.collapseSide() != ScreenEdge::None) updateClip();
     const PixelRect px = toPixels(rect_, density());
     SetWindowPos(window_, nullptr, px.left.value, px.top.value, 0, 0,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSIZE | SWP_NOOWNERZORDER);
   }
+  updateClip();
   apply(effects.timers);
   if (effects.caption != CaptionChange::None && hooks_.captionChanged)
     hooks_.captionChanged(effects.caption == CaptionChange::Suspended);
+  if (effects.change == DockChange::Expanded) standBehind(window_, nullptr);
   if (effects.change != DockChange::None && hooks_.changed) hooks_.changed(effects.change);
 }
 
 void DockingDriver::apply(const std::vector<TimerAction>& timers) {
   for (const TimerAction& action : timers)
     action.start ? startTimer(action.id, action.interval) : stopTimer(action.id);
+}
+
+// What slides over a border must not show on the monitor behind it.
+void DockingDriver::updateClip() {
+  std::optional<PixelRect> clip;
+  if (!dragging_ && !IsZoomed(window_)) {
+    DockInputs in;
+    in.window = rect_;
+    in.screen = screen();
+    in.density = density();
+    if (const auto seen = rules_.clip(in)) {
+      const PixelRect window = toPixels(rect_, in.density);
+      clip = toPixels(*seen, in.density).translated(-window.left, -window.top);
+    }
+  }
+  if (clip == clip_) return;
+  clip_ = clip;
+  if (!clip) {
+    SetWindowRgn(window_, nullptr, TRUE);
+    return;
+  }
+  RegionHandle region(
+      CreateRectRgn(clip->left.value, clip->top.value, clip->right().value, clip->bottom().value));
+  // The system owns the region from then on.
+  if (region && SetWindowRgn(window_, region.get(), TRUE)) static_cast<void>(region.release());
+}
+
+void DockingDriver::screenChanged() {
+  autoHideBars_.look(platform_.monitors);
+  apply(rules_.screenChanged(inputs()));
+}
+
+void DockingDriver::dragBegan() {
+  dragging_ = true;
+  updateClip();
+  rules_.dragBegan(inputs());
+}
+
+std::optional<PixelRect> DockingDriver::dragged() {
+  const std::optional<TwipsRect> place = rules_.dragged(inputs());
+  return place ? std::optional(toPixels(*place, density())) : std::nullopt;
+}
+
+void DockingDriver::dragEnded(bool dropped) {
+  dragging_ = false;
+  apply(dropped ? rules_.dropped(inputs()) : DockEffects{});
 }
 
 void DockingDriver::draggedOver() {
@@ -158,9 +254,13 @@ bool DockingDriver::tick(TimerId id) {
     case TimerId::TimerSlide:
       apply(rules_.TimerSlideTick(inputs()));
       return true;
-    case TimerId::TimerHide:
-      apply(rules_.TimerHideTick(inputs()));
+    case TimerId::TimerHide: {
+      const DockInputs in = inputs();
+      apply(rules_.TimerHideTick(in));
+      const bool strip = rules_.collapseSide() != ScreenEdge::None;
+      standBehind(window_, strip ? fullScreenProgram(in) : nullptr);
       return true;
+    }
     default:
       return false;
   }
@@ -173,6 +273,7 @@ void DockingDriver::noteWindowRect() {
   const PixelRect now = windowPixels();
   if (now == toPixels(rect_, density())) return;
   rect_ = toTwips(now, density());
+  updateClip();
 }
 
 void DockingDriver::startTimer(TimerId id, int interval) {

@@ -5,9 +5,12 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 #include "core/settings.h"
 #include "platform/platform.h"
+#include "platform/win32/app_bars.h"
 #include "sidebar/docking.h"
 
 namespace varnowick {
@@ -48,6 +51,15 @@ class DockingDriver {
   // Something is being dragged over the window, from wherever. The system reports
   // no mouse moves meanwhile, and the drag itself keeps the bar open.
   void draggedOver();
+  // Monitors, or what stands at their edges, may have changed.
+  void screenChanged();
+
+  // The user drags the window. Where it would stand if it were let go now.
+  void dragBegan();
+  std::optional<PixelRect> dragged();
+  // Let go where it is; or back where it was, which changes nothing.
+  void dragEnded(bool dropped);
+
   // Runs the tick of a timer of kTimers; false when it is none of docking's.
   bool tick(TimerId id);
 
@@ -66,6 +78,9 @@ class DockingDriver {
   Density density() const;
   void place(const TwipsRect& rect);
   void restore();
+  ScreenExtents screen() const;
+  void updateClip();
+  HWND fullScreenProgram(const DockInputs& in) const;
 
   Platform platform_;
   const Settings& settings_;
@@ -75,6 +90,9 @@ class DockingDriver {
   TwipsRect rect_;
   bool fineTimer_ = false;
   bool startsMaximised_ = false;
+  bool dragging_ = false;
+  std::optional<PixelRect> clip_;  // of the window, in its own pixels
+  AutoHideBars autoHideBars_;
 };
 
 }  // namespace varnowick

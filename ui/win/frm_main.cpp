@@ -9,6 +9,7 @@
 #include "platform/win32/instance_guard.h"
 #include "shortcuts/tags.h"
 #include "ui/scene/icon_ref.h"
+#include "ui/win/open_dialog.h"
 #include "ui/win/resource.h"
 #include "ui/win/system_look.h"
 #include "ui/win/win_events.h"
@@ -49,6 +50,7 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                     [this] {
                       pane_.endEditing();
                       extras_.hidePopups();
+                      PostMessageW(handle(), kMsgAway, 0, 0);
                     },
                 .captionChanged = [this](bool) { relayout(); },
                 .changed =
@@ -75,19 +77,15 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                .show = [this](const JumpTarget& target) { showMatch(target); },
                .key = [this](const KeyDecision& decision) { apply(decision); },
                .open = [this] { bringForward(); },
-               .toggle =
-                   [this] {
-                     if (busyElsewhere()) return;
-                     if (document_.settings.globalHotkeyDetached) detached_.showAll();
-                     docking_.apply(docking_.rules().toggle(docking_.inputs()));
-                     if (docking_.rules().collapseSide() == ScreenEdge::None)
-                       forceForeground(handle());
-                   }}) {
+               .toggle = [this] { toggle(); }}) {
   workspaceScene_.setIconSource(
       [this](const clsShortcut& shortcut) { return iconRefFor(shortcut, platform_.system).name; });
 }
 
-frmMain::~frmMain() { destroy(); }
+frmMain::~frmMain() {
+  modal_.whenDone(nullptr);
+  destroy();
+}
 
 bool frmMain::open() {
   document_.settings.window = firstRect(platform_.monitors);
@@ -104,6 +102,10 @@ bool frmMain::open() {
   docking_.attach(handle());
   containers_.attach(handle());
   extras_.attach(handle());
+  foreground_.attach(handle());
+  modal_.whenDone([this] {
+    if (GetForegroundWindow() == handle()) docking_.rules().dialogClosed();
+  });
   return true;
 }
 
@@ -145,8 +147,15 @@ void frmMain::begin() {
 }
 
 LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  // A strip is not typed into, whoever has left the keyboard with it; keys with Alt
+  // are the system's, to end the program for one.
+  if (hasGone() && (message == WM_KEYDOWN || message == WM_CHAR)) return 0;
+  if (hasGone() && message == WM_SYSKEYDOWN) return Window::handleMessage(message, wParam, lParam);
   if (const auto answer = pane_.handleMessage(message, wParam, lParam)) return *answer;
   switch (message) {
+    case WM_MOUSEACTIVATE:
+      foreground_.look();
+      break;
     case WM_TIMER:
       onTimer(wParam);
       return 0;
@@ -179,7 +188,7 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_EXITSIZEMOVE:
       if (docking_.rect() == rectBeforeSizing_) return 0;
-      docking_.apply(docking_.rules().movedByUser(docking_.inputs()));
+      docking_.apply(docking_.rules().sized(docking_.inputs()));
       workspaceChanged();
       return 0;
     case WM_ACTIVATE:
@@ -188,8 +197,9 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
     case WM_POWERBROADCAST:
       // After a rest the machine may have other monitors.
-      if (wParam == PBT_APMRESUMESUSPEND || wParam == PBT_APMRESUMECRITICAL)
-        docking_.apply(docking_.rules().screenChanged(docking_.inputs()));
+      if (wParam == PBT_APMRESUMESUSPEND || wParam == PBT_APMRESUMECRITICAL ||
+          wParam == PBT_APMRESUMEAUTOMATIC)
+        screenChanged();
       return TRUE;
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:
@@ -197,7 +207,7 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       applyPalette();
       [[fallthrough]];
     case WM_DISPLAYCHANGE:
-      docking_.apply(docking_.rules().screenChanged(docking_.inputs()));
+      screenChanged();
       break;
     case WM_CLOSE:
       if (!busyElsewhere()) exitProgram();
@@ -224,6 +234,11 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         store_.flushed();
         return 0;
       }
+      if (message == kMsgAway) {
+        // Not before a question that has been put meanwhile is answered.
+        if (hasGone() && !modal_.active() && !foreground_.starting()) foreground_.giveBack();
+        return 0;
+      }
       if (message == kMsgSweep) {
         detached_.sweep();
         return 0;
@@ -241,8 +256,8 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 // forward instead.
 bool frmMain::busyElsewhere() {
   if (!modal_.active()) return ended_;
-  const HWND waiting = detached_.disabledWindow();
-  SetForegroundWindow(GetLastActivePopup(waiting != nullptr ? waiting : handle()));
+  const HWND waiting = waitingDialog();
+  forceForeground(waiting != nullptr ? waiting : GetLastActivePopup(handle()));
   return true;
 }
 
@@ -252,6 +267,9 @@ void frmMain::onTimer(UINT_PTR timer) {
   const auto id = static_cast<TimerId>(timer - 1);
   pane_.takePendingDrops();
   detached_.sweep();
+  // Also what a started program or a closed dialog has left with it.
+  foreground_.look();
+  if (id == TimerId::TimerHide && hasGone() && !modal_.active()) foreground_.giveBack();
   if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id) || containers_.tick(id)) return;
   if (id == TimerId::TimerSave) workspaceChanged();
@@ -262,15 +280,31 @@ void frmMain::onTimer(UINT_PTR timer) {
   }
 }
 
+void frmMain::screenChanged() {
+  docking_.screenChanged();
+  relayout();
+}
+
 void frmMain::onSize() {
   docking_.noteWindowRect();
   relayout();
 }
 
-// Opened by a second start, the hotkey or the tray icon.
+// Opened by a second start or the tray icon.
 void frmMain::bringForward() {
   if (busyElsewhere()) return;
+  foreground_.look();
   docking_.apply(docking_.rules().open(docking_.inputs()));
+  forceForeground(handle());
+}
+
+// By the hotkey.
+void frmMain::toggle() {
+  if (busyElsewhere()) return;
+  foreground_.look();
+  docking_.apply(docking_.rules().toggle(docking_.inputs()));
+  if (hasGone()) return;
+  if (document_.settings.globalHotkeyDetached) detached_.showAll();
   forceForeground(handle());
 }
 

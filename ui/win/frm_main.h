@@ -19,8 +19,10 @@
 #include "ui/win/container_driver.h"
 #include "ui/win/desk.h"
 #include "ui/win/detached_windows.h"
+#include "ui/win/dock_preview.h"
 #include "ui/win/docking_driver.h"
 #include "ui/win/folder_containers.h"
+#include "ui/win/foreground_return.h"
 #include "ui/win/frm_add_shortcut.h"
 #include "ui/win/messages.h"
 #include "ui/win/win_events.h"
@@ -53,8 +55,11 @@ class frmMain final : public Window, private PaneOwner {
   // Messages (frm_main.cpp, frm_main_input.cpp)
   void onTimer(UINT_PTR timer);
   void onSize();
+  void screenChanged();
   void apply(const KeyDecision& decision);
   void bringForward();
+  void toggle();
+  bool hasGone() const { return docking_.rules().collapseSide() != ScreenEdge::None; }
   void onDestroy();
   LRESULT onHitTest(POINT screen) const;
 
@@ -147,6 +152,8 @@ class frmMain final : public Window, private PaneOwner {
   ContainerDriver containers_;
   DetachedWindows detached_;
   BarExtras extras_;
+  ForegroundReturn foreground_;
+  DockPreview preview_;
   bool saveFailureTold_ = false;  // until a save succeeds again
   bool lockTold_ = false;         // the caption tells of locking for a moment
   bool laidOut_ = false;          // the scene has been built

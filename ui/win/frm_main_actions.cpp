@@ -209,7 +209,10 @@ void frmMain::about() {
   }).show(handle());
 }
 
-void frmMain::PreLaunch() { docking_.apply(docking_.rules().preLaunch(docking_.inputs())); }
+void frmMain::PreLaunch() {
+  docking_.apply(docking_.rules().preLaunch(docking_.inputs()));
+  foreground_.giveBackAfterStart();
+}
 
 OwnerWindow frmMain::ownerWindow() const { return {reinterpret_cast<std::uintptr_t>(handle())}; }
 

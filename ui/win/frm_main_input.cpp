@@ -34,7 +34,10 @@ LRESULT frmMain::onHitTest(POINT screen) const {
   return HTCLIENT;
 }
 
-void frmMain::mouseMoved() { docking_.apply(docking_.rules().mouseMoved(docking_.inputs())); }
+void frmMain::mouseMoved() {
+  foreground_.look();
+  docking_.apply(docking_.rules().mouseMoved(docking_.inputs()));
+}
 
 void frmMain::startClickGuardTimer() { docking_.startTimer(TimerId::TimerDblClickLabelDelay); }
 
@@ -43,14 +46,19 @@ void frmMain::moveWindow(const GestureEvent& event) {
     RECT r{};
     GetWindowRect(handle(), &r);
     barOrigin_ = {r.left, r.top};
+    docking_.dragBegan();
   }
   const bool cancelled = event.phase == GesturePhase::Cancel;
   const int dx = cancelled ? 0 : (event.now.x - event.start.x).value;
   const int dy = cancelled ? 0 : (event.now.y - event.start.y).value;
   SetWindowPos(handle(), nullptr, barOrigin_.x + dx, barOrigin_.y + dy, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  if (event.phase != GesturePhase::End) return;
-  docking_.apply(docking_.rules().movedByUser(docking_.inputs()));
+  const bool ended = event.phase == GesturePhase::End;
+  if (!ended && !cancelled)
+    return preview_.show(handle(), docking_.dragged(), pane_.view().palette().accent);
+  preview_.show(handle(), std::nullopt, {});
+  docking_.dragEnded(ended);
+  if (cancelled) return;
   relayout();
   workspaceChanged();
 }
@@ -68,8 +76,7 @@ bool frmMain::keyDown(int key, int modifiers) {
   state.jumpBoxShown = jumping;
   state.jumpBoxHasText = extras_.jump().hasText();
   state.shortcutSelected = commands.anythingSelected || commands.shortcutMeant;
-  state.barExpanded = IsZoomed(handle()) || (docking_.rules().expanded() &&
-                                             docking_.rules().collapseSide() == ScreenEdge::None);
+  state.barExpanded = IsZoomed(handle()) || (docking_.rules().expanded() && !hasGone());
   const KeyDecision decision = decideKey(key, modifiers, state);
   apply(decision);
   return decision.action != KeyAction::None;

@@ -3,6 +3,8 @@
 // asked any more.
 #pragma once
 
+#include <functional>
+
 #include "platform/msg_box.h"
 
 namespace varnowick {
@@ -14,13 +16,17 @@ class ModalDepth {
   // and have said nothing, and no further ones come up.
   void end() { ended_ = true; }
   bool ended() const { return ended_; }
+  // Called when the last one has been closed.
+  void whenDone(std::function<void()> done) { done_ = std::move(done); }
 
   class Scope {
    public:
     explicit Scope(ModalDepth& depth) : depth_(depth) { ++depth_.depth_; }
     Scope(const Scope&) = delete;
     Scope& operator=(const Scope&) = delete;
-    ~Scope() { --depth_.depth_; }
+    ~Scope() {
+      if (--depth_.depth_ == 0 && depth_.done_) depth_.done_();
+    }
 
    private:
     ModalDepth& depth_;
@@ -29,6 +35,7 @@ class ModalDepth {
  private:
   int depth_ = 0;
   bool ended_ = false;
+  std::function<void()> done_;
 };
 
 // Passes every box on and counts it while it is open.

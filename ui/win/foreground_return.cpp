@@ -1,0 +1,71 @@
+#include "ui/win/foreground_return.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace varnowick {
+namespace {
+
+// A click on the tray icon brings the taskbar in front; nobody types there.
+constexpr std::wstring_view kTaskbars[] = {L"Shell_TrayWnd", L"Shell_SecondaryTrayWnd",
+                                           L"NotifyIconOverflowWindow",
+                                           L"TopLevelWindowForOverflowXamlIsland"};
+
+DWORD processOf(HWND window) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  return process;
+}
+
+bool isTaskbar(HWND window) {
+  wchar_t name[64] = {};
+  const int length = GetClassNameW(window, name, 64);
+  const std::wstring_view text(name, static_cast<std::size_t>(std::max(0, length)));
+  return std::find(std::begin(kTaskbars), std::end(kTaskbars), text) != std::end(kTaskbars);
+}
+
+bool takesKeys(HWND window) {
+  return IsWindow(window) && IsWindowVisible(window) && !IsIconic(window);
+}
+
+// The window that the user was most likely at: the highest one of others that a
+// switch between programs would offer.
+HWND highestOfOthers(HWND from) {
+  for (HWND w = GetWindow(from, GW_HWNDFIRST); w != nullptr; w = GetWindow(w, GW_HWNDNEXT)) {
+    const LONG ex = GetWindowLongW(w, GWL_EXSTYLE);
+    constexpr LONG kNoSwitching = WS_EX_TOOLWINDOW | 0x08000000;  // WS_EX_NOACTIVATE
+    if ((ex & kNoSwitching) == 0 && takesKeys(w) && IsWindowEnabled(w) &&
+        processOf(w) != GetCurrentProcessId())
+      return w;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void ForegroundReturn::look() {
+  const HWND front = GetForegroundWindow();
+  if (front == nullptr || front == former_ || isTaskbar(front)) return;
+  const DWORD process = processOf(front);
+  if (process == GetCurrentProcessId()) return;
+  former_ = front;
+  formerProcess_ = process;
+}
+
+HWND ForegroundReturn::receiver() const {
+  if (!takesKeys(former_) || processOf(former_) != formerProcess_) return highestOfOthers(bar_);
+  // It may have a dialog of its own open.
+  const HWND popup = GetLastActivePopup(former_);
+  return popup != nullptr && takesKeys(popup) ? popup : former_;
+}
+
+void ForegroundReturn::giveBack() {
+  const bool starting = starting_;
+  starting_ = false;
+  if (GetForegroundWindow() != bar_) return;
+  if (starting) AllowSetForegroundWindow(ASFW_ANY);
+  if (const HWND to = receiver(); to != nullptr) SetForegroundWindow(to);
+}
+
+}  // namespace varnowick
