@@ -129,7 +129,7 @@ DetachedEffects DetachedRules::launched(const DetachedInputs& in) {
 }
 
 DetachedEffects DetachedRules::tabTouched(const DetachedInputs& in) {
-  if (!tabArmed_ || !in.record.DetachedAutoShow || in.busy) return {};
+  if (!tabArmed_ || !in.record.DetachedAutoShow || in.busy || in.fullScreen) return {};
   return Undock(in);
 }
 

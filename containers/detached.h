@@ -32,6 +32,7 @@ struct DetachedInputs {
   PixelRect tab;     // where the tab stands, or would; empty: nowhere yet
   Point<Pixels> cursor;
   bool foreground = false;  // the window is the foreground window
+  bool fullScreen = false;  // a program of others fills the monitor of the tab
   // A menu, dialog, edit box or drag of ours is active: the window stays.
   bool busy = false;
   bool animate = true;           // [Animate]

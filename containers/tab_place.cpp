@@ -141,6 +141,14 @@ TwipsRect clampToWork(const TwipsRect& window, std::span<const TwipsRect> works)
   return r;
 }
 
+TwipsRect fitToWork(const TwipsRect& window, std::span<const TwipsRect> works) {
+  TwipsRect r = clampToWork(window, works);
+  const TwipsRect work = monitorHolding(works, r);
+  r.left = clampInto(work.left, work.right(), r.left, r.width);
+  r.top = clampInto(work.top, work.bottom(), r.top, r.height);
+  return r;
+}
+
 bool needsDefaultRect(const TwipsRect& window) {
   return !std::isfinite(window.left.value) || !std::isfinite(window.top.value) ||
          !(window.width > Twips{}) || !(window.height > Twips{}) ||

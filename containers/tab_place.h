@@ -56,6 +56,9 @@ inline constexpr Size<Twips> kLeastDetached{{1500}, {900}};
 // usable is left alone. works must not be empty.
 TwipsRect clampToWork(const TwipsRect& window, std::span<const TwipsRect> works);
 
+// The same with all of it on the work area.
+TwipsRect fitToWork(const TwipsRect& window, std::span<const TwipsRect> works);
+
 // True when the rectangle has never been set, or is beyond use.
 bool needsDefaultRect(const TwipsRect& window);
 // For a container that is detached for the first time: as large as its box on the

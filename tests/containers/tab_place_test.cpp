@@ -121,6 +121,10 @@ TEST(DetachedPlace, AWindowStaysWhereItCanBeReached) {
   EXPECT_EQ(clampToWork(usable[1], works), usable[1]);
   EXPECT_EQ(clampToWork(usable[3], works), usable[3]);
 
+  // When it is shown for the first time, all of it is on one of them.
+  EXPECT_EQ(fitToWork(usable[1], works), (TwipsRect{{0}, {0}, {4000}, {3000}}));
+  EXPECT_EQ(fitToWork(usable[2], works), (TwipsRect{{19200}, {-100}, {6000}, {3000}}));
+
   const TwipsRect hostile[] = {
       {},
       {{kNan}, {kNan}, {kNan}, {kNan}},
@@ -142,6 +146,7 @@ TEST(DetachedPlace, AWindowStaysWhereItCanBeReached) {
     EXPECT_GE(seen.width, 900_tw);
     EXPECT_EQ(seen.height, kTitleStripHeight);
     EXPECT_EQ(clampToWork(got, {works, 1}), got) << "and stays there";
+    expectWithin(fitToWork(r, {works, 1}), kWork);
   }
 }
 

@@ -8,6 +8,7 @@
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
 #include "ui/scene/icon_ref.h"
+#include "ui/win/full_screen.h"
 #include "ui/win/system_look.h"
 #include "ui/win/win_events.h"
 
@@ -78,7 +79,7 @@ bool frmContainer::open() {
   pane_.attach(handle());
   tooltip_.attach(handle());
   setPalette();
-  place();
+  place(true);
   return true;
 }
 
@@ -95,6 +96,7 @@ DetachedInputs frmContainer::inputs(const clsContainer& record) const {
   DetachedInputs in{record, window, {}, desk_.platform.cursor.position()};
   if (record.DetachedUseTab) in.tab = toPixels(tabPlace().rect, density());
   in.foreground = GetForegroundWindow() == handle();
+  if (tab_.shown()) in.fullScreen = fullScreenProgramAt(in.tab, desk_.platform.monitors) != nullptr;
   in.busy = desk_.modal.active() || pane_.busy() || sizing_.has_value() || tab_.dragging();
   in.animate = desk_.document.settings.animate;
   in.systemAnimations = systemAnimates();
@@ -114,6 +116,7 @@ void frmContainer::apply(const DetachedEffects& effects) {
     if (tab_.handle() == nullptr) tab_.attach();
     setPalette();
     tab_.showAt(tabPlace());
+    keepTabBehind();
   }
   const auto setOpacity = [&] {
     if (effects.opacity)
@@ -147,6 +150,12 @@ void frmContainer::bringToFront() {
   constexpr UINT kFlags = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOOWNERZORDER;
   SetWindowPos(handle(), HWND_TOPMOST, 0, 0, 0, 0, kFlags | SWP_SHOWWINDOW);
   SetWindowPos(handle(), HWND_NOTOPMOST, 0, 0, 0, 0, kFlags);
+}
+
+void frmContainer::keepTabBehind() {
+  if (!tab_.shown()) return;
+  const PixelRect at = toPixels(tab_.rect(), density());
+  standBehind(tab_.handle(), fullScreenProgramAt(at, desk_.platform.monitors));
 }
 
 void frmContainer::DockMe() {
@@ -193,8 +202,10 @@ void frmContainer::onTimer(UINT_PTR timer) {
     return dragRested();
   }
   pane_.takePendingDrops();
-  if (timer == systemTimer(DetachedTimerId::TimerHide))
+  if (timer == systemTimer(DetachedTimerId::TimerHide)) {
+    keepTabBehind();
     decide([this](const DetachedInputs& in) { return rules_.TimerHideTick(in); });
+  }
   if (timer == systemTimer(DetachedTimerId::TimerFadeOut))
     decide([this](const DetachedInputs& in) { return rules_.TimerFadeOutTick(in); });
 }
@@ -360,6 +371,12 @@ LRESULT frmContainer::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_SETTINGCHANGE:
       systemChanged();
       break;
+    case WM_POWERBROADCAST:
+      // After a rest the machine may have other monitors.
+      if (wParam == PBT_APMRESUMESUSPEND || wParam == PBT_APMRESUMECRITICAL ||
+          wParam == PBT_APMRESUMEAUTOMATIC)
+        systemChanged();
+      return TRUE;
     case WM_CLOSE: {
       // Out of the way, and not lost: into its tab, or back on the bar.
       const clsContainer* c = record();

@@ -95,7 +95,9 @@ class frmContainer final : public Window, private PaneOwner {
   Density density() const;
 
   // Place (frm_container_place.cpp)
-  void place();
+  // At the record's place, or the nearest to it that can be reached; whole: with all
+  // of it on the screen.
+  void place(bool whole);
   void storeRect();
   void rebuildScene();
   void roundCorners();
@@ -116,6 +118,8 @@ class frmContainer final : public Window, private PaneOwner {
   void onTimer(UINT_PTR timer);
   void bringToFront();
   void dragRested();
+  // The tab does not lie on a program that fills the screen.
+  void keepTabBehind();
 
   // The menu (frm_container_menu.cpp)
   void showOwnMenu(POINT screen);

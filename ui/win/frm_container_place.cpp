@@ -23,11 +23,13 @@ TwipsRect frmContainer::rect() const {
   return toTwips({{r.left}, {r.top}, {r.right - r.left}, {r.bottom - r.top}}, density());
 }
 
-// At the record's place, or the nearest to it that can be reached.
-void frmContainer::place() {
+void frmContainer::place(bool whole) {
   const clsContainer* c = record();
   if (c == nullptr) return;
-  TwipsRect shown = clampToWork(c->detachedRect, workAreas(desk_.platform.monitors));
+  const std::vector<TwipsRect> works = workAreas(desk_.platform.monitors);
+  TwipsRect shown = c->detachedRect;
+  if (whole && c->DetachedFolded) shown.height = kTitleStripHeight;
+  shown = whole ? fitToWork(shown, works) : clampToWork(shown, works);
   if (c->DetachedFolded) shown.height = kTitleStripHeight;
   placed_ = toPixels(shown, density());
   placing_ = true;
@@ -86,7 +88,7 @@ void frmContainer::toggleFolded() {
   pane_.endEditing();
   c->DetachedFolded = !c->DetachedFolded;
   desk_.platform.sound.play(L"fold.wav");
-  place();
+  place(false);
   host_.workspaceChanged();
 }
 
@@ -108,7 +110,7 @@ void frmContainer::tabDropped(const TabPlace& to) {
 
 void frmContainer::systemChanged() {
   if (gone_) return;
-  place();
+  place(true);
   decide([this](const DetachedInputs& in) { return rules_.systemChanged(in); });
 }
 
