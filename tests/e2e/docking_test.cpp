@@ -179,6 +179,40 @@ TEST_F(MainDocking, DraggedAwayItFloatsAndDraggedBackItDocks) {
   EXPECT_EQ(expanded.right - expanded.left, collapsed.right - collapsed.left);
 }
 
+TEST_F(MainDocking, ABarAsHighAsTheScreenGoesWhereThePointerLetsItGo) {
+  Bar bar = startBar();  // a first start
+  bar.expand();
+  const RECT first = bar.rect();
+  const int width = GetSystemMetrics(SM_CXSCREEN);
+  const auto preview = [&] { return findWindow(program().process(), L"VarnowickDockPreview"); };
+  const auto dragTo = [&](POINT to, bool marked) {
+    mouse::moveTo(centreOf(bar.accessible().waitFor(L"Varnowick").rect));
+    mouse::press();
+    const POINT from = mouse::position();
+    for (int i = 1; i <= 8; ++i)
+      mouse::moveTo({from.x + (to.x - from.x) * i / 8, from.y + (to.y - from.y) * i / 8});
+    require(L"the mark where it will stand", [&] { return (preview() != nullptr) == marked; });
+    events().expect(kEventSaved, L"saved", [] { mouse::release(); });
+    EXPECT_EQ(preview(), nullptr);
+  };
+  dragTo({width / 2, 40}, false);
+  const RECT free = bar.rect();
+  mouse::moveAwayFrom(free);
+  letTimePass(kSeveralTicks);
+  EXPECT_EQ(bar.rect(), free) << "it stands free";
+  EXPECT_EQ(free.bottom - free.top, first.bottom - first.top);
+
+  dragTo({width / 2, 0}, true);
+  EXPECT_EQ(bar.rect().right - bar.rect().left, width) << "it lies along the top";
+  EXPECT_LT(bar.rect().bottom, GetSystemMetrics(SM_CYSCREEN) / 2);
+  bar.leave();
+  EXPECT_LE(bar.rect().bottom, toPixels(40) + 1);
+  bar.expand();
+  dragTo({width - 1, 300}, true);
+  EXPECT_EQ(bar.rect().bottom - bar.rect().top, first.bottom - first.top) << "upright again";
+  EXPECT_EQ(bar.rect().right, width + toPixels(200));
+}
+
 TEST_F(DockingTest, APositionOffEveryMonitorIsKeptInTheFileAndShownAtTheNearestEdge) {
   const LONG screenRight = GetSystemMetrics(SM_CXSCREEN);
   for (const char* hidden : {"0", "1"}) {

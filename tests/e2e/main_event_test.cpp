@@ -7,7 +7,6 @@ namespace varnowick::e2e {
 namespace {
 
 using MainEvent = ProgramTest;
-using TwoMonitors = ProgramTest;
 
 int opacityOf(HWND window) {
   COLORREF key = 0;
@@ -115,35 +114,6 @@ TEST_F(MainEvent, AScreenReaderFindsAndOpensWhatTheMouseDoes) {
   EXPECT_EQ(seen.defaultAction(loose), L"Open");
   seen.doDefaultAction(loose);
   waitForLaunch(probe);
-}
-
-BOOL CALLBACK addMonitor(HMONITOR, HDC, RECT* rect, LPARAM into) {
-  reinterpret_cast<std::vector<RECT>*>(into)->push_back(*rect);
-  return TRUE;
-}
-
-RECT monitorFarthestRight() {
-  std::vector<RECT> all;
-  EnumDisplayMonitors(nullptr, nullptr, &addMonitor, reinterpret_cast<LPARAM>(&all));
-  return *std::max_element(all.begin(), all.end(),
-                           [](const RECT& a, const RECT& b) { return a.right < b.right; });
-}
-
-TEST_F(TwoMonitors, TheRightEdgeIsThatOfTheBarsOwnMonitor) {
-  if (GetSystemMetrics(SM_CMONITORS) < 2) GTEST_SKIP() << "this machine has one monitor";
-  const RECT monitor = monitorFarthestRight();
-  const double right = toTwips(monitor.right);
-  const double top = toTwips(monitor.top) + 3000;
-  folder().write(L"Varnowick.ini",
-                 SettingsFile()
-                     .window(static_cast<int>(right) - 2800, static_cast<int>(top), 3000, 3000)
-                     .set("[Hidden]", "0")
-                     .bytes());
-  Bar bar = startBar();
-  bar.leave();
-  EXPECT_EQ(bar.rect(), windowAt(right - 40, top, 3000, 3000));
-  bar.expand();
-  EXPECT_EQ(bar.rect(), windowAt(right - 2800, top, 3000, 3000));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "tests/e2e/harness/bar.h"
 
+#include "platform/win32/handles.h"
 #include "tests/e2e/harness/input.h"
 #include "tests/e2e/harness/screen.h"
 #include "tests/e2e/harness/waiting.h"
@@ -13,8 +14,15 @@ HWND loadedWindow(const RunningProgram& program) {
   return program.mainWindow();
 }
 
-// The part of the window that is on the screen.
-RECT visiblePart(const RECT& rect) {
+// The part of the window that is on the screen and not cut off.
+RECT visiblePart(HWND window) {
+  RECT rect = rectOf(window);
+  const RegionHandle region(CreateRectRgn(0, 0, 0, 0));
+  RECT box{};
+  if (GetWindowRgn(window, region.get()) != ERROR && GetRgnBox(region.get(), &box) > NULLREGION) {
+    OffsetRect(&box, rect.left, rect.top);
+    IntersectRect(&rect, &rect, &box);
+  }
   const int left = GetSystemMetrics(SM_XVIRTUALSCREEN);
   const int top = GetSystemMetrics(SM_YVIRTUALSCREEN);
   const RECT screen{left, top, left + GetSystemMetrics(SM_CXVIRTUALSCREEN),
@@ -31,15 +39,17 @@ Bar::Bar(const RunningProgram& program, Events& events)
 
 RECT Bar::rect() const { return rectOf(window_); }
 
+RECT Bar::seen() const { return visiblePart(window_); }
+
 bool Bar::isOut() const {
-  const RECT seen = visiblePart(rect());
+  const RECT seen = visiblePart(window_);
   const int strip = toPixels(40) + 1;
   return seen.right - seen.left > strip && seen.bottom - seen.top > strip;
 }
 
 void Bar::expand() {
   events_.expect(kEventExpanded, L"expanded", [&] {
-    const RECT strip = visiblePart(rect());
+    const RECT strip = visiblePart(window_);
     mouse::moveTo(centreOf(strip));
   });
 }
@@ -49,7 +59,7 @@ void Bar::leave() {
 }
 
 POINT Bar::emptyPlace() const {
-  const RECT seen = visiblePart(rect());
+  const RECT seen = visiblePart(window_);
   const POINT at{(seen.left + seen.right) / 2, seen.top + (seen.bottom - seen.top) * 3 / 4};
   return at;
 }

@@ -21,6 +21,8 @@ class Bar {
 
   HWND window() const { return window_; }
   RECT rect() const;
+  // What of it is on the screen.
+  RECT seen() const;
   AccessibleWindow accessible() const { return AccessibleWindow(window_); }
 
   // True when more of it can be seen than the strip.
