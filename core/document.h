@@ -1,7 +1,8 @@
-// Everything that the data files hold, as one value.
+// Everything that the data files hold, as one value, and what can be taken back.
 #pragma once
 
 #include "core/settings.h"
+#include "core/undo_history.h"
 #include "core/workspace.h"
 
 namespace varnowick {
@@ -9,6 +10,23 @@ namespace varnowick {
 struct Document {
   Settings settings;
   Workspace workspace;
+  UndoHistory history{};  // of the workspace; not saved
+};
+
+// Whatever is changed in the workspace while it lives is one step, which
+// "Undo ..." names.
+class UndoStep {
+ public:
+  UndoStep(Document& document, const wchar_t* name) : document_(document), name_(name) {
+    document_.history.begin(document_.workspace);
+  }
+  ~UndoStep() { document_.history.end(document_.workspace, name_); }
+  UndoStep(const UndoStep&) = delete;
+  UndoStep& operator=(const UndoStep&) = delete;
+
+ private:
+  Document& document_;
+  const wchar_t* name_;
 };
 
 }  // namespace varnowick

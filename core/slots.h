@@ -6,6 +6,7 @@
 #include <compare>
 #include <cstddef>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace varnowick {
@@ -22,6 +23,7 @@ struct Slot {
 using ShortcutSlot = Slot<struct ShortcutKind>;
 using ContainerSlot = Slot<struct ContainerKind>;
 using PictureSlot = Slot<struct PictureKind>;
+using ObjectId = std::variant<ShortcutSlot, PictureSlot, ContainerSlot>;
 
 template <class Object, class SlotType>
 class SlotTable {
@@ -41,6 +43,21 @@ class SlotTable {
     entries_[at].use = ++uses_;
     ++count_;
     return {static_cast<int>(at)};
+  }
+
+  // Brings back an object that was removed: as the same use, and into the slot it
+  // had unless that is taken.
+  SlotType restore(SlotType slot, unsigned use, Object object) {
+    if (slot.none() || contains(slot)) {
+      slot = add(std::move(object));
+    } else {
+      if (index(slot) >= entries_.size()) entries_.resize(index(slot) + 1);
+      entries_[index(slot)].InUse = true;
+      entries_[index(slot)].object = std::move(object);
+      ++count_;
+    }
+    entries_[index(slot)].use = use;
+    return slot;
   }
 
   // Frees the slot; a slot that is not in use is left alone.
@@ -66,6 +83,15 @@ class SlotTable {
   // Another number each time a slot is taken, 0 while it is free: tells whether the
   // object is still the one that was there before.
   unsigned use(SlotType slot) const { return contains(slot) ? entries_[index(slot)].use : 0; }
+
+  // The slot of a use; none when that object is gone. `likely` is looked at first.
+  SlotType slotOfUse(unsigned use, SlotType likely) const {
+    if (use == 0) return {};
+    if (this->use(likely) == use) return likely;
+    for (std::size_t i = 0; i < entries_.size(); ++i)
+      if (entries_[i].InUse && entries_[i].use == use) return {static_cast<int>(i)};
+    return {};
+  }
 
   std::size_t count() const { return count_; }
   // One past the highest slot ever used: the bound of loops over slot numbers.

@@ -59,6 +59,7 @@ struct Reminder {
   std::wstring time;
   std::wstring date;
   std::wstring readable;
+  bool operator==(const Reminder&) const = default;
 };
 
 // A screen edge as the files number it; 0 is none.
