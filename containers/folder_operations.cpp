@@ -129,7 +129,11 @@ RecyclePlan planRecycle(const std::vector<std::wstring>& paths, const Settings& 
   }
   if (!plan.message.empty()) return plan;
   plan.operation = FileOperation{FileAction::Recycle, paths};
-  if (settings.confirmDelete) plan.question = kDeleteSelectedQuestion;
+  if (!settings.confirmDelete) return plan;
+  std::vector<std::wstring> names;
+  for (const std::wstring& path : paths) names.push_back(nameOf(path));
+  plan.question = std::wstring(kDeleteSelectedQuestion) + L"\r\n\r\n" + namesForQuestion(names) +
+                  L"\r\nTo the Recycle Bin: " + countOf(paths.size(), L"file") + L".";
   return plan;
 }
 

@@ -48,7 +48,7 @@ std::wstring nameFault(std::wstring_view name);
 
 struct RecyclePlan {
   std::optional<FileOperation> operation{};
-  const wchar_t* question = nullptr;  // to be asked first; null for none
+  std::wstring question{};  // to be asked first; empty for none
   std::wstring message{};
 };
 RecyclePlan planRecycle(const std::vector<std::wstring>& paths, const Settings& settings);

@@ -7,7 +7,12 @@
 namespace varnowick {
 namespace {
 
-using Place = MoveUndo::Place;
+struct Place {
+  ObjectId id;
+  Panel parent;
+  Point<Twips> position;
+  Point<Twips> saved;  // of a container: its unfolded, unshrunk position
+};
 
 Size<Twips> sizeOf(const Workspace& workspace, const PanelMeasures& measures, ObjectId id) {
   if (const auto* slot = std::get_if<ShortcutSlot>(&id))
@@ -52,28 +57,14 @@ bool same(const Place& a, const Place& b) {
   return a.parent == b.parent && a.position == b.position && a.saved == b.saved;
 }
 
-// The use of the object's slot, 0 when it is free.
-unsigned useOf(const Workspace& workspace, ObjectId id) {
-  if (const auto* slot = std::get_if<ShortcutSlot>(&id)) return workspace.shortcuts.use(*slot);
-  if (const auto* slot = std::get_if<PictureSlot>(&id)) return workspace.pictures.use(*slot);
-  return workspace.containers.use(std::get<ContainerSlot>(id));
-}
-
-// Puts the objects at their new places and remembers where they were. A sequence
-// in which nothing moves leaves the last move undoable.
-Moved putAll(Workspace& workspace, const std::vector<Place>& places, MoveUndo& undo) {
+// Puts the objects at their new places.
+Moved putAll(Workspace& workspace, const std::vector<Place>& places) {
   Moved moved;
-  std::vector<Place> before;
   for (const Place& place : places) {
-    Place old = placeOf(workspace, place.id);
-    if (same(old, place)) continue;
-    old.use = useOf(workspace, old.id);
-    old.parentUse = workspace.containers.use(old.parent.container);
-    before.push_back(old);
+    if (same(placeOf(workspace, place.id), place)) continue;
     put(workspace, place);
     moved.objects.push_back(place.id);
   }
-  if (!before.empty()) undo.remember(std::move(before));
   return moved;
 }
 
@@ -122,30 +113,8 @@ Point<Twips> newPlace(const Place& place, const PanelMeasures& measures, const M
 
 }  // namespace
 
-void MoveUndo::forget(ObjectId id) {
-  std::erase_if(places_, [&](const Place& place) {
-    const auto* gone = std::get_if<ContainerSlot>(&id);
-    return place.id == id || (gone != nullptr && place.parent == Panel{*gone});
-  });
-}
-
-std::vector<ObjectId> MoveUndo::undo(Workspace& workspace) {
-  std::vector<ObjectId> moved;
-  const std::vector<Place> places = std::move(places_);
-  places_.clear();
-  for (const Place& place : places) {
-    if (place.use == 0 || useOf(workspace, place.id) != place.use) continue;
-    if (workspace.containers.use(place.parent.container) != place.parentUse) continue;
-    if (refusalOf(workspace, {place}, place.parent) != nullptr) continue;
-    if (same(placeOf(workspace, place.id), place)) continue;
-    put(workspace, place);
-    moved.push_back(place.id);
-  }
-  return moved;
-}
-
 Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
-                    const Move& move, MoveUndo& undo) {
+                    const Move& move) {
   if (settings.locked) return {{}, kLockedMessage};
   if (move.target != nullptr && !exists(workspace, *move.target)) return {};
   std::vector<Place> places;
@@ -163,11 +132,11 @@ Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelM
   }
   if (move.target != nullptr)
     if (const wchar_t* refusal = refusalOf(workspace, places, *move.target)) return {{}, refusal};
-  return putAll(workspace, places, undo);
+  return putAll(workspace, places);
 }
 
 Moved moveToPanel(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
-                  const Selection& selection, Panel panel, Point<Twips> at, MoveUndo& undo) {
+                  const Selection& selection, Panel panel, Point<Twips> at) {
   if (settings.locked) return {{}, kLockedMessage};
   if (!exists(workspace, panel)) return {};
   std::vector<Place> places;
@@ -183,11 +152,11 @@ Moved moveToPanel(Workspace& workspace, const Settings& settings, const PanelMea
     places.push_back(next);
   }
   if (const wchar_t* refusal = refusalOf(workspace, places, panel)) return {{}, refusal};
-  return putAll(workspace, places, undo);
+  return putAll(workspace, places);
 }
 
 Moved alignSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
-                     const Selection& selection, MoveUndo& undo) {
+                     const Selection& selection) {
   if (settings.locked) return {{}, kLockedMessage};
   std::vector<Place> places;
   for (const ObjectId& id : selection.objects()) {
@@ -197,27 +166,22 @@ Moved alignSelection(Workspace& workspace, const Settings& settings, const Panel
         movedTo(place, placeWithin(measures, place.parent, sizeOf(workspace, measures, id),
                                    place.position, true)));
   }
-  return putAll(workspace, places, undo);
+  return putAll(workspace, places);
 }
 
-void applyDelete(Workspace& workspace, const DeletePlan& plan, Selection& selection,
-                 MoveUndo& undo) {
-  const auto drop = [&](ObjectId id) {
-    selection.unselect(id);
-    undo.forget(id);
-  };
+void applyDelete(Workspace& workspace, const DeletePlan& plan, Selection& selection) {
   for (const ShortcutSlot slot : plan.shortcuts) {
     workspace.shortcuts.remove(slot);
-    drop(slot);
+    selection.unselect(slot);
   }
   for (const PictureSlot slot : plan.pictures) {
     workspace.pictures.remove(slot);
-    drop(slot);
+    selection.unselect(slot);
   }
 }
 
 Moved sortByName(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
-                 Panel panel, MoveUndo& undo) {
+                 Panel panel) {
   if (settings.locked) return {{}, kLockedMessage};
   std::vector<ShortcutSlot> slots;
   workspace.shortcuts.forEach([&](ShortcutSlot slot, const clsShortcut& s) {
@@ -233,7 +197,7 @@ Moved sortByName(Workspace& workspace, const Settings& settings, const PanelMeas
   std::vector<Place> places;
   for (std::size_t i = 0; i < rows.size(); ++i)
     places.push_back(movedTo(placeOf(workspace, slots[i]), rows[i]));
-  return putAll(workspace, places, undo);
+  return putAll(workspace, places);
 }
 
 }  // namespace varnowick

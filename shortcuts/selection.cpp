@@ -1,5 +1,7 @@
 #include "shortcuts/selection.h"
 
+#include <algorithm>
+
 #include "shortcuts/paths.h"
 
 namespace varnowick {
@@ -11,6 +13,10 @@ bool liesIn(std::wstring_view path, std::wstring_view folder) {
   return !folder.empty() && path.size() > folder.size() + 1 && path[folder.size()] == L'\\' &&
          sameIgnoringCase(path.substr(0, folder.size()), folder) &&
          path.find(L"\\..") == std::wstring_view::npos;
+}
+
+std::wstring fileNameOf(const std::wstring& path) {
+  return path.substr(path.find_last_of(L"\\/") + 1);
 }
 
 bool isFileOfFolderContainer(const Workspace& workspace, const clsShortcut& shortcut) {
@@ -40,15 +46,14 @@ std::vector<ShortcutSlot> Selection::shortcuts() const {
   return slots;
 }
 
-ShortcutSlot Selection::current() const {
-  if (contains(last_)) return last_;
-  const std::vector<ShortcutSlot> slots = shortcuts();
-  return slots.size() == 1 ? slots.front() : ShortcutSlot{};
+std::optional<ObjectId> Selection::current() const {
+  if (last_ && contains(*last_)) return last_;
+  return size() == 1 ? std::optional(*objects_.begin()) : std::nullopt;
 }
 
 void Selection::select(ObjectId id) {
   objects_.insert(id);
-  if (const auto* slot = std::get_if<ShortcutSlot>(&id)) last_ = *slot;
+  last_ = id;
 }
 
 void Selection::unselect(ObjectId id) {
@@ -59,7 +64,7 @@ void Selection::unselect(ObjectId id) {
 void Selection::selectNone() {
   objects_.clear();
   beforeBand_.clear();
-  last_ = {};
+  last_.reset();
 }
 
 void Selection::press(ObjectId id, bool ctrl) {
@@ -115,21 +120,56 @@ void Selection::prune(const Workspace& workspace) {
   std::erase_if(beforeBand_, gone);
 }
 
+std::wstring namesForQuestion(const std::vector<std::wstring>& names) {
+  constexpr std::size_t kMostNames = 8;
+  constexpr std::size_t kLongestName = 60;
+  std::wstring text;
+  const std::size_t named = names.size() > kMostNames ? kMostNames - 1 : names.size();
+  for (std::size_t i = 0; i < named; ++i) {
+    const bool cut = names[i].size() > kLongestName;
+    text += names[i].empty() ? L"(no name)" : names[i].substr(0, kLongestName);
+    text += cut ? L"...\r\n" : L"\r\n";
+  }
+  if (named < names.size()) text += L"and " + std::to_wstring(names.size() - named) + L" more\r\n";
+  return text;
+}
+
+std::wstring countOf(std::size_t count, const wchar_t* thing) {
+  return std::to_wstring(count) + L" " + thing + (count == 1 ? L"" : L"s");
+}
+
 DeletePlan planDelete(const Workspace& workspace, const Selection& selection,
-                      const Settings& settings) {
+                      const Settings& settings, const std::vector<ContainerSlot>& removedBefore) {
   DeletePlan plan;
   if (settings.locked) return plan;
+  const auto goesAnyway = [&](Panel panel) {
+    return std::find(removedBefore.begin(), removedBefore.end(), panel.container) !=
+           removedBefore.end();
+  };
+  std::vector<std::wstring> names;
   for (const ObjectId& id : selection.objects()) {
     if (!isSelectable(workspace, id)) continue;
-    if (const auto* picture = std::get_if<PictureSlot>(&id)) plan.pictures.push_back(*picture);
+    if (const auto* picture = std::get_if<PictureSlot>(&id);
+        picture != nullptr && !goesAnyway(workspace.pictures[*picture].parent)) {
+      plan.pictures.push_back(*picture);
+      names.push_back(fileNameOf(workspace.pictures[*picture].Path));
+    }
     const auto* slot = std::get_if<ShortcutSlot>(&id);
-    if (slot == nullptr) continue;
+    if (slot == nullptr || goesAnyway(workspace.shortcuts[*slot].parent)) continue;
     plan.shortcuts.push_back(*slot);
     const clsShortcut& shortcut = workspace.shortcuts[*slot];
+    names.push_back(shortcut.FullCaption);
     if (isFileOfFolderContainer(workspace, shortcut)) plan.files.push_back(shortcut.Path);
   }
-  if (settings.confirmDelete && !plan.empty())
-    plan.question = plan.files.empty() ? kRemoveSelectedQuestion : kDeleteSelectedQuestion;
+  if (!settings.confirmDelete || plan.empty()) return plan;
+  plan.question = plan.files.empty() ? kRemoveSelectedQuestion : kDeleteSelectedQuestion;
+  plan.question += L"\r\n\r\n" + namesForQuestion(names) + L"\r\n";
+  if (!plan.shortcuts.empty()) plan.question += countOf(plan.shortcuts.size(), L"shortcut");
+  if (!plan.shortcuts.empty() && !plan.pictures.empty()) plan.question += L", ";
+  if (!plan.pictures.empty()) plan.question += countOf(plan.pictures.size(), L"picture");
+  plan.question += plan.files.empty()
+                       ? L". No file is deleted."
+                       : L". To the Recycle Bin: " + countOf(plan.files.size(), L"file") + L".";
   return plan;
 }
 

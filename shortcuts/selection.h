@@ -3,17 +3,15 @@
 // under the mouse and inside the band.
 #pragma once
 
-#include <compare>
+#include <optional>
 #include <set>
-#include <variant>
+#include <string>
 #include <vector>
 
 #include "core/settings.h"
 #include "core/workspace.h"
 
 namespace varnowick {
-
-using ObjectId = std::variant<ShortcutSlot, PictureSlot, ContainerSlot>;
 
 // False for a slot that is not in use, a shortcut hidden by the tag filter, and a
 // container that is detached or being deleted.
@@ -27,9 +25,8 @@ class Selection {
   // Shortcuts, pictures, containers, each by slot.
   const std::set<ObjectId>& objects() const { return objects_; }
   std::vector<ShortcutSlot> shortcuts() const;
-  // The shortcut that was selected last, if it still is; else the only one that
-  // is selected; else none.
-  ShortcutSlot current() const;
+  // What was selected last, if it still is; else the only one; else none.
+  std::optional<ObjectId> current() const;
 
   // A press on an object. Without Ctrl it is selected alone, unless it is
   // selected already: then all stay so, because a drag may follow. With Ctrl it
@@ -56,13 +53,13 @@ class Selection {
  private:
   std::set<ObjectId> objects_;
   std::set<ObjectId> beforeBand_;
-  ShortcutSlot last_;
+  std::optional<ObjectId> last_;
   bool keptForDrag_ = false;  // by the press; the release decides
 };
 
 // What is said when settings.locked refuses a change of the workspace.
 inline constexpr const wchar_t* kLockedMessage =
-    L"Editing is locked. Unlock it to change the workspace.";
+    L"Editing is locked. Unlock it (Ctrl+L) to change the workspace.";
 
 // "Delete selected": what goes, and what is asked before.
 inline constexpr const wchar_t* kRemoveSelectedQuestion = L"Remove Selected Shortcuts?";
@@ -75,13 +72,20 @@ struct DeletePlan {
   // To be deleted on disk once the user agreed: what stands for a file of a
   // folder container, and lies in that container's folder.
   std::vector<std::wstring> files;
-  // Null when nothing is to be asked.
-  const wchar_t* question = nullptr;
+  // Empty when nothing is to be asked. What goes is named below the first line.
+  std::wstring question;
   bool empty() const { return shortcuts.empty() && pictures.empty(); }
 };
 
-// Empty while editing is locked. Containers are not deleted by this command.
+// Empty while editing is locked. Containers are not deleted by this command; what
+// lies in those that are to be removed goes with them.
 DeletePlan planDelete(const Workspace& workspace, const Selection& selection,
-                      const Settings& settings);
+                      const Settings& settings,
+                      const std::vector<ContainerSlot>& removedBefore = {});
+
+// The names one below the other, the first few of many; each line ends in CR LF.
+std::wstring namesForQuestion(const std::vector<std::wstring>& names);
+// "1 shortcut", "3 shortcuts".
+std::wstring countOf(std::size_t count, const wchar_t* thing);
 
 }  // namespace varnowick

@@ -43,7 +43,9 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuSelectAll), L"&Select all", ctrl('A'), kNeedsObjects, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuUnselectAll), L"&Unselect all", ctrl('U'), kNeedsSelection,
                kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuUndo), L"Und&o move", ctrl('Z'), kEditing | kNeedsUndo, kBuilt},
+    // The window adds what would be undone.
+    CommandRow{VARNOWICK_COMMAND(mnuUndo), L"Und&o", ctrl('Z'), kEditing | kNeedsUndo, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuRedo), L"&Redo", ctrl('Y'), kEditing | kNeedsRedo, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuDeleteSelected), L"&Delete", Key{kDeleteKey, 0},
                kEditing | kNeedsSelection, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAlign), L"Align to &grid", kNoKey, kAlways, kBuilt,
@@ -166,6 +168,7 @@ constexpr std::array kMainMenu{
     head(0, L"&Edit"),
     item(1, Command::mnuPaste),
     item(1, Command::mnuUndo),
+    item(1, Command::mnuRedo),
     item(1, Command::mnuDeleteSelected),
     separator(1),
     item(1, Command::mnuSelectAll),
@@ -289,7 +292,7 @@ Command commandForKey(Key key) {
 
 bool isEnabled(Command command, const CommandState& state) {
   if (command == Command::None) return false;
-  const std::array<std::pair<unsigned, bool>, 15> met{{
+  const std::array<std::pair<unsigned, bool>, 16> met{{
       {kNeedsSelection, state.anythingSelected},
       {kNeedsShortcut, state.shortcutSelected},
       {kNeedsShortcutMeant, state.shortcutMeant},
@@ -299,6 +302,7 @@ bool isEnabled(Command command, const CommandState& state) {
       {kNeedsDetached, state.anyDetached},
       {kNeedsHidden, state.detachedHidden},
       {kNeedsUndo, state.canUndo},
+      {kNeedsRedo, state.canRedo},
       {kNeedsClipboard, state.canPaste},
       {kNeedsObjects, state.anyObjects},
       {kNeedsContainers, state.anyContainers},

@@ -27,6 +27,7 @@ enum class Command : int {
   mnuSelectAll,
   mnuUnselectAll,
   mnuUndo,
+  mnuRedo,
   mnuDeleteSelected,
   mnuAlign,
   mnuAlignSelected,
@@ -107,6 +108,7 @@ struct CommandState {
   bool anyDetached = false;     // containers in windows of their own
   bool detachedHidden = false;  // one of those windows
   bool canUndo = false;
+  bool canRedo = false;
   bool canPaste = false;
   bool anyObjects = false;     // in the window
   bool anyContainers = false;  // on the bar
@@ -131,7 +133,8 @@ enum Needs : unsigned {
   kNeedsBarOut = 2048,
   kNeedsUnlocked = 4096,
   kNeedsShortcutMeant = 8192,
-  kNeedsProperties = 16384  // of a shortcut or a container
+  kNeedsProperties = 16384,  // of a shortcut or a container
+  kNeedsRedo = 32768
 };
 
 struct CommandRow {

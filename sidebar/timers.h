@@ -20,7 +20,8 @@ enum class TimerId {
   TimerSuspendShrink,
   TimerSuspendAutoExpand,
   TimerTileClick,
-  TimerSave
+  TimerSave,
+  TimerUndoLine
 };
 
 struct TimerRow {
@@ -30,7 +31,7 @@ struct TimerRow {
   bool oneShot;  // true: the first tick is the last
 };
 
-inline constexpr std::array<TimerRow, 12> kTimers{{
+inline constexpr std::array<TimerRow, 13> kTimers{{
     {TimerId::TimerShow, L"TimerShow", 250, false},
     {TimerId::TimerSlide, L"TimerSlide", 5, false},
     {TimerId::TimerHide, L"TimerHide", 1000, false},
@@ -50,6 +51,8 @@ inline constexpr std::array<TimerRow, 12> kTimers{{
     {TimerId::TimerTileClick, L"TimerTileClick", 500, true},
     // Until folding and shrinking are written.
     {TimerId::TimerSave, L"TimerSave", 400, true},
+    // How long a removal offers to be taken back.
+    {TimerId::TimerUndoLine, L"TimerUndoLine", 8000, true},
 }};
 
 constexpr const TimerRow& timerRow(TimerId id) { return kTimers[static_cast<std::size_t>(id)]; }

@@ -110,9 +110,10 @@ TEST(FolderOperations, DeletingGoesToTheBinAndAsksWhenWanted) {
   settings.confirmDelete = true;
   RecyclePlan plan = planRecycle({L"C:\\f\\a", L"C:\\f\\b"}, settings);
   EXPECT_EQ(plan.operation, (FileOperation{A::Recycle, {L"C:\\f\\a", L"C:\\f\\b"}}));
-  EXPECT_STREQ(plan.question, kDeleteSelectedQuestion);
+  EXPECT_EQ(plan.question.find(kDeleteSelectedQuestion), 0U);
+  EXPECT_NE(plan.question.find(L"To the Recycle Bin: "), std::wstring::npos);
   settings.confirmDelete = false;
-  EXPECT_EQ(planRecycle({L"C:\\f\\a"}, settings).question, nullptr);
+  EXPECT_EQ(planRecycle({L"C:\\f\\a"}, settings).question, L"");
   EXPECT_FALSE(planRecycle({}, settings).operation);
   for (const wchar_t* path : {L"C:\\", L"C:\\f\\*.*", L"a", L"C:\\f\\a.", L"C:\\f\\..\\x"}) {
     plan = planRecycle({L"C:\\f\\a", path}, settings);

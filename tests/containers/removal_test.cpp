@@ -8,6 +8,12 @@ namespace varnowick {
 namespace {
 
 TEST(Removal, AsksAndTakesOnlyYesForIt) {
+  Workspace workspace;
+  const ContainerSlot plain = workspace.containers.add({}), music = workspace.containers.add({});
+  workspace.containers[plain].name = L"Tools";
+  workspace.containers[music].CopyPath = L"D:\\Music";
+  workspace.shortcuts.add();
+  workspace.shortcuts[{0}].parent = {plain};
   const struct {
     MsgAnswer answer;
     bool removes;
@@ -15,9 +21,12 @@ TEST(Removal, AsksAndTakesOnlyYesForIt) {
   for (const auto& [answer, removes] : cases) {
     FakeMsgBox box;
     box.answers = {answer};
-    EXPECT_EQ(confirmRemoval(Settings{}, box, 3), removes);
+    EXPECT_EQ(confirmRemoval(Settings{}, box, workspace, {plain, music}), removes);
     ASSERT_EQ(box.shown.size(), 1U);
-    EXPECT_EQ(box.shown[0].text, L"Remove Selected Containers?\r\n\r\n3 Container(s) Selected");
+    EXPECT_EQ(box.shown[0].text,
+              L"Remove Selected Containers?\r\n\r\n2 Container(s) Selected\r\n\r\n"
+              L"Tools\r\n(no name)\r\n\r\nWith what lies in them: 1 shortcut, 0 pictures."
+              L"\r\nThe files in their folders stay.");
     EXPECT_EQ(box.shown[0].caption, L"Remove Containers");
   }
 }
@@ -26,7 +35,7 @@ TEST(Removal, RemovesUnaskedWhereThatIsWanted) {
   FakeMsgBox box;
   Settings settings;
   settings.confirmDelete = false;
-  EXPECT_TRUE(confirmRemoval(settings, box, 1));
+  EXPECT_TRUE(confirmRemoval(settings, box, {}, {{0}}));
   EXPECT_TRUE(box.shown.empty());
 }
 

@@ -108,7 +108,9 @@ TEST_F(MainFolder, DeletingAsksAndUsesTheBin) {
   keyboard::chord({VK_SHIFT, VK_DOWN});
   keyboard::press(VK_DELETE);
   const DialogWindow question = message();
-  EXPECT_EQ(question.text(), kQuestion);
+  EXPECT_EQ(question.text(), std::wstring(kQuestion) +
+                                 L"\r\n\r\none.txt\r\nthree.txt\r\n\r\n"
+                                 L"To the Recycle Bin: 2 files.");
   question.press(IDNO);
   EXPECT_TRUE(fileExists(path(L"one.txt")));
   const long long before = filesInBin();
@@ -119,6 +121,37 @@ TEST_F(MainFolder, DeletingAsksAndUsesTheBin) {
   expectGone(bar, L"three.txt");
   EXPECT_TRUE(fileExists(path(L"two.txt")));
   EXPECT_EQ(filesInBin(), before + 2);
+  closeProgram();
+}
+
+// The file was selected first, but no longer is what the focus shows.
+TEST_F(FolderTest, DelIsAboutWhatIsSeenSelected) {
+  put(L"stays.txt");
+  folder().write(L"Containers\\1.con",
+                 containerFile({.name = L"Tools", .y = 3400, .width = 2500, .height = 900}));
+  Bar bar = startOpen();
+  const RECT tools = bar.accessible().waitFor(L"Tools", ROLE_SYSTEM_GROUPING).rect;
+  const std::function<void()> selectContainers[] = {
+      [&] {
+        events().expect(kEventMenuOpened, L"menu opened", [&] {
+          mouse::rightClick({tools.left + toPixels(300), tools.top + toPixels(175)});
+        });
+        events().expect(kEventMenuClosed, L"menu closed", [] { keyboard::press(VK_ESCAPE); });
+      },
+      [&] {
+        bar.openMenu();
+        events().expect(kEventMenuClosed, L"menu closed", [&] { bar.choose(L"es"); });
+      }};
+  for (const auto& selectContainer : selectContainers) {
+    select(bar, L"stays.txt");
+    selectContainer();
+    keyboard::press(VK_DELETE);
+    const DialogWindow question = waitForDialog(program().process(), L"Remove Containers");
+    EXPECT_NE(question.text().find(L"Tools"), std::wstring::npos);
+    question.press(IDNO);
+    require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+  }
+  EXPECT_TRUE(fileExists(path(L"stays.txt")));
   closeProgram();
 }
 
@@ -210,7 +243,7 @@ TEST_F(FolderTest, WhileLockedNothingHappensToFiles) {
   for (const WORD key : keys) {
     keyboard::press(key);
     const DialogWindow told = message();
-    EXPECT_EQ(told.text(), L"Editing is locked. Unlock it to change the workspace.");
+    EXPECT_EQ(told.text(), L"Editing is locked. Unlock it (Ctrl+L) to change the workspace.");
     told.press(IDOK);
     require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
   }

@@ -1,5 +1,6 @@
 // Typing on the bar finds shortcuts, containers and files wherever they lie.
 #include "tests/e2e/program_test.h"
+#include "ui/win/frm_shortcut_properties.h"
 
 namespace varnowick::e2e {
 namespace {
@@ -91,6 +92,19 @@ TEST_F(MainJumpBox, OpensContainersAndFilesOfFolders) {
   type(bar, L"probe");
   keyboard::press(VK_RETURN);
   waitForLaunch(probe);
+}
+
+TEST_F(JumpBoxTest, F2IsAboutTheMatchAndNotTheSelection) {
+  Bar bar = startFocused(L"C:\\none.exe");
+  type(bar, L"oth");
+  keyboard::press(VK_SPACE);
+  require(L"the other one to be selected", [&] { return selected(bar, L"Other"); });
+  keyboard::press(VK_ESCAPE);
+  type(bar, L"zebra two");
+  keyboard::press(VK_F2);
+  const DialogWindow properties = waitForDialog(program().process(), L"Shortcut properties");
+  EXPECT_EQ(textOf(GetDlgItem(properties.handle(), frmShortcutProperties::kCaption)), L"Zebra two");
+  properties.press(IDCANCEL);
 }
 
 TEST_F(JumpBoxTest, EscapeClearsThenClosesThenCollapses) {

@@ -16,7 +16,6 @@ class ArrangeTest : public testing::Test {
   Workspace workspace;
   Settings settings;
   Selection selection;
-  MoveUndo undo;
   ContainerSlot box = addContainer({{1200}, {2400}, {3000}, {2000}});
   PanelMeasures measures{{120},
                          [this](Panel panel) {
@@ -44,7 +43,7 @@ class ArrangeTest : public testing::Test {
     return workspace.shortcuts.add(shortcut);
   }
   Moved move(float dx, float dy, const Panel* target = nullptr) {
-    return moveSelection(workspace, settings, measures, {selection, {{dx}, {dy}}, target}, undo);
+    return moveSelection(workspace, settings, measures, {selection, {{dx}, {dy}}, target});
   }
   void expectAt(ShortcutSlot slot, Panel parent, float x, float y) {
     EXPECT_EQ(workspace.shortcuts[slot].parent, parent);
@@ -83,10 +82,6 @@ TEST_F(ArrangeTest, GoesOverToAContainerWhereItIsShown) {
   EXPECT_EQ(move(240, 2880, &target).objects.size(), 2U);
   expectAt(a, target, 360, 720);
   expectAt(b, target, 360, 840);  // the end of the body, on the grid
-  EXPECT_EQ(undo.undo(workspace).size(), 2U);
-  expectAt(a, picBack, 1320, 240);
-  expectAt(b, target, 120, 480);
-  EXPECT_TRUE(undo.undo(workspace).empty());
 }
 
 TEST_F(ArrangeTest, AContainerTakesItsContentAndItsSavedPlaceAlong) {
@@ -99,9 +94,6 @@ TEST_F(ArrangeTest, AContainerTakesItsContentAndItsSavedPlaceAlong) {
   expectAt(inside, {box}, 120, 480);
   EXPECT_EQ(workspace.containers[box].rect.topLeft(), (Point<Twips>{{1320}, {2640}}));
   EXPECT_EQ(workspace.containers[box].savedRect.topLeft(), (Point<Twips>{{720}, {2640}}));
-  undo.undo(workspace);
-  EXPECT_EQ(workspace.containers[box].rect.topLeft(), (Point<Twips>{{1200}, {2400}}));
-  EXPECT_EQ(workspace.containers[box].savedRect.topLeft(), (Point<Twips>{{600}, {2400}}));
 }
 
 TEST_F(ArrangeTest, RefusalsMoveNothing) {
@@ -120,57 +112,23 @@ TEST_F(ArrangeTest, RefusalsMoveNothing) {
 
   settings.locked = true;
   EXPECT_STREQ(move(500, 500).refusal, kLockedMessage);
-  EXPECT_STREQ(sortByName(workspace, settings, measures, picBack, undo).refusal, kLockedMessage);
-  EXPECT_STREQ(alignSelection(workspace, settings, measures, selection, undo).refusal,
-               kLockedMessage);
-  EXPECT_TRUE(undo.empty());
-}
-
-TEST_F(ArrangeTest, UndoLeavesAloneWhatIsGone) {
-  const ShortcutSlot a = add(picBack, 120, 120), b = add({box}, 120, 480),
-                     c = add(picBack, 1560, 120);
-  for (const ShortcutSlot slot : {a, b, c}) selection.select(slot);
-  const Panel main = picBack;
-  move(0, 3000, &main);
-  applyDelete(workspace, {{a}, {}, {}, nullptr}, selection, undo);
-  const ShortcutSlot reused = add(picBack, 2400, 9000);
-  ASSERT_EQ(reused, a);
-  workspace.removeContainer(box);
-  ASSERT_EQ(addContainer({{0}, {0}, {3000}, {2000}}), box);
-  EXPECT_EQ(undo.undo(workspace), std::vector<ObjectId>{c});
-  expectAt(reused, picBack, 2400, 9000);
-  EXPECT_EQ(workspace.shortcuts[b].parent, picBack);
-  EXPECT_FALSE(selection.contains(a));
-
-  // Removed by someone who does not know of this undo.
-  selection.selectNone();
-  selection.select(c);
-  move(0, 1200);
-  workspace.shortcuts.remove(c);
-  ASSERT_EQ(add(picBack, 2400, 9600), c);
-  EXPECT_TRUE(undo.undo(workspace).empty());
-
-  // A press that moves nothing keeps the move before it undoable.
-  move(120, 0);
-  move(0, 0);
-  EXPECT_FALSE(undo.undo(workspace).empty());
+  EXPECT_STREQ(sortByName(workspace, settings, measures, picBack).refusal, kLockedMessage);
+  EXPECT_STREQ(alignSelection(workspace, settings, measures, selection).refusal, kLockedMessage);
 }
 
 TEST_F(ArrangeTest, SortsByNameAroundWhatLiesThere) {
   workspace.pictures.add({L"", picBack, {{120}, {120}, {2000}, {600}}});
   const ShortcutSlot x10 = add(picBack, 0, 0, L"x10"), x9 = add(picBack, 0, 0, L"X9"),
                      a = add(picBack, 500, 900, L"a"), b = add(picBack, 7, 8, L"B");
-  EXPECT_EQ(sortByName(workspace, settings, measures, picBack, undo).objects.size(), 4U);
+  EXPECT_EQ(sortByName(workspace, settings, measures, picBack).objects.size(), 4U);
   expectAt(a, picBack, 2160, 120);  // beside the picture
   expectAt(b, picBack, 120, 1200);  // the next row
   expectAt(x9, picBack, 1440, 1200);
   expectAt(x10, picBack, 2760, 1200);
-  undo.undo(workspace);
-  expectAt(a, picBack, 500, 900);
 
   // What finds no room goes on below.
   for (int i = 0; i < 6; ++i) add({box}, 0, 0, L"n");
-  sortByName(workspace, settings, measures, {box}, undo);
+  sortByName(workspace, settings, measures, {box});
   std::vector<TwipsRect> cells;
   workspace.shortcuts.forEach([&](ShortcutSlot, const clsShortcut& s) {
     if (s.parent.isMain()) return;

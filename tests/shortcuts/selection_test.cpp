@@ -76,21 +76,23 @@ TEST_F(SelectionTest, AllIsWhatCanBeSeenOnThePanel) {
   expectSelected({inside});
 }
 
-TEST_F(SelectionTest, TheCurrentShortcutIsTheLastOrTheOnlyOne) {
-  EXPECT_TRUE(selection.current().none());
+TEST_F(SelectionTest, TheCurrentOneIsTheLastOrTheOnlyOne) {
+  EXPECT_FALSE(selection.current());
   selection.select(a);
   selection.select(b);
-  EXPECT_EQ(selection.current(), b);
+  EXPECT_EQ(selection.current(), ObjectId{b});
   selection.press(b, true);
-  EXPECT_EQ(selection.current(), a);
+  EXPECT_EQ(selection.current(), ObjectId{a});
   selection.select(inside);
-  selection.unselect(inside);
   selection.select(picture);
-  EXPECT_EQ(selection.current(), a);
+  selection.unselect(picture);
+  EXPECT_FALSE(selection.current()) << "one of two";
 }
 
 TEST_F(SelectionTest, DeletingAsksForWhatIsAtStake) {
   EXPECT_TRUE(planDelete(workspace, selection, settings).empty());
+  workspace.shortcuts[a].FullCaption = L"Alpha";
+  workspace.pictures[picture].Path = L"C:\\sea.png";
   selection.select(a);
   selection.select(picture);
   selection.select(box);
@@ -98,7 +100,9 @@ TEST_F(SelectionTest, DeletingAsksForWhatIsAtStake) {
   EXPECT_EQ(plan.shortcuts, std::vector{a});
   EXPECT_EQ(plan.pictures, std::vector{picture});
   EXPECT_TRUE(plan.files.empty());
-  EXPECT_STREQ(plan.question, kRemoveSelectedQuestion);
+  EXPECT_EQ(plan.question,
+            L"Remove Selected Shortcuts?\r\n\r\nAlpha\r\nsea.png\r\n\r\n"
+            L"1 shortcut, 1 picture. No file is deleted.");
 
   workspace.containers[box].CopyPath = L"C:\\Data\\";
   const struct {
@@ -112,10 +116,12 @@ TEST_F(SelectionTest, DeletingAsksForWhatIsAtStake) {
     workspace.shortcuts[inside].Path = c.path;
     plan = planDelete(workspace, selection, settings);
     EXPECT_EQ(plan.files.size(), c.deleted ? 1U : 0U) << c.path;
-    EXPECT_STREQ(plan.question, c.deleted ? kDeleteSelectedQuestion : kRemoveSelectedQuestion);
+    EXPECT_EQ(plan.question.find(c.deleted ? kDeleteSelectedQuestion : kRemoveSelectedQuestion),
+              0U);
+    EXPECT_EQ(plan.question.find(L"To the Recycle Bin: 1 file.") != std::wstring::npos, c.deleted);
   }
   settings.confirmDelete = false;
-  EXPECT_EQ(planDelete(workspace, selection, settings).question, nullptr);
+  EXPECT_EQ(planDelete(workspace, selection, settings).question, L"");
   settings.locked = true;
   EXPECT_TRUE(planDelete(workspace, selection, settings).empty());
 }

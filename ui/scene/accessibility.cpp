@@ -73,6 +73,8 @@ bool Describer::describe(const Node& node, AccessibleItem& item) const {
     case ControlKind::cmdSettings:
     case ControlKind::cmdMenu:
       return as(AccessibleRole::Button, orElse(node.text, L"Button"), L"Press");
+    case ControlKind::UndoLine:
+      return as(AccessibleRole::Button, orElse(node.text, L"Undo"), L"Undo");
     case ControlKind::picBack:
       return as(AccessibleRole::Grouping, L"Workspace", L"");
     case ControlKind::lblShortcut: {

@@ -31,9 +31,11 @@ CommandState commandStateOf(const Document& document, const Selection& selection
     state.anyShortcuts = state.anyShortcuts || s.parent == Panel{targets.menu};
   });
   // What "Select all" would find: on the panel of the current shortcut.
-  const clsShortcut* current = workspace.shortcuts.find(selection.current());
+  const std::optional<ObjectId> current = selection.current();
+  const auto* shortcut = current ? std::get_if<ShortcutSlot>(&*current) : nullptr;
   Selection all;
-  all.selectAll(workspace, current == nullptr ? targets.home : current->parent);
+  all.selectAll(workspace,
+                shortcut == nullptr ? targets.home : workspace.shortcuts[*shortcut].parent);
   state.anyObjects = !all.empty();
   return state;
 }

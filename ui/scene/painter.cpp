@@ -94,6 +94,7 @@ class ScenePainter {
   void paintList(const Node& node, const PixelRect& rect, const Palette& p);
   void paintFolder(const Node& node, const PixelRect& rect, const Palette& p);
   void paintFolderRow(const Node& node, const PixelRect& rect, const Palette& p);
+  void paintUndoLine(const Node& node, const PixelRect& rect, const Palette& p);
   void paintThumb(const Node& node, const PixelRect& rect, const Palette& p);
 
   void text(const PixelRect& rect, const std::wstring& text, const TextStyle& style) {
@@ -215,6 +216,8 @@ void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Pale
       canvas_.fill(rect, p.barTop);
       return text(rect.inset(px(4)), node.text, chrome(p.barText, kSmallChromePoints));
     }
+    case ControlKind::UndoLine:
+      return paintUndoLine(node, rect, p);
     case ControlKind::ScrollThumb:
       return paintThumb(node, rect, p);
     case ControlKind::DockStrip:
@@ -472,8 +475,11 @@ void ScenePainter::paintFolder(const Node& node, const PixelRect& rect, const Pa
 }
 
 void ScenePainter::paintFolderRow(const Node& node, const PixelRect& rect, const Palette& p) {
-  const bool highlighted = node.selected || isPressed(node);
+  // Keys do nothing to rows of a list that has not got the focus; they stand back.
+  const bool active = node.parent == focused_;
+  const bool highlighted = (node.selected && active) || isPressed(node);
   paintHighlight(node, rect, highlighted, p);
+  if (node.selected && !active && !highlighted) canvas_.frame(rect, px(5), p.border);
   const Pixels icon = px(16);
   const PixelRect iconRect{
       rect.left + px(5), {rect.top.value + (rect.height.value - icon.value) / 2}, icon, icon};
@@ -482,6 +488,15 @@ void ScenePainter::paintFolderRow(const Node& node, const PixelRect& rect, const
   text({left, rect.top, rect.right() - left - px(4), rect.height}, node.text,
        chrome(highlighted && p.highContrast ? p.selectedText : p.text, kChromePoints));
   if (node.current && node.parent == focused_) canvas_.focusFrame(rect.inset(px(1)));
+}
+
+void ScenePainter::paintUndoLine(const Node& node, const PixelRect& rect, const Palette& p) {
+  const bool lit = isHovered(node) && !p.highContrast;
+  const Colour ground = lit ? p.barHover : mix(p.barTop, p.barBottom, 0.5F);
+  const PixelRect box = rect.inset(px(1));
+  canvas_.box(box, px(4), ground, ground, p.accent, 0);
+  text(box.inset(px(4)), node.text, chrome(lit ? p.text : p.barText, kSmallChromePoints));
+  focus(node, box, 1);
 }
 
 void ScenePainter::paintThumb(const Node& node, const PixelRect& rect, const Palette& p) {

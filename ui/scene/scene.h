@@ -58,6 +58,7 @@ enum class ControlKind : unsigned char {
   LstFolder,  // the entries of a folder container
   FolderRow,  // one of them
   ProgressText,
+  UndoLine,  // what was removed just now, and that it can come back
   ScrollThumb,
   DragLayer,  // above everything: what is being dragged
   RubberBand,

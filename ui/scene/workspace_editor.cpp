@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "shortcuts/tags.h"
+#include "ui/scene/current_thing.h"
 #include "ui/scene/metrics.h"
 
 namespace varnowick {
@@ -41,13 +41,12 @@ PanelMeasures WorkspaceEditor::measures() const {
   return m;
 }
 
-std::optional<ObjectId> WorkspaceEditor::objectOf(NodeId node) const {
-  if (const ShortcutSlot slot = shortcutOf(node); !slot.none()) return slot;
-  if (const PictureSlot slot = pictureOf(node); !slot.none()) return slot;
-  const bool handle =
-      node.kind == ControlKind::ContainerLabel || node.kind == ControlKind::ContainerIcon;
-  if (handle && hasMainPanel()) return containerOf(node);
-  return std::nullopt;
+// Of the objects of this window: a container that fills it is none.
+std::optional<ObjectId> WorkspaceEditor::objectAt(NodeId node) const {
+  const std::optional<ObjectId> object = objectOf(node);
+  const bool isContainer = object && std::holds_alternative<ContainerSlot>(*object);
+  if (isContainer && (node.kind == ControlKind::Container || !hasMainPanel())) return std::nullopt;
+  return object;
 }
 
 NodeId WorkspaceEditor::nodeOf(ObjectId id) const {
@@ -57,32 +56,34 @@ NodeId WorkspaceEditor::nodeOf(ObjectId id) const {
                     id);
 }
 
-void WorkspaceEditor::refresh(const std::vector<ObjectId>& objects) {
+void WorkspaceEditor::update(const std::vector<ObjectId>& objects) {
   for (const ObjectId id : objects)
     std::visit(Overloaded{[this](ShortcutSlot s) { scene_.updateShortcut(s); },
                           [this](PictureSlot s) { scene_.updatePicture(s); },
                           [this](ContainerSlot s) { scene_.updateContainer(s); }},
                id);
   scene_.scrollTo(scene_.scroll());
+}
+
+void WorkspaceEditor::refresh(const std::vector<ObjectId>& objects) {
+  update(objects);
   showSelection();
 }
 
 void WorkspaceEditor::showSelection() {
+  selection_.prune(document_.workspace);
+  // What is folded away or shown by another window is not this one's to delete.
+  for (const ObjectId id : std::set<ObjectId>(selection_.objects()))
+    if (!scene_.scene().shown(nodeOf(id))) selection_.unselect(id);
   for (const NodeId id : shownSelected_)
     if (Node* node = scene_.scene().find(id)) node->selected = false;
+  const bool was = !shownSelected_.empty();
   shownSelected_.clear();
   for (const ObjectId id : selection_.objects()) {
     shownSelected_.push_back(nodeOf(id));
-    if (Node* node = scene_.scene().find(shownSelected_.back())) node->selected = true;
+    scene_.scene().find(shownSelected_.back())->selected = true;
   }
-}
-
-void WorkspaceEditor::sceneRebuilt() {
-  selection_.prune(document_.workspace);
-  // What another window shows now is no longer this one's to delete.
-  for (const ObjectId id : std::set<ObjectId>(selection_.objects()))
-    if (!scene_.scene().shown(nodeOf(id))) selection_.unselect(id);
-  showSelection();
+  if (selectionShown_ && (was || !shownSelected_.empty())) selectionShown_();
 }
 
 GestureKind WorkspaceEditor::dragFrom(NodeId node, Point<Twips> at) const {
@@ -117,8 +118,10 @@ GestureKind WorkspaceEditor::dragFrom(NodeId node, Point<Twips> at) const {
 }
 
 void WorkspaceEditor::pressed(NodeId node, bool ctrl) {
-  if (const auto object = objectOf(node)) {
+  if (const auto object = objectAt(node)) {
     selection_.press(*object, ctrl);
+  } else if (node.kind == ControlKind::ContainerNote || node.kind == ControlKind::LstRSS) {
+    selection_.selectNone();
   } else if (node.kind == ControlKind::picBack || node.kind == ControlKind::ContainerFrame) {
     selection_.pressPanel(ctrl);
     bandPanel_ = {containerOf(node)};
@@ -129,7 +132,7 @@ void WorkspaceEditor::pressed(NodeId node, bool ctrl) {
 }
 
 void WorkspaceEditor::released(NodeId node, bool ctrl, bool dragged) {
-  if (const auto object = objectOf(node)) selection_.release(*object, ctrl, dragged);
+  if (const auto object = objectAt(node)) selection_.release(*object, ctrl, dragged);
   showSelection();
 }
 
@@ -179,19 +182,28 @@ ShortcutSlot WorkspaceEditor::openWithTarget(Point<Twips> pointer) {
 Moved WorkspaceEditor::drop(Point<Twips> distance, Point<Twips> pointer) {
   const Panel target = dropPanel(pointer);
   endDrag();
+  const UndoStep step(document_, L"move");
   Moved moved = moveSelection(document_.workspace, document_.settings, measures(),
-                              {selection_, distance, &target}, undo_);
+                              {selection_, distance, &target});
   refresh(moved.objects);
   return moved;
 }
 
-void WorkspaceEditor::cancelDrag() { endDrag(); }
+void WorkspaceEditor::cancelDrag() {
+  endDrag();
+  showSelection();
+}
 
 Moved WorkspaceEditor::take(WorkspaceEditor& from, Point<Twips> at) {
+  from.endDrag();
   const Panel panel = scene_.panelAt(at);
+  const UndoStep step(document_, L"move");
   Moved moved = moveToPanel(document_.workspace, document_.settings, measures(), from.selection_,
-                            panel, scene_.toPanel(panel, at), undo_);
-  if (moved.objects.empty()) return moved;
+                            panel, scene_.toPanel(panel, at));
+  if (moved.objects.empty()) {
+    from.showSelection();
+    return moved;
+  }
   from.selection_.selectNone();
   from.refresh(moved.objects);
   selection_.selectNone();
@@ -200,13 +212,14 @@ Moved WorkspaceEditor::take(WorkspaceEditor& from, Point<Twips> at) {
   return moved;
 }
 
-// Puts what was dragged back under its panel, where its record says.
+// Puts what was dragged back under its panel, where its record says. The panel may
+// have been folded away meanwhile; it stays selected until it has been moved.
 void WorkspaceEditor::endDrag() {
   unmarkDrop();
   std::vector<ObjectId> back;
   for (const Dragged& dragged : dragged_) back.push_back(dragged.id);
   dragged_.clear();
-  refresh(back);
+  update(back);
   scene_.scene().remove(kDragLayer);
 }
 
@@ -243,9 +256,14 @@ void WorkspaceEditor::endBand() { scene_.scene().remove(kRubberBand); }
 
 void WorkspaceEditor::selectAll() {
   // Where the user works: the panel of what is selected, else the window's own.
-  const clsShortcut* current = document_.workspace.shortcuts.find(selection_.current());
-  selection_.selectAll(document_.workspace,
-                       current == nullptr ? scene_.homePanel() : current->parent);
+  Panel panel = scene_.homePanel();
+  if (const std::optional<ObjectId> current = selection_.current()) {
+    if (const auto* slot = std::get_if<ShortcutSlot>(&*current))
+      panel = document_.workspace.shortcuts[*slot].parent;
+    if (const auto* slot = std::get_if<PictureSlot>(&*current))
+      panel = document_.workspace.pictures[*slot].parent;
+  }
+  selection_.selectAll(document_.workspace, panel);
   showSelection();
 }
 
@@ -254,22 +272,22 @@ void WorkspaceEditor::selectNone() {
   showSelection();
 }
 
-void WorkspaceEditor::selectOnly(ShortcutSlot slot) {
+void WorkspaceEditor::selectOnly(ObjectId id) {
   selection_.selectNone();
-  selection_.select(slot);
+  selection_.select(id);
   showSelection();
 }
 
 Moved WorkspaceEditor::sortByName(Panel panel) {
-  Moved moved =
-      varnowick::sortByName(document_.workspace, document_.settings, measures(), panel, undo_);
+  const UndoStep step(document_, L"sort");
+  Moved moved = varnowick::sortByName(document_.workspace, document_.settings, measures(), panel);
   refresh(moved.objects);
   return moved;
 }
 
 Moved WorkspaceEditor::align() {
-  Moved moved =
-      alignSelection(document_.workspace, document_.settings, measures(), selection_, undo_);
+  const UndoStep step(document_, L"align");
+  Moved moved = alignSelection(document_.workspace, document_.settings, measures(), selection_);
   for (const ObjectId& id : moved.objects)
     if (const auto* slot = std::get_if<ContainerSlot>(&id))
       settle(document_.workspace.containers[*slot]);
@@ -277,34 +295,21 @@ Moved WorkspaceEditor::align() {
   return moved;
 }
 
-bool WorkspaceEditor::undo() {
-  if (document_.settings.locked) return false;
-  std::vector<ObjectId> back = undo_.undo(document_.workspace);
-  if (back.empty()) return false;
-  // What comes back from a container that shows one tag only is hidden by it no
-  // more.
-  for (const ShortcutSlot slot : applyTagFilters(document_.workspace)) back.emplace_back(slot);
-  // The place that a container has come back to is its own.
-  for (const ObjectId& id : back)
-    if (const auto* slot = std::get_if<ContainerSlot>(&id))
-      settle(document_.workspace.containers[*slot]);
-  refresh(back);
-  return true;
-}
-
-DeletePlan WorkspaceEditor::planDelete() const {
-  return varnowick::planDelete(document_.workspace, selection_, document_.settings);
+DeletePlan WorkspaceEditor::planDelete(const std::vector<ContainerSlot>& removedBefore) const {
+  return varnowick::planDelete(document_.workspace, selection_, document_.settings, removedBefore);
 }
 
 void WorkspaceEditor::carryOut(const DeletePlan& plan) {
-  applyDelete(document_.workspace, plan, selection_, undo_);
+  const UndoStep step(document_, L"delete");
+  applyDelete(document_.workspace, plan, selection_);
   std::vector<ObjectId> gone(plan.shortcuts.begin(), plan.shortcuts.end());
   gone.insert(gone.end(), plan.pictures.begin(), plan.pictures.end());
   refresh(gone);
 }
 
-Added WorkspaceEditor::add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at) {
-  Panel panel = scene_.homePanel();
+Added WorkspaceEditor::add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at,
+                           Panel panel) {
+  const UndoStep step(document_, L"add");
   Point<Twips> from{kPad, kPad + (panel.isMain() ? scene_.scroll() : kTitleStripHeight)};
   if (at != nullptr) {
     panel = scene_.panelAt(*at);

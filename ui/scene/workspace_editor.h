@@ -1,8 +1,11 @@
 // Editing the workspace on its scene: selecting, dragging between panels, sizing,
-// drawing containers, rubber band, deleting, sorting, undo, adding what was dropped. Works on the
-// document and the scene; it saves nothing, asks nothing and knows no window.
+// drawing containers, rubber band, deleting, sorting, adding what was dropped. Works on the
+// document and the scene, and makes each change a step of the document's history; it
+// saves nothing, asks nothing and knows no window. What is hidden is not selected.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,7 +27,8 @@ class WorkspaceEditor {
   WorkspaceEditor(Document& document, ObjectScene& scene) : document_(document), scene_(scene) {}
 
   const Selection& selection() const { return selection_; }
-  bool canUndo() const { return !undo_.empty(); }
+  // Called when something is selected, or nothing any more: the focus is to follow.
+  void setSelectionShown(std::function<void()> shown) { selectionShown_ = std::move(shown); }
 
   // What a drag begins that starts at this node and point of the window.
   GestureKind dragFrom(NodeId node, Point<Twips> at) const;
@@ -39,8 +43,8 @@ class WorkspaceEditor {
   void drag(Point<Twips> distance);
   Moved drop(Point<Twips> distance, Point<Twips> pointer);
   void cancelDrag();
-  // Takes over what is selected in another window, onto the panel at that point.
-  // The other window is to end its drag first and to be shown anew.
+  // Takes over what is being dragged in another window, onto the panel at that point,
+  // and ends the drag there. The other window is to be shown anew.
   Moved take(WorkspaceEditor& from, Point<Twips> at);
   // The shortcut of the same panel under the pointer that is not being dragged,
   // while one shortcut alone is: dropping it there opens it with that one.
@@ -83,7 +87,6 @@ class WorkspaceEditor {
   // With what lies in them. Files of a folder container are never touched.
   void removeContainers(const std::vector<ContainerSlot>& slots);
   std::vector<ContainerSlot> selectedContainers() const;
-  void selectOnly(ContainerSlot slot);
 
   // The rubber band between two points of the window, on the panel pressed.
   void band(Point<Twips> from, Point<Twips> to);
@@ -91,33 +94,37 @@ class WorkspaceEditor {
 
   void selectAll();
   void selectNone();
-  void selectOnly(ShortcutSlot slot);
+  void selectOnly(ObjectId id);
   Moved sortByName(Panel panel);
   Moved align();
-  // True when something was put back.
-  bool undo();
-  DeletePlan planDelete() const;
+  DeletePlan planDelete(const std::vector<ContainerSlot>& removedBefore = {}) const;
   void carryOut(const DeletePlan& plan);
 
   // Adds new shortcuts at a point of the window, or without one at the start of
-  // the main panel as it is scrolled. They end up selected.
-  Added add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at);
+  // the panel, of the main one as it is scrolled. They end up selected.
+  Added add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at) {
+    return add(std::move(shortcuts), at, scene_.homePanel());
+  }
+  Added add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at, Panel panel);
   // Marks the panel at the point as the one that would take a drop.
   void markDrop(Point<Twips> pointer);
   void unmarkDrop();
 
   // After a shortcut's record was changed in place.
   void shortcutChanged(ShortcutSlot slot);
-  // After the scene has been built anew.
-  void sceneRebuilt();
+  // After records were changed in place, came back or went: containers first.
+  void objectsChanged(const std::vector<ObjectId>& objects) { refresh(objects); }
+  // After the scene has been built anew, or something on it may have been hidden.
+  void sceneRebuilt() { showSelection(); }
 
  private:
   PanelMeasures measures() const;
   NodeId nodeOf(ObjectId id) const;
-  std::optional<ObjectId> objectOf(NodeId node) const;
+  std::optional<ObjectId> objectAt(NodeId node) const;
   bool hasMainPanel() const { return scene_.scene().find({ControlKind::picBack, 0}) != nullptr; }
   void showBand(Point<Twips> from, Point<Twips> to);
   Point<Twips> onGrid(const TwipsRect& start, Edges edges, Point<Twips> distance) const;
+  void update(const std::vector<ObjectId>& objects);
   void refresh(const std::vector<ObjectId>& objects);
   void showSelection();
   void endDrag();
@@ -128,7 +135,7 @@ class WorkspaceEditor {
   Document& document_;
   ObjectScene& scene_;
   Selection selection_;
-  MoveUndo undo_;
+  std::function<void()> selectionShown_;
   std::vector<NodeId> shownSelected_;
   struct Dragged {
     ObjectId id;
@@ -142,6 +149,7 @@ class WorkspaceEditor {
     Edges edges;
     clsContainer container;  // as it was
     TwipsRect picture;
+    std::unique_ptr<UndoStep> step;
   };
   std::optional<Resizing> resizing_;
 };

@@ -43,8 +43,9 @@ Moved WorkspaceEditor::dropContainers(Point<Twips> distance) {
   std::vector<ContainerSlot> containers;
   for (const Dragged& dragged : dragged_) containers.push_back(std::get<ContainerSlot>(dragged.id));
   endDrag();
+  const UndoStep step(document_, L"move");
   Moved moved = moveSelection(document_.workspace, document_.settings, measures(),
-                              {selection_, distance, nullptr}, undo_);
+                              {selection_, distance, nullptr});
   if (!moved.objects.empty())
     for (const ContainerSlot slot : containers)
       if (clsContainer* container = document_.workspace.containers.find(slot)) settle(*container);
@@ -84,13 +85,14 @@ Edges WorkspaceEditor::borderAt(NodeId node, Point<Twips> at) const {
 
 void WorkspaceEditor::beginResize(NodeId node, Point<Twips> at) {
   const Edges edges = borderAt(node, at);
+  auto step = std::make_unique<UndoStep>(document_, L"size");
   if (const clsPicture* picture = document_.workspace.pictures.find(pictureOf(node))) {
-    resizing_ = {pictureOf(node), edges, {}, picture->rect};
+    resizing_.emplace(Resizing{pictureOf(node), edges, {}, picture->rect, std::move(step)});
     return;
   }
   const clsContainer* container = document_.workspace.containers.find(containerOf(node));
   if (container == nullptr) return;
-  resizing_ = {containerOf(node), edges, {}, {}};
+  resizing_.emplace(Resizing{containerOf(node), edges, {}, {}, std::move(step)});
   copyPlace(*container, resizing_->container);
 }
 
@@ -185,23 +187,25 @@ TwipsRect WorkspaceEditor::freePlace(Size<Twips> size, Panel panel) const {
 ContainerSlot WorkspaceEditor::addContainer(clsContainer container, const TwipsRect& rect) {
   if (document_.settings.locked) return {};
   container.rect = container.savedRect = rect;
+  const UndoStep step(document_, L"add container");
   const ContainerSlot slot = document_.workspace.containers.add(std::move(container));
-  selectOnly(slot);
   refresh({slot});
+  selectOnly(slot);
   scene_.scene().raise(containerNode(slot));
   return slot;
 }
 
 PictureSlot WorkspaceEditor::addPicture(const clsPicture& picture) {
   if (document_.settings.locked) return {};
+  const UndoStep step(document_, L"add picture");
   const PictureSlot slot = document_.workspace.pictures.add(picture);
-  selection_.selectNone();
-  selection_.select(slot);
   refresh({slot});
+  selectOnly(slot);
   return slot;
 }
 
 void WorkspaceEditor::removeContainers(const std::vector<ContainerSlot>& slots) {
+  const UndoStep step(document_, L"delete");
   Workspace& workspace = document_.workspace;
   std::vector<ObjectId> gone;
   const auto liesIn = [&](Panel panel) {
@@ -215,10 +219,7 @@ void WorkspaceEditor::removeContainers(const std::vector<ContainerSlot>& slots) 
   });
   gone.insert(gone.end(), slots.begin(), slots.end());
   for (const ContainerSlot slot : slots) workspace.removeContainer(slot);
-  for (const ObjectId id : gone) {
-    selection_.unselect(id);
-    undo_.forget(id);
-  }
+  for (const ObjectId id : gone) selection_.unselect(id);
   refresh(gone);
 }
 
@@ -227,12 +228,6 @@ std::vector<ContainerSlot> WorkspaceEditor::selectedContainers() const {
   for (const ObjectId& id : selection_.objects())
     if (const auto* slot = std::get_if<ContainerSlot>(&id)) slots.push_back(*slot);
   return slots;
-}
-
-void WorkspaceEditor::selectOnly(ContainerSlot slot) {
-  selection_.selectNone();
-  selection_.select(slot);
-  showSelection();
 }
 
 }  // namespace varnowick

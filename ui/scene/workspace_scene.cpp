@@ -63,6 +63,11 @@ void WorkspaceScene::setFrame(const FrameLayout& layout) {
   progress.text = layout.progress;
   progress.visible = !layout.progress.empty();
   progress.hitTarget = false;
+  Node& undo = put(ControlKind::UndoLine, frame,
+                   progress.rect.translated({}, progress.visible ? -kProgressHeight : Twips{}));
+  undo.text = layout.undoLine;
+  undo.visible = !layout.undoLine.empty() && panelHeight > kProgressHeight * 2;
+  undo.focusable = true;
   layoutBottomBar({in.left, in.top + titleHeight + panelHeight, width, bottomHeight});
 
   const Size<Twips> size{width, panelHeight};

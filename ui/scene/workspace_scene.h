@@ -25,6 +25,7 @@ struct FrameLayout {
   bool locked = false;
   Twips scroll;           // of the main panel, downwards; kept within the content
   std::wstring progress;  // shown above the bottom bar while not empty
+  std::wstring undoLine;  // shown there too, for a while after something was removed
   // True when a button set is loaded: the toolbar shows the assets "shrinkall",
   // "foldall", "rss", "lock", "unlock" and "dock" instead of its own signs.
   bool buttonImages = false;

@@ -31,6 +31,7 @@ BarExtras::BarExtras(const Bar& bar, Hooks hooks)
              .place = [this](const JumpTarget& target) { return jumpPlace(target); },
              .start = [this](const JumpTarget& target) { hooks_.start(target); },
              .showMatch = [this](const JumpTarget& target) { hooks_.show(target); },
+             .properties = [this](ShortcutSlot slot) { hooks_.properties(slot); },
              .closed = [this] { SetFocus(window_); },
              .key = [this](const KeyDecision& decision) { hooks_.key(decision); }}),
       toolbar_(bar.images, bar.fonts,

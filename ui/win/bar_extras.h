@@ -43,6 +43,7 @@ class BarExtras {
     std::function<void(MenuId, POINT screen)> menu;
     std::function<void(const JumpTarget&)> start;
     std::function<void(const JumpTarget&)> show;  // scroll to it and focus it
+    std::function<void(ShortcutSlot)> properties;
     std::function<void(const KeyDecision&)> key;
     std::function<void()> open;    // the bar, in front of all
     std::function<void()> toggle;  // the same, or collapse an expanded bar

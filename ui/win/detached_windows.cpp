@@ -90,6 +90,12 @@ void DetachedWindows::showLoaded() {
   each([](frmContainer& window) { window.showFirst(); });
 }
 
+void DetachedWindows::reopen() {
+  const std::size_t before = windows_.size();
+  detachLoaded({});
+  for (std::size_t i = before; i < windows_.size(); ++i) windows_[i]->showFirst();
+}
+
 // Takes the window off the list. Its own handlers may be running.
 void DetachedWindows::giveUp(ContainerSlot slot) {
   const auto found = std::find_if(windows_.begin(), windows_.end(),
@@ -170,6 +176,8 @@ std::vector<TwipsRect> DetachedWindows::otherTabs(ContainerSlot slot) const {
 bool DetachedWindows::runProgramCommand(Command command) {
   switch (command) {
     case Command::mnuSave:
+    case Command::mnuUndo:
+    case Command::mnuRedo:
     case Command::mnuLock:
     case Command::mnuAlign:
     case Command::mnuAttachAll:

@@ -44,6 +44,8 @@ class DetachedWindows final : public DetachedHost {
   // detached.
   void detachLoaded(const Progress& progress);
   void showLoaded();
+  // A window for each container that has come back to the workspace as detached.
+  void reopen();
   void attach(ContainerSlot slot) override;
   void attachAll();
   // Shows every window, in front of others.

@@ -68,6 +68,8 @@ class FolderContainers final : public Window {
   bool recycle(const std::vector<std::wstring>& paths);
   // The same where the user has been asked already.
   void recycleUnasked(const std::vector<std::wstring>& paths);
+  // False when the container shows no folder, or no files are offered.
+  bool paste(ContainerSlot slot);
 
   // The mouse on a node. Each is false when that is none of ours.
   bool pressed(NodeId node, HeldKeys keys);
@@ -135,7 +137,6 @@ class FolderContainers final : public Window {
   void openSelected(ContainerSlot slot);
   void openFolder(ContainerSlot slot);
   void copySelected(ContainerSlot slot, bool cut);
-  void paste(ContainerSlot slot);
   void transfer(FileAction action, const std::vector<std::wstring>& from,
                 const std::wstring& folder);
   void renameCurrent(ContainerSlot slot);

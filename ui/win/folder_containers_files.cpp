@@ -91,14 +91,16 @@ void FolderContainers::transfer(FileAction action, const std::vector<std::wstrin
   for (FileOperation& operation : plan.operations) operations_->start(std::move(operation));
 }
 
-void FolderContainers::paste(ContainerSlot slot) {
+bool FolderContainers::paste(ContainerSlot slot) {
   const std::wstring folder = folderOf(slot);
   const OfferedFiles files = readClipboardFiles();
-  if (folder.empty() || files.paths.empty() || refusedByLock()) return;
+  if (folder.empty() || files.paths.empty()) return false;
+  if (refusedByLock()) return true;
   const bool cut = (files.preferredEffect & DROPEFFECT_MOVE) != 0 &&
                    (files.preferredEffect & DROPEFFECT_COPY) == 0;
   transfer(cut ? FileAction::Move : FileAction::Copy, files.paths, folder);
   if (cut) clearClipboard();
+  return true;
 }
 
 bool FolderContainers::recycle(const std::vector<std::wstring>& paths) {
@@ -106,8 +108,8 @@ bool FolderContainers::recycle(const std::vector<std::wstring>& paths) {
   if (!plan.message.empty()) say(std::move(plan.message));
   if (!plan.operation || !start()) return false;
   // A question that is torn down with the session has no answer.
-  if (plan.question != nullptr && platform_.msgBox.show(plan.question, kMsgYesNo | kMsgExclamation,
-                                                        kProgramTitle) != kMsgAnswerYes)
+  if (!plan.question.empty() && platform_.msgBox.show(plan.question, kMsgYesNo | kMsgExclamation,
+                                                      kProgramTitle) != kMsgAnswerYes)
     return false;
   operations_->start(std::move(*plan.operation));
   return true;

@@ -207,7 +207,8 @@ void FolderContainers::run(ContainerSlot slot, int command) {
     case kCopy:
       return copySelected(slot, false);
     case kPaste:
-      return paste(slot);
+      paste(slot);
+      return;
     case kRename:
       return renameCurrent(slot);
     case kDelete:

@@ -75,9 +75,24 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                      if (!busyElsewhere()) startMatch(target);
                    },
                .show = [this](const JumpTarget& target) { showMatch(target); },
+               .properties =
+                   [this](ShortcutSlot slot) {
+                     if (busyElsewhere()) return;
+                     showShortcut(slot);
+                     paneWith(slot).properties(slot);
+                   },
                .key = [this](const KeyDecision& decision) { apply(decision); },
                .open = [this] { bringForward(); },
-               .toggle = [this] { toggle(); }}) {
+               .toggle = [this] { toggle(); }}),
+      undo_(desk(), pane_, detached_,
+            {.removed = [this](const std::vector<ContainerSlot>& slots) { removing(slots); },
+             .workspaceChanged = [this] { workspaceChanged(); },
+             .lineChanged = [this] { relayout(); },
+             .timer =
+                 [this](bool start) {
+                   start ? docking_.startTimer(TimerId::TimerUndoLine)
+                         : docking_.stopTimer(TimerId::TimerUndoLine);
+                 }}) {
   workspaceScene_.setIconSource(
       [this](const clsShortcut& shortcut) { return iconRefFor(shortcut, platform_.system).name; });
 }
@@ -273,6 +288,7 @@ void frmMain::onTimer(UINT_PTR timer) {
   if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id) || containers_.tick(id)) return;
   if (id == TimerId::TimerSave) workspaceChanged();
+  if (id == TimerId::TimerUndoLine) undo_.lineTimeUp();
   if (id == TimerId::TimerDblClickLabelDelay) pane_.clickGuard().TimerDblClickLabelDelayTick();
   if (id == TimerId::TimeLock) {
     lockTold_ = false;
@@ -330,6 +346,7 @@ FrameLayout frmMain::frameLayout() {
   layout.collapsedTo = docking_.rules().collapseSide();
   layout.caption = captionNow();
   layout.locked = document_.settings.locked;
+  layout.undoLine = undo_.line();
   layout.density = density;
   return layout;
 }

@@ -25,6 +25,7 @@
 #include "ui/win/foreground_return.h"
 #include "ui/win/frm_add_shortcut.h"
 #include "ui/win/messages.h"
+#include "ui/win/undo_driver.h"
 #include "ui/win/win_events.h"
 #include "ui/win/window.h"
 #include "ui/win/workspace_pane.h"
@@ -99,6 +100,8 @@ class frmMain final : public Window, private PaneOwner {
   void startMatch(const JumpTarget& target);
   void showMatch(const JumpTarget& target);
   void openContainer(ContainerSlot slot);
+  // Of the window that shows it.
+  WorkspacePane& paneWith(ShortcutSlot slot);
   void showShortcut(ShortcutSlot slot);
   void draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) override;
   void completeMenu(MenuId menu, std::vector<MenuItem>& items) override;
@@ -154,6 +157,7 @@ class frmMain final : public Window, private PaneOwner {
   BarExtras extras_;
   ForegroundReturn foreground_;
   DockPreview preview_;
+  UndoDriver undo_;
   bool saveFailureTold_ = false;  // until a save succeeds again
   bool lockTold_ = false;         // the caption tells of locking for a moment
   bool laidOut_ = false;          // the scene has been built

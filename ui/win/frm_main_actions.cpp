@@ -35,6 +35,8 @@ void frmMain::clicked(NodeId node, POINT at) {
       return detachContainers({containerOf(node)}, std::nullopt);
     case ControlKind::cmdConMenu:
       return pane_.showMenu(MenuId::Container, below, containerOf(node));
+    case ControlKind::UndoLine:
+      return pane_.run(Command::mnuUndo);
     case ControlKind::DockStrip:
       return docking_.apply(docking_.rules().ExpandFromEdge(docking_.inputs()));
     case ControlKind::cmdMenu:
@@ -57,6 +59,10 @@ void frmMain::describeState(CommandState& state) const {
 
 bool frmMain::runOwn(Command command) {
   switch (command) {
+    case Command::mnuUndo:
+    case Command::mnuRedo:
+      undo_.run(command);
+      break;
     case Command::mnuAlign:
       document_.settings.align = !document_.settings.align;
       workspaceChanged();
@@ -142,7 +148,6 @@ bool frmMain::runOwn(Command command) {
     case Command::mnuPaste:
     case Command::mnuSelectAll:
     case Command::mnuUnselectAll:
-    case Command::mnuUndo:
     case Command::mnuDeleteSelected:
     case Command::mnuAlignSelected:
     case Command::mnuSortByName:
@@ -186,10 +191,6 @@ void frmMain::toggleTranslucency() {
 }
 
 void frmMain::askForNewShortcut(NewShortcutKind kind) {
-  if (document_.settings.locked) {
-    platform_.msgBox.show(kLockedMessage, kMsgOkOnly | kMsgExclamation, kProgramTitle);
-    return;
-  }
   std::optional<clsShortcut> shortcut;
   {
     const ModalDepth::Scope scope(modal_);
@@ -199,7 +200,7 @@ void frmMain::askForNewShortcut(NewShortcutKind kind) {
   // A chosen link file is read like one that was dropped.
   if (kind == NewShortcutKind::File)
     return pane_.takeDropped({.paths = {{shortcut->Path}}}, nullptr);
-  pane_.addShortcuts({*shortcut}, nullptr, {});
+  pane_.addShortcuts({*shortcut}, nullptr, picBack, {});
 }
 
 void frmMain::about() {

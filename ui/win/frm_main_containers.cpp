@@ -44,7 +44,6 @@ void frmMain::removing(const std::vector<ContainerSlot>& slots) {
 }
 
 void frmMain::startDrawMode() {
-  if (pane_.refuseWhileLocked()) return;
   pane_.editor().setDrawMode(true);
   relayout();
 }

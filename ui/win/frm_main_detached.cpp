@@ -119,6 +119,12 @@ void frmMain::startMatch(const JumpTarget& target) {
   }
 }
 
+WorkspacePane& frmMain::paneWith(ShortcutSlot slot) {
+  const clsShortcut* shortcut = document_.workspace.shortcuts.find(slot);
+  frmContainer* window = shortcut == nullptr ? nullptr : detached_.find(shortcut->parent.container);
+  return window == nullptr ? pane_ : window->pane();
+}
+
 // Where it is to be seen: here, or in a window of its own.
 void frmMain::showMatch(const JumpTarget& target) {
   if (target.kind() == JumpKind::Shortcut) return showShortcut(target.shortcut);

@@ -55,6 +55,7 @@ SaveResult frmMain::save(bool recovery) {
 
 void frmMain::workspaceChanged() {
   extras_.workspaceChanged();
+  undo_.changed();
   const SaveResult result = save(true);
   // The next change would only say the same again.
   if (result || saveFailureTold_) return;

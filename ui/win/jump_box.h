@@ -32,6 +32,8 @@ class PicJumpToLink final : public Window {
     std::function<void(const JumpTarget&)> start;
     // Scrolls or unfolds to it and focuses its node.
     std::function<void(const JumpTarget&)> showMatch;
+    // Opens its properties; the box is closed already.
+    std::function<void(ShortcutSlot)> properties;
     std::function<void()> closed;
     // A key of another meaning was pressed in the field, F8 for instance.
     std::function<void(const KeyDecision&)> key;

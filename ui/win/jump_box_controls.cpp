@@ -107,11 +107,18 @@ bool PicJumpToLink::onEditKey(int key) {
   KeyState state;
   state.jumpBoxShown = true;
   state.jumpBoxHasText = hasText();
-  state.shortcutSelected = !current().shortcut.none();
+  const ShortcutSlot match = current().shortcut;
+  state.shortcutSelected = !match.none();
   state.barExpanded = true;
   const KeyDecision decision = decideKey(key, modifiers, state);
   // Letters reach the field as characters, in whatever language they are typed.
   if (decision.action == KeyAction::JumpType || decision.action == KeyAction::None) return false;
+  // About the match that is highlighted, and not what is selected on the bar.
+  if (decision.command == Command::mnuShortcutProperties) {
+    close();
+    if (callbacks_.properties) callbacks_.properties(match);
+    return true;
+  }
   if (!apply(decision) && callbacks_.key) callbacks_.key(decision);
   return true;
 }

@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include "platform/screen.h"
+#include "ui/scene/folder_rows.h"
 #include "ui/win/folder_containers.h"
 #include "ui/win/reader_selection.h"
 #include "ui/win/win_events.h"
@@ -58,7 +59,11 @@ WorkspacePane::WorkspacePane(const Desk& desk, ObjectScene& scene, PaneOwner& ow
       accessible_(accessibleItems_),
       nameEdit_(scene.scene(), desk.fonts),
       noteEdit_(scene.scene(), desk.fonts, noteHooks()),
-      dragTrail_([this](HWND window) { return owner_.dragStop(window); }) {}
+      dragTrail_([this](HWND window) { return owner_.dragStop(window); }) {
+  editor_.setSelectionShown([this] {
+    view_.focus(focusFor(scene_.scene(), editor_.selection(), view_.input().focused()));
+  });
+}
 
 void WorkspacePane::attach(HWND window) {
   window_ = window;
@@ -220,7 +225,8 @@ void WorkspacePane::onLeftDown(POINT client, bool second) {
                                ? GestureKind::ScrollNote
                                : editor_.dragFrom(node, view_.toScene(client));
   if (!pressedFolder(node)) editor_.pressed(node, ctrl);
-  if (!shortcutOf(node).none()) view_.focus(node);
+  if (const auto object = objectOf(node); object && editor_.selection().contains(*object))
+    view_.focus(handleOf(scene_.scene(), *object));
   gestures_.press(node, drag, toScreen(client), ctrl);
   owner_.pressed(node, client);
   view_.invalidate();
@@ -285,6 +291,7 @@ void WorkspacePane::onContextMenu(POINT screen) {
     view_.invalidate();
     return showMenu(MenuId::Shortcut, screen);
   }
+  if (!folderContainerOf(node).none()) editor_.selectNone();
   if (folderMenu(node, screen) || owner_.ownMenu(node, screen)) return;
   const ContainerSlot container = containerOf(node);
   const bool onTitle =
@@ -304,14 +311,19 @@ void WorkspacePane::onWheel(int notches) {
 }
 
 // By Tab without a direction. What has the focus is in sight, and selected if it
-// is a shortcut, so that keys can act on it.
+// is an object: what keys act on. Anything else stands alone.
 void WorkspacePane::moveFocus(Point<int> direction, bool backwards) {
   if (direction == Point<int>{})
     view_.focusNext(backwards);
   else
     view_.focusTowards(direction);
   const NodeId focused = view_.input().focused();
-  if (const ShortcutSlot slot = shortcutOf(focused); !slot.none()) editor_.selectOnly(slot);
+  if (const auto object = objectOf(focused);
+      object && isSelectable(desk_.document.workspace, *object))
+    editor_.selectOnly(*object);
+  else
+    editor_.selectNone();
+  view_.focus(focused);
   scene_.scrollToShow(focused);
   view_.invalidate();
 }
@@ -339,7 +351,8 @@ bool WorkspacePane::onKeyDown(int key) {
   } else if (key == VK_TAB && (modifiers & ~kShift) == 0) {
     moveFocus({}, modifiers == kShift);
   } else if (key == VK_RETURN && modifiers == 0) {
-    activate(view_.input().focused());
+    const auto object = current().object;
+    activate(object ? handleOf(scene_.scene(), *object) : view_.input().focused());
   } else {
     return false;
   }

@@ -13,6 +13,7 @@
 
 #include "shortcuts/launch.h"
 #include "sidebar/commands.h"
+#include "ui/scene/current_thing.h"
 #include "ui/scene/gestures.h"
 #include "ui/scene/object_scene.h"
 #include "ui/scene/workspace_editor.h"
@@ -140,6 +141,11 @@ class WorkspacePane final : public DragStop {
   void startMany(const std::function<void(StartMany&)>& start);
   // Scrolls to it, selects and focuses it.
   void showShortcut(ShortcutSlot slot);
+  // What F2 does to the current thing: the dialog of a shortcut, the name of a
+  // container. A picture has none.
+  void properties(ObjectId id);
+  // Records came back, were changed or went; the first of them comes into sight.
+  void objectsChanged(const std::vector<ObjectId>& objects);
   // Adds a container and lets the user name it at once. None while locked.
   ContainerSlot addContainer(clsContainer container, const TwipsRect& rect);
   void rename(ContainerSlot slot);
@@ -154,10 +160,11 @@ class WorkspacePane final : public DragStop {
   // Other windows show what was changed here, or the other way round.
   void containersChanged(const std::vector<ContainerSlot>& slots);
   bool refuseWhileLocked();
-  // Adds what was dropped or entered; at no point: where there is room. A refusal
-  // that is known already is told with the others.
+  // Adds what was dropped or entered; at no point: where there is room on the panel.
+  // A refusal that is known already is told with the others.
   void takeDropped(const Dropped& dropped, const Point<Twips>* at);
-  void addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips>* at,
+  void takeDropped(const Dropped& dropped, const Point<Twips>* at, Panel panel);
+  void addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips>* at, Panel panel,
                     std::wstring refusal);
   // Drops come in only when no dialog is open; the owner calls it now and then.
   void takePendingDrops();
@@ -193,6 +200,8 @@ class WorkspacePane final : public DragStop {
   bool dropIsWelcome(POINT screen);
   bool acceptDrop(POINT screen, const Dropped& dropped);
   void deleteSelected();
+  void remove(const std::vector<ContainerSlot>& containers, const DeletePlan& plan);
+  void paste();
   void setTagFilter(ContainerSlot slot, const std::wstring& tag);
   void moveContainers(const GestureEvent& event);
   bool isOutside(Point<Pixels> screen) const;
@@ -222,7 +231,10 @@ class WorkspacePane final : public DragStop {
   void startSelected();
   void editShortcut(ShortcutSlot slot, const std::wstring& error);
   void addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const;
-  // The shortcut that a command is about: the selected one, else the focused one.
+  CurrentThing current() const {
+    return currentThing(editor_.selection(), view_.input().focused());
+  }
+  // The current thing, if it is a shortcut.
   ShortcutSlot currentShortcut() const;
 
   // Folder containers (workspace_pane_folders.cpp)

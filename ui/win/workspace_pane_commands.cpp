@@ -32,7 +32,8 @@ CommandState WorkspacePane::commandState() const {
   CommandState state =
       commandStateOf(desk_.document, editor_.selection(),
                      {scene_.homePanel(), currentShortcut(), menuContainer_, targetContainers()});
-  state.canUndo = editor_.canUndo();
+  state.canUndo = desk_.document.history.undoName() != nullptr;
+  state.canRedo = desk_.document.history.redoName() != nullptr;
   state.canPaste = clipboardOffersDroppable();
   owner_.describeState(state);
   return state;
@@ -72,6 +73,10 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
         {row.depth, static_cast<int>(row.command), row.caption, row.key, row.checked, row.enabled});
     if (row.command == Command::mnuStartAll)
       items.back().caption = startAllCaption(desk_.document.workspace, menuContainer_);
+    const std::wstring* step = row.command == Command::mnuUndo   ? desk_.document.history.undoName()
+                               : row.command == Command::mnuRedo ? desk_.document.history.redoName()
+                                                                 : nullptr;
+    if (step != nullptr) items.back().caption += L" " + *step;
   }
   if (menu == MenuId::Container) addTagMenus(items, tags);
   owner_.completeMenu(menu, items);
@@ -101,11 +106,10 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
 bool WorkspacePane::runHere(Command command) {
   switch (command) {
     case Command::mnuShortcutProperties:
-      if (currentShortcut().none()) return runForContainers(Command::mnuConRename);
-      editShortcut(currentShortcut(), L"");
+      if (const auto object = current().object) properties(*object);
       return true;
     case Command::mnuPaste:
-      takeDropped(readClipboard(), nullptr);
+      paste();
       return true;
     case Command::mnuSelectAll:
       editor_.selectAll();
@@ -114,13 +118,6 @@ bool WorkspacePane::runHere(Command command) {
     case Command::mnuUnselectAll:
       editor_.selectNone();
       view_.invalidate();
-      return true;
-    case Command::mnuUndo:
-      if (editor_.undo()) {
-        sceneChanged();
-        owner_.contentsMoved();
-        owner_.workspaceChanged();
-      }
       return true;
     case Command::mnuDeleteSelected:
       deleteSelected();
@@ -148,8 +145,12 @@ bool WorkspacePane::runHere(Command command) {
     }
     case Command::mnuUseRelativePath: {
       const std::vector<ShortcutSlot> selected = editor_.selection().shortcuts();
-      if (UseRelativePath(desk_.platform, desk_.document.workspace, selected))
-        owner_.workspaceChanged();
+      bool changed = false;
+      {
+        const UndoStep step(desk_.document, L"relative path");
+        changed = UseRelativePath(desk_.platform, desk_.document.workspace, selected);
+      }
+      if (changed) owner_.workspaceChanged();
       return true;
     }
     case Command::mnuAddPicture:
@@ -204,9 +205,19 @@ void WorkspacePane::startMany(const std::function<void(StartMany&)>& start) {
   announce(window_, kEventLaunched);
 }
 
+void WorkspacePane::properties(ObjectId id) {
+  if (const auto* shortcut = std::get_if<ShortcutSlot>(&id)) editShortcut(*shortcut, L"");
+  if (const auto* container = std::get_if<ContainerSlot>(&id)) rename(*container);
+}
+
 void WorkspacePane::editShortcut(ShortcutSlot slot, const std::wstring& error) {
   clsShortcut* shortcut = desk_.document.workspace.shortcuts.find(slot);
   if (shortcut == nullptr) return;
+  if (desk_.document.settings.locked && !error.empty()) {
+    desk_.platform.msgBox.show(error, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+    return;
+  }
+  if (refuseWhileLocked()) return;
   clsShortcut edited = *shortcut;
   {
     const ModalDepth::Scope scope(desk_.modal);
@@ -214,11 +225,15 @@ void WorkspacePane::editShortcut(ShortcutSlot slot, const std::wstring& error) {
   }
   shortcut = desk_.document.workspace.shortcuts.find(slot);
   if (shortcut == nullptr) return;
-  *shortcut = std::move(edited);
+  {
+    const UndoStep step(desk_.document, L"properties");
+    *shortcut = std::move(edited);
+  }
   applyTagFilter(desk_.document.workspace, shortcut->parent);
   editor_.shortcutChanged(slot);
   view_.invalidate();
   announce(window_, kEventSceneChanged);
+  owner_.contentsMoved();
   owner_.workspaceChanged();
 }
 
@@ -231,10 +246,21 @@ void WorkspacePane::showShortcut(ShortcutSlot slot) {
 }
 
 ShortcutSlot WorkspacePane::currentShortcut() const {
-  if (const ShortcutSlot selected = editor_.selection().current(); !selected.none())
-    return selected;
-  const ShortcutSlot slot = shortcutOf(view_.input().focused());
-  return desk_.document.workspace.shortcuts.contains(slot) ? slot : ShortcutSlot{};
+  const CurrentThing thing = current();
+  const auto* slot = thing.object ? std::get_if<ShortcutSlot>(&*thing.object) : nullptr;
+  return slot == nullptr ? ShortcutSlot{} : *slot;
+}
+
+void WorkspacePane::objectsChanged(const std::vector<ObjectId>& objects) {
+  editor_.objectsChanged(objects);
+  for (const ObjectId& id : objects) {
+    const NodeId node = handleOf(scene_.scene(), id);
+    if (!scene_.scene().shown(node)) continue;
+    scene_.scrollToShow(node);
+    break;
+  }
+  arrangeEditing();
+  sceneChanged();
 }
 
 }  // namespace varnowick

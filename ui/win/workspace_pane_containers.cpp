@@ -17,7 +17,9 @@ std::vector<ContainerSlot> WorkspacePane::targetContainers() const {
   std::vector<ContainerSlot> slots = editor_.selectedContainers();
   if (!menuContainer_.none() && !editor_.selection().contains(menuContainer_))
     slots = {menuContainer_};
-  if (slots.empty()) slots = {containerOf(view_.input().focused())};
+  if (slots.empty())
+    if (const auto object = current().object)
+      if (const auto* slot = std::get_if<ContainerSlot>(&*object)) slots = {*slot};
   std::erase_if(slots, [&](ContainerSlot slot) { return !table.contains(slot); });
   return slots;
 }
@@ -26,12 +28,12 @@ void WorkspacePane::containersChanged(const std::vector<ContainerSlot>& slots) {
   for (const ContainerSlot slot : slots) scene_.updateContainer(slot);
   scene_.scrollTo(scene_.scroll());
   arrangeEditing();
-  sceneChanged();
+  refresh();
 }
 
 ContainerSlot WorkspacePane::addContainer(clsContainer container, const TwipsRect& rect) {
-  if (refuseWhileLocked()) return {};
   const ContainerSlot slot = editor_.addContainer(std::move(container), rect);
+  if (slot.none()) return {};
   scene_.scrollToShow(containerNode(slot));
   sceneChanged();
   owner_.workspaceChanged();
@@ -53,7 +55,10 @@ void WorkspacePane::rename(ContainerSlot slot) {
                    .accepted = [this, slot](std::wstring name) {
                      clsContainer* renamed = desk_.document.workspace.containers.find(slot);
                      if (renamed == nullptr) return;
-                     renamed->name = tidyCaption(name);
+                     {
+                       const UndoStep step(desk_.document, L"rename");
+                       renamed->name = tidyCaption(name);
+                     }
                      containersChanged({slot});
                      owner_.keepOpen();
                      owner_.workspaceChanged();
@@ -99,19 +104,10 @@ bool WorkspacePane::runForContainers(Command command) {
 }
 
 void WorkspacePane::removeContainers() {
-  if (refuseWhileLocked()) return;
   const std::vector<ContainerSlot> slots = targetContainers();
-  if (slots.empty() ||
-      !confirmRemoval(desk_.document.settings, desk_.platform.msgBox, slots.size()))
-    return;
-  // What is typed into a note must not reach the next container of its slot.
-  endEditing();
-  owner_.removing(slots);
-  editor_.removeContainers(slots);
-  scene_.scrollTo(scene_.scroll());
-  menuContainer_ = {};
-  sceneChanged();
-  owner_.workspaceChanged();
+  if (!slots.empty() && confirmRemoval(desk_.document.settings, desk_.platform.msgBox,
+                                       desk_.document.workspace, slots))
+    remove(slots, {});
 }
 
 // The container of the menu, or the first one selected, shows what it comes to.
@@ -131,7 +127,10 @@ void WorkspacePane::chooseColours() {
   }
   if (!choice) return;
   if (!choice->toAllSelected) slots = {shown};
-  slots = applyColours(desk_.document.workspace, slots, choice->colours);
+  {
+    const UndoStep step(desk_.document, L"colors");
+    slots = applyColours(desk_.document.workspace, slots, choice->colours);
+  }
   if (slots.empty()) return;
   containersChanged(slots);
   owner_.workspaceChanged();
@@ -146,9 +145,12 @@ void WorkspacePane::chooseIcon() {
                          desk_.document.workspace.containers[slots.front()].ShrinkPath);
   }
   if (!path) return;
-  for (const ContainerSlot slot : slots)
-    if (clsContainer* container = desk_.document.workspace.containers.find(slot))
-      container->ShrinkPath = *path;
+  {
+    const UndoStep step(desk_.document, L"icon");
+    for (const ContainerSlot slot : slots)
+      if (clsContainer* container = desk_.document.workspace.containers.find(slot))
+        container->ShrinkPath = *path;
+  }
   containersChanged(slots);
   owner_.workspaceChanged();
 }

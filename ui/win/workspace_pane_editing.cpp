@@ -1,5 +1,6 @@
 // Selecting, dragging, dropping, pasting and deleting on a pane.
 
+#include "containers/removal.h"
 #include "platform/msg_box.h"
 #include "platform/win32/win32_system.h"
 #include "shortcuts/tags.h"
@@ -70,7 +71,6 @@ void WorkspacePane::dropObjects(const GestureEvent& event) {
   WorkspacePane* target = owner_.paneAt({event.now.x.value, event.now.y.value});
   if (target == nullptr) return editor_.cancelDrag();
   if (target != this) {
-    editor_.cancelDrag();
     const Moved moved = target->editor_.take(editor_, target->toScene(event.now));
     sceneChanged();
     return target->finishMove(moved);
@@ -78,7 +78,7 @@ void WorkspacePane::dropObjects(const GestureEvent& event) {
   const Point<Twips> pointer = toScene(event.now);
   const ShortcutSlot other = editor_.openWithTarget(pointer);
   if (!other.none()) {
-    const ShortcutSlot dragged = editor_.selection().current();
+    const ShortcutSlot dragged = editor_.selection().shortcuts().front();
     editor_.cancelDrag();
     view_.invalidate();
     return openWith(dragged, other);
@@ -204,16 +204,29 @@ bool WorkspacePane::refuseWhileLocked() {
 }
 
 void WorkspacePane::takeDropped(const Dropped& dropped, const Point<Twips>* at) {
+  takeDropped(dropped, at, scene_.homePanel());
+}
+
+void WorkspacePane::takeDropped(const Dropped& dropped, const Point<Twips>* at, Panel panel) {
   if (refuseWhileLocked()) return;
   DropRecords records =
       recordsFromDrop(dropped, desk_.document.settings.extractURLs,
                       {desk_.platform.files, desk_.platform.codec, &expandEnvironment});
-  addShortcuts(std::move(records.shortcuts), at, records.refusal);
+  addShortcuts(std::move(records.shortcuts), at, panel, records.refusal);
+}
+
+// Into the container whose menu it was chosen from. A folder takes files.
+void WorkspacePane::paste() {
+  const ContainerSlot slot = menuContainer_;
+  if (!desk_.document.workspace.containers.contains(slot))
+    return takeDropped(readClipboard(), nullptr);
+  if (desk_.folders == nullptr || !desk_.folders->paste(slot))
+    takeDropped(readClipboard(), nullptr, {slot});
 }
 
 void WorkspacePane::addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips>* at,
-                                 std::wstring refusal) {
-  const Added added = editor_.add(std::move(shortcuts), at);
+                                 Panel panel, std::wstring refusal) {
+  const Added added = editor_.add(std::move(shortcuts), at, panel);
   if (added.refusal != nullptr) refusal = added.refusal;
   if (!added.slots.empty()) {
     scene_.scrollToShow(shortcutNode(added.slots.front()));
@@ -249,19 +262,34 @@ void WorkspacePane::takePendingDrops() {
 }
 
 void WorkspacePane::deleteSelected() {
-  if (refuseWhileLocked()) return;
   menuContainer_ = {};
-  if (!editor_.selectedContainers().empty()) removeContainers();
-  const DeletePlan plan = editor_.planDelete();
-  if (plan.empty()) return;
-  if (plan.question != nullptr &&
+  // All is asked before anything goes, so that it comes back together.
+  std::vector<ContainerSlot> containers = editor_.selectedContainers();
+  if (!containers.empty() && !confirmRemoval(desk_.document.settings, desk_.platform.msgBox,
+                                             desk_.document.workspace, containers))
+    containers.clear();
+  DeletePlan plan = editor_.planDelete(containers);
+  if (!plan.question.empty() &&
       desk_.platform.msgBox.show(plan.question, kMsgYesNo | kMsgExclamation, kProgramTitle) !=
           kMsgAnswerYes)
-    return;
-  editor_.carryOut(plan);
+    plan = {};
+  remove(containers, plan);
+}
+
+void WorkspacePane::remove(const std::vector<ContainerSlot>& containers, const DeletePlan& plan) {
+  if (containers.empty() && plan.empty()) return;
+  // What is typed into a note must not reach the next container of its slot.
+  endEditing();
+  if (!containers.empty()) owner_.removing(containers);
+  {
+    const UndoStep step(desk_.document, L"delete");
+    if (!containers.empty()) editor_.removeContainers(containers);
+    editor_.carryOut(plan);
+  }
   if (!plan.files.empty() && desk_.folders != nullptr) desk_.folders->recycleUnasked(plan.files);
-  view_.invalidate();
-  announce(window_, kEventSceneChanged);
+  scene_.scrollTo(scene_.scroll());
+  menuContainer_ = {};
+  sceneChanged();
   owner_.workspaceChanged();
 }
 

@@ -82,7 +82,7 @@ bool WorkspacePane::wheelOverFolder(POINT screen, int delta) {
 }
 
 bool WorkspacePane::keyInFolder(int key) {
-  return desk_.folders != nullptr &&
+  return desk_.folders != nullptr && !current().files.none() &&
          desk_.folders->keyDown(view_.input().focused(), key, heldKeys());
 }
 
@@ -106,7 +106,6 @@ DWORD WorkspacePane::dropOnFolder(POINT screen, IDataObject& data, DWORD effect)
 // it is left to the owner.
 bool WorkspacePane::newFolderContainer() {
   if (scene_.scene().find({ControlKind::picBack, 0}) == nullptr) return false;
-  if (refuseWhileLocked()) return true;
   std::optional<std::wstring> path;
   {
     const ModalDepth::Scope scope(desk_.modal);

@@ -115,7 +115,6 @@ bool WorkspacePane::wheelOverNote(POINT screen, int delta) {
 // False on a window that has no room for another container.
 bool WorkspacePane::newNote() {
   if (scene_.scene().find({ControlKind::picBack, 0}) == nullptr) return false;
-  if (refuseWhileLocked()) return true;
   clsContainer container;
   container.name = L"Note";
   container.noteVisible = true;

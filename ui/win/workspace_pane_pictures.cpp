@@ -20,7 +20,6 @@ Panel WorkspacePane::panelForPicture() const {
 }
 
 void WorkspacePane::addPicture() {
-  if (refuseWhileLocked()) return;
   const Panel panel = panelForPicture();
   std::optional<std::wstring> path;
   {

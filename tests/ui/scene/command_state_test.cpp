@@ -69,9 +69,12 @@ struct World {
     return editor.selectedContainers();
   }
   CommandState state() const {
-    CommandState s = commandStateOf(document, editor.selection(),
-                                    {picBack, editor.selection().current(), menu, targets()});
-    s.canUndo = editor.canUndo();
+    const auto current = editor.selection().current();
+    const auto* meant = current ? std::get_if<ShortcutSlot>(&*current) : nullptr;
+    CommandState s =
+        commandStateOf(document, editor.selection(),
+                       {picBack, meant == nullptr ? ShortcutSlot{} : *meant, menu, targets()});
+    s.canUndo = document.history.undoName() != nullptr;
     return s;
   }
   std::string written() const {
@@ -96,7 +99,7 @@ using Runner = void (*)(World&);
 const std::map<Command, Runner> kRunners{
     {Command::mnuSelectAll, [](World& w) { w.editor.selectAll(); }},
     {Command::mnuUnselectAll, [](World& w) { w.editor.selectNone(); }},
-    {Command::mnuUndo, [](World& w) { w.editor.undo(); }},
+    {Command::mnuUndo, [](World& w) { w.document.history.undo(w.document.workspace); }},
     {Command::mnuDeleteSelected,
      [](World& w) {
        w.editor.removeContainers(w.editor.selectedContainers());

@@ -51,6 +51,8 @@ class RandomHour {
   std::string faultAgainstNewScene();
   // Ends whatever is under way.
   void settleDown();
+  // Everything that can be undone or done again; how many steps.
+  int takeAll(bool redo);
 
   const Document& document() const { return document_; }
   WorkspaceScene& view() { return view_; }
@@ -79,6 +81,7 @@ class RandomHour {
   void changeSettings();
   void dropIn();
   void removeSelected();
+  bool undo(bool redo);
   void resizeWindow();
   void addOne();
   void detachOrAttach(ContainerSlot slot);
@@ -95,7 +98,7 @@ class RandomHour {
   WorkspaceEditor editor_{document_, view_};
   ContainerRules rules_{document_.workspace, document_.settings};
   Gestures gestures_;
-  // A detached container, with a selection and an undo of its own.
+  // A detached container, with a selection of its own.
   struct Window {
     DetachedScene scene;
     WorkspaceEditor editor;

@@ -33,10 +33,7 @@ void RandomHour::command() {
       return apply(rules_.mnuShrinkAll(inputs()));
     case 2:
     case 3:
-      if (!editor_.undo()) return;
-      ++tally["undo"];
-      // Something may have come out of a window.
-      for (const auto& [slot, window] : windows_) window->build();
+      undo(dice_.chance(30));
       return;
     case 4:
       return finishMove(editor_.sortByName(anyPanel()));
@@ -62,13 +59,45 @@ void RandomHour::command() {
   }
 }
 
+// As the main window does it, whatever window the key was pressed in.
+bool RandomHour::undo(bool redo) {
+  UndoHistory& history = document_.history;
+  if (document_.settings.locked || (redo ? history.redoName() : history.undoName()) == nullptr)
+    return false;
+  UndoHistory::Taken taken =
+      redo ? history.redo(document_.workspace) : history.undo(document_.workspace);
+  ++tally[redo ? "redo" : "undo"];
+  for (const ContainerSlot slot : taken.removed) {
+    rules_.removed(slot);
+    windows_.erase(slot);
+  }
+  for (const ShortcutSlot slot : applyTagFilters(document_.workspace))
+    taken.objects.emplace_back(slot);
+  editor_.objectsChanged(taken.objects);
+  document_.workspace.containers.forEach([&](ContainerSlot slot, const clsContainer& c) {
+    if (c.Detached && !windows_.contains(slot))
+      windows_[slot] = std::make_unique<Window>(document_, slot, measure_);
+  });
+  for (const auto& [slot, window] : windows_) window->build();
+  return true;
+}
+
+int RandomHour::takeAll(bool redo) {
+  document_.settings.locked = false;
+  int steps = 0;
+  while (undo(redo)) ++steps;
+  return steps;
+}
+
 void RandomHour::changeRecord() {
   const ContainerSlot slot = anyContainer();
   clsContainer* c = document_.workspace.containers.find(slot);
   if (c == nullptr || document_.settings.locked) return;
   switch (dice_.roll(4)) {
-    case 0:
+    case 0: {
+      const UndoStep step(document_, L"rename");
       c->name = L"Name " + std::to_wstring(dice_.roll(1000));
+    }
       apply(rules_.keepOpen());
       break;
     case 1:
@@ -146,7 +175,7 @@ void RandomHour::workInWindow() {
       if (document_.workspace.shortcuts.count() < kMostShortcuts) editor.add({{}}, &point);
       return;
     case 3:
-      editor.undo();
+      undo(false);
       return;
     default:
       editor.sortByName({at->first});
