@@ -21,8 +21,8 @@ constexpr auto fieldsOf(const clsPicture&) {
 }
 constexpr auto fieldsOf(const clsContainer&) {
   using R = clsContainer;
-  return std::tuple{&R::name,      &R::ShrinkPath, &R::CopyPath,    &R::RSS,     &R::AutoRefresh,
-                    &R::backColor, &R::foreColor,  &R::feedCaption, &R::reminder};
+  return std::tuple{&R::name,        &R::ShrinkPath, &R::CopyPath,  &R::RSS,
+                    &R::AutoRefresh, &R::backColor,  &R::foreColor, &R::reminder};
 }
 
 // Bit by bit: a number that is none differs from itself otherwise.

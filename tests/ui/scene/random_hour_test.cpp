@@ -71,11 +71,11 @@ TEST_P(RandomHourTest, LeavesEverythingInOrder) {
     if (i % 2000 != 1999) continue;
     hour.takeAll(true);
     const std::string before = saved(hour.document());
-    const int steps = hour.takeAll(false);
-    EXPECT_GT(steps, 20);
+    const int taken = hour.takeAll(false);
+    EXPECT_GT(taken, 20);
     ASSERT_EQ(hour.faultNow(), "");
     ASSERT_EQ(hour.faultAgainstNewScene(), "");
-    EXPECT_EQ(hour.takeAll(true), steps);
+    EXPECT_EQ(hour.takeAll(true), taken);
     EXPECT_TRUE(saved(hour.document()) == before) << "done again it is the same";
     ASSERT_EQ(hour.faultAgainstNewScene(), "");
   }
