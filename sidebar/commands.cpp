@@ -74,8 +74,10 @@ constexpr std::array kCommands{
     CommandRow{VARNOWICK_COMMAND(mnuConRename), L"Re&name", kNoKey, kEditing | kContainer, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuShowNote), L"Sh&ow note", kNoKey, kContainer, kBuilt,
                &CommandState::noteShown},
-    CommandRow{VARNOWICK_COMMAND(mnuConColors), L"Co&lours...", kNoKey, kContainer, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuConIcon), L"Change &icon...", kNoKey, kContainer, kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuConColors), L"Co&lours...", kNoKey, kEditing | kContainer,
+               kBuilt},
+    CommandRow{VARNOWICK_COMMAND(mnuConIcon), L"Change &icon...", kNoKey, kEditing | kContainer,
+               kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuHideToolbar), L"Hide tool&bar", kNoKey, kContainer, kBuilt,
                &CommandState::toolbarHidden},
     // Pictures cannot be detached; the command says so.
