@@ -107,7 +107,7 @@ TEST_F(MainForeground, TheHotkeyRaisesDetachedWindowsOnTheWayOutOnly) {
   folder().write(L"Varnowick.ini", withHotkey().set("[GlobalHotkeyDetached]", "1").bytes());
   folder().write(L"Containers\\0.con",
                  containerFile({.name = L"Tools", .detached = detachedLines({.x = 9000})}));
-  Bar bar = startBar();
+  startBar();
   const DetachedWindow tools(program(), events(), L"Tools");
   tools.waitUntilShown();
   OtherProgram other(tools.rect(), WS_POPUP);
