@@ -1,6 +1,7 @@
 #include "shortcuts/paths.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace varnowick {
 namespace {
@@ -53,6 +54,21 @@ std::wstring PathAsSeenFrom32Bit(const std::wstring& path, bool isWow64,
   std::wstring sysnative = windowsFolder + L"\\Sysnative\\" + path.substr(system32.size());
   // Systems without Sysnative keep the path, and with it the system's own error.
   return exists(sysnative) ? sysnative : path;
+}
+
+std::wstring ExpandAsWritten(const std::wstring& text,
+                             const std::function<std::wstring(const std::wstring&)>& expand,
+                             const std::function<bool(const std::wstring&)>& exists) {
+  constexpr std::pair<std::wstring_view, std::wstring_view> kNative[] = {
+      {L"%ProgramFiles%", L"%ProgramW6432%"}, {L"%CommonProgramFiles%", L"%CommonProgramW6432%"}};
+  for (const auto& [own, native] : kNative) {
+    const std::wstring_view start = std::wstring_view(text).substr(0, own.size());
+    if (!sameIgnoringCase(start, own)) continue;
+    std::wstring there = expand(std::wstring(native) + text.substr(own.size()));
+    // Where there is no such variable its name stays.
+    if (!there.starts_with(L'%') && exists(there)) return there;
+  }
+  return expand(text);
 }
 
 }  // namespace varnowick

@@ -30,6 +30,13 @@ std::wstring PathAsSeenFrom32Bit(const std::wstring& path, bool isWow64,
                                  const std::wstring& windowsFolder,
                                  const std::function<bool(const std::wstring&)>& exists);
 
+// Expands the text as the 64-bit programs do that have written it: a 32-bit program has
+// another folder under %ProgramFiles% and %CommonProgramFiles%. Where the file is not in
+// theirs, as it would by itself.
+std::wstring ExpandAsWritten(const std::wstring& text,
+                             const std::function<std::wstring(const std::wstring&)>& expand,
+                             const std::function<bool(const std::wstring&)>& exists);
+
 // The same text whatever the case of its ASCII letters.
 bool sameIgnoringCase(std::wstring_view a, std::wstring_view b);
 

@@ -54,5 +54,25 @@ TEST(Paths, OnlyFilesHiddenFrom32BitProgramsGoThroughSysnative) {
   EXPECT_EQ(from32(hidden, false), hidden);
 }
 
+TEST(Paths, FoldersOfProgramsAreThoseThatTheLinkWasWrittenFor) {
+  const auto exists = [](const std::wstring& path) { return path.starts_with(L"C:\\P\\Both"); };
+  for (const bool wow64 : {true, false}) {
+    const auto expand = [&](const std::wstring& text) {
+      const std::size_t end = text.find(L'%', 1);
+      const std::wstring name = text.substr(0, end + 1), rest = text.substr(end + 1);
+      if (name == L"%ProgramW6432%") return wow64 ? L"C:\\P" + rest : text;
+      return (wow64 ? L"C:\\P86" : L"C:\\P") + rest;
+    };
+    const auto expanded = [&](const wchar_t* text) {
+      return ExpandAsWritten(text, expand, exists);
+    };
+    EXPECT_EQ(expanded(L"%programfiles%\\Both.exe"), L"C:\\P\\Both.exe");
+    EXPECT_EQ(expanded(L"%ProgramFiles%\\Old.exe"),
+              wow64 ? L"C:\\P86\\Old.exe" : L"C:\\P\\Old.exe");
+    EXPECT_EQ(expanded(L"%ProgramFilesX%\\Both.exe"),
+              wow64 ? L"C:\\P86\\Both.exe" : L"C:\\P\\Both.exe");
+  }
+}
+
 }  // namespace
 }  // namespace varnowick
