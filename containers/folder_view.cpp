@@ -74,6 +74,7 @@ bool FolderView::apply(FolderListing listing) {
   if (listing.state != FolderState::Ready) listing.entries.clear();
   if (!std::is_sorted(listing.entries.begin(), listing.entries.end(), entryLess))
     sortEntries(listing.entries);
+  takesFiles_ = listing.takesFiles;
   if (listing.state == state_ && listing.reason == reason_ && listing.entries == entries_)
     return false;
   const std::vector<FolderEntry> old = std::exchange(entries_, std::move(listing.entries));

@@ -25,6 +25,10 @@ class FolderView {
   // A full path; empty when the container's text does not come to one.
   const std::wstring& path() const { return path_; }
   FolderState state() const { return state_; }
+  // Whether files can be put into the folder, as far as is known.
+  bool takesFiles() const {
+    return state_ == FolderState::Loading || (state_ == FolderState::Ready && takesFiles_);
+  }
   // What stands in the list instead of entries; empty when there are some.
   std::wstring message() const;
   const std::vector<FolderEntry>& entries() const { return entries_; }
@@ -88,6 +92,7 @@ class FolderView {
   std::wstring path_;
   FolderState state_ = FolderState::Loading;
   std::wstring reason_;
+  bool takesFiles_ = true;
   std::vector<FolderEntry> entries_;
   std::vector<char> selected_;  // by row
   int selectedCount_ = 0;

@@ -26,6 +26,7 @@ struct FolderListing {
   FolderState state = FolderState::Loading;
   std::vector<FolderEntry> entries{};  // without hidden ones
   std::wstring reason{};               // the system's text when it could not be read
+  bool takesFiles = true;              // the user may put files into it
   bool operator==(const FolderListing&) const = default;
 };
 

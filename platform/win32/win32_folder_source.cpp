@@ -1,7 +1,9 @@
 #include "platform/win32/win32_folder_source.h"
 
+#include <dbt.h>
+
 #include <algorithm>
-#include <exception>
+#include <array>
 
 #include "platform/win32/critical_section.h"
 #include "platform/win32/handles.h"
@@ -20,12 +22,18 @@ constexpr DWORD kBurstMilliseconds = 30;
 constexpr DWORD kEndMilliseconds = 200;
 constexpr SIZE_T kStackBytes = 256 * 1024;
 
-struct ChangeHandleTraits {
-  using Type = HANDLE;
-  static HANDLE none() { return INVALID_HANDLE_VALUE; }
-  static void close(HANDLE h) { FindCloseChangeNotification(h); }
+// A drive that is to be removed is left alone until the system says what has become of
+// that, but not for ever.
+constexpr DWORD kAwayMilliseconds = 30'000;
+// The system waits for the answer, and so does the window.
+constexpr DWORD kLettingGoMilliseconds = 1000;
+
+struct DeviceNoticeTraits {
+  using Type = HDEVNOTIFY;
+  static HDEVNOTIFY none() { return nullptr; }
+  static void close(HDEVNOTIFY h) { UnregisterDeviceNotification(h); }
 };
-using ChangeHandle = UniqueHandle<ChangeHandleTraits>;
+using DeviceNotice = UniqueHandle<DeviceNoticeTraits>;
 
 bool isFolder(DWORD attributes) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -58,27 +66,75 @@ FolderListing failed(const std::wstring& path, DWORD code) {
   }
 }
 
+FileHandle openFolder(const std::wstring& path, DWORD access, DWORD flags) {
+  // Nobody else is kept from anything, as far as that is in our hands.
+  return FileHandle(CreateFileW(path.c_str(), access,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr));
+}
+
+// A folder that is held open to hear of changes in it. Of one thread.
+class OpenFolder {
+ public:
+  explicit OpenFolder(const std::wstring& path)
+      : folder_(openFolder(pathForSystem(path), FILE_LIST_DIRECTORY, FILE_FLAG_OVERLAPPED)),
+        changed_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+    asked_.hEvent = changed_.get();
+  }
+  OpenFolder(const OpenFolder&) = delete;
+  OpenFolder& operator=(const OpenFolder&) = delete;
+  ~OpenFolder() {
+    DWORD size = 0;
+    // The system writes into this object until it has given up.
+    if (pending_ && CancelIo(folder_.get()))
+      GetOverlappedResult(folder_.get(), &asked_, &size, TRUE);
+  }
+  HANDLE handle() const { return folder_.get(); }
+  HANDLE changed() const { return changed_.get(); }
+  // The event is set at the next change from here on. False where none comes.
+  bool listen() {
+    ResetEvent(changed_.get());
+    pending_ =
+        folder_ && ReadDirectoryChangesW(folder_.get(), changes_.data(), sizeof changes_, FALSE,
+                                         FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME,
+                                         nullptr, &asked_, nullptr) != FALSE;
+    return pending_;
+  }
+
+ private:
+  FileHandle folder_;
+  KernelHandle changed_;
+  OVERLAPPED asked_{};
+  std::array<DWORD, 1024> changes_{};  // not read: the folder is listed anew
+  bool pending_ = false;
+};
+
 // Tells a folder from another one that has taken its path, and, where no
 // notification comes, that something in it has changed.
 struct Identity {
   DWORD volume = 0, high = 0, low = 0;
   FILETIME written{};
   bool there = false;
+  bool takesFiles = true;
   bool operator==(const Identity& o) const {
-    return there == o.there && volume == o.volume && high == o.high && low == o.low &&
-           CompareFileTime(&written, &o.written) == 0;
+    return there == o.there && takesFiles == o.takesFiles && volume == o.volume && high == o.high &&
+           low == o.low && CompareFileTime(&written, &o.written) == 0;
   }
 };
 
 Identity identityOf(const std::wstring& path) {
   Identity identity;
-  const FileHandle folder(CreateFileW(insideOf(path, L"").c_str(), 0,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  const std::wstring name = insideOf(path, L"");
+  const FileHandle folder = openFolder(name, 0, 0);
   BY_HANDLE_FILE_INFORMATION about{};
   if (!folder || !GetFileInformationByHandle(folder.get(), &about)) return identity;
   identity = {about.dwVolumeSerialNumber, about.nFileIndexHigh, about.nFileIndexLow,
               about.ftLastWriteTime, true};
+  if (!openFolder(name, FILE_ADD_FILE, 0)) {
+    const DWORD code = GetLastError();
+    identity.takesFiles = code != ERROR_ACCESS_DENIED && code != ERROR_WRITE_PROTECT &&
+                          code != ERROR_NETWORK_ACCESS_DENIED;
+  }
   return identity;
 }
 
@@ -107,6 +163,7 @@ class FolderWatcher {
       : path_(std::move(path)),
         arrange_(arrange),
         wake_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+        away_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
         message_(message),
         owner_(owner) {}
 
@@ -130,9 +187,31 @@ class FolderWatcher {
     const Lock lock(lock_);
     if (ended_) return false;
     stopping_ = false;
-    ResetEvent(wake_.get());
+    if (left_ == INVALID_HANDLE_VALUE) ResetEvent(wake_.get());
     fresh_ = haveListing_;
     return true;
+  }
+  // The folder's handle; invalid while there is none.
+  HANDLE held() {
+    const Lock lock(lock_);
+    return held_;
+  }
+  // Another thread: the drive of the handle is to be removed. False when it is none of
+  // this watcher's; else waitUntilAway() is to follow.
+  bool leave(HANDLE handle) {
+    const Lock lock(lock_);
+    if (held_ != handle || handle == INVALID_HANDLE_VALUE) return false;
+    left_ = handle;
+    SetEvent(wake_.get());
+    return true;
+  }
+  void waitUntilAway() { WaitForSingleObject(away_.get(), kLettingGoMilliseconds); }
+  // The drive has gone, or stays.
+  void comeBack(HANDLE handle) {
+    const Lock lock(lock_);
+    if (left_ != handle || handle == INVALID_HANDLE_VALUE) return;
+    left_ = INVALID_HANDLE_VALUE;
+    SetEvent(wake_.get());
   }
   // What it has is waiting for take().
   void announceAgain() {
@@ -171,9 +250,10 @@ class FolderWatcher {
     SetErrorMode(SetErrorMode(0) | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     for (;;) {
       try {
-        while (!stopping()) watchOnce();
-      } catch (const std::exception&) {
+        while (!stopping()) watchUntilAway();
+      } catch (...) {
         // Not enough memory: once more, after a while.
+        hold(INVALID_HANDLE_VALUE);
         WaitForSingleObject(wake_.get(), kPollMilliseconds);
       }
       const Lock lock(lock_);
@@ -183,25 +263,64 @@ class FolderWatcher {
     }
   }
 
+  void watchUntilAway() {
+    DeviceNotice notice;  // stays until it is known what has become of the drive
+    watchOnce(notice);
+    hold(INVALID_HANDLE_VALUE);
+    {
+      const Lock lock(lock_);
+      if (left_ == INVALID_HANDLE_VALUE) return;
+      if (!stopping_) ResetEvent(wake_.get());
+      SetEvent(away_.get());
+    }
+    WaitForSingleObject(wake_.get(), kAwayMilliseconds);
+    const Lock lock(lock_);
+    left_ = INVALID_HANDLE_VALUE;
+    if (!stopping_) ResetEvent(wake_.get());
+    ResetEvent(away_.get());
+  }
+
+  void hold(HANDLE handle) {
+    const Lock lock(lock_);
+    held_ = handle;
+  }
+
+  // Asks to be told before the drive is removed; drives that cannot be do not tell.
+  void askAbout(HANDLE folder, DeviceNotice& notice) {
+    DEV_BROADCAST_HANDLE about{};
+    about.dbch_size = sizeof about;
+    about.dbch_devicetype = DBT_DEVTYP_HANDLE;
+    about.dbch_handle = folder;
+    HWND owner = nullptr;
+    {
+      const Lock lock(lock_);
+      owner = owner_;
+    }
+    if (owner != nullptr)
+      notice.reset(RegisterDeviceNotificationW(owner, &about, DEVICE_NOTIFY_WINDOW_HANDLE));
+  }
+
   // Lists and follows the folder as long as it is the same one.
-  void watchOnce() {
+  void watchOnce(DeviceNotice& notice) {
+    OpenFolder folder(path_);
+    if (folder.handle() != INVALID_HANDLE_VALUE) {
+      hold(folder.handle());
+      askAbout(folder.handle(), notice);
+    }
     // Before the listing, so that what happens meanwhile counts as a change.
-    ChangeHandle change(
-        FindFirstChangeNotificationW(pathForSystem(path_).c_str(), FALSE,
-                                     FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME));
+    const bool told = folder.listen();
     Identity before = identityOf(path_);
-    if (!list() || !change) {
+    if (!list(before.takesFiles) || !told) {
       // Where notifications do not come there is still the look at the folder.
       WaitForSingleObject(wake_.get(), kPollMilliseconds);
       return;
     }
     for (;;) {
-      const HANDLE handles[] = {wake_.get(), change.get()};
+      const HANDLE handles[] = {wake_.get(), folder.changed()};
       const DWORD what = WaitForMultipleObjects(2, handles, FALSE, kPollMilliseconds);
-      if (stopping()) return;
       if (what == WAIT_OBJECT_0 + 1) {
         if (WaitForSingleObject(wake_.get(), kBurstMilliseconds) == WAIT_OBJECT_0) return;
-        if (!FindNextChangeNotification(change.get())) return;
+        if (!folder.listen()) return;
       } else if (what == WAIT_TIMEOUT) {
         // A folder that is being removed stays as long as anybody holds it, and is
         // empty. Letting go of it shows whether it is.
@@ -216,7 +335,7 @@ class FolderWatcher {
                         now.low == before.low;
       before = now;
       const DWORD start = GetTickCount();
-      if (!same || !list()) return;
+      if (!same || !list(now.takesFiles)) return;
       // A large folder in which much happens must not keep a processor busy.
       const DWORD pause = std::max(kBetweenListings, (GetTickCount() - start) * 5);
       if (WaitForSingleObject(wake_.get(), pause) == WAIT_OBJECT_0) return;
@@ -224,8 +343,9 @@ class FolderWatcher {
   }
 
   // False when there is nothing to follow.
-  bool list() {
+  bool list(bool takesFiles) {
     FolderListing listing = listFolder(path_);
+    listing.takesFiles = takesFiles;
     const bool ready = listing.state == FolderState::Ready;
     empty_ = listing.entries.empty();
     if (arrange_ != nullptr) arrange_(listing.entries);
@@ -254,7 +374,8 @@ class FolderWatcher {
 
   const std::wstring path_;
   const Win32FolderSource::Arrange arrange_;
-  const KernelHandle wake_;  // set while stopping
+  const KernelHandle wake_;  // set while stopping, and to leave and to come back
+  const KernelHandle away_;  // set while nothing of the drive is held
   const UINT message_;
   KernelHandle thread_;
   bool empty_ = true;     // as listed last; the thread's own
@@ -266,6 +387,8 @@ class FolderWatcher {
   bool announced_ = false;  // a message is on its way
   bool stopping_ = false;
   bool ended_ = false;
+  HANDLE held_ = INVALID_HANDLE_VALUE;
+  HANDLE left_ = INVALID_HANDLE_VALUE;  // that was held when the drive was to go
 };
 
 Win32FolderSource::Win32FolderSource(HWND owner, UINT message, Arrange arrange)
@@ -329,6 +452,27 @@ void Win32FolderSource::startWaiting() {
     watched_[next->id] = std::move(watcher);
     next = waiting_.erase(next);
   }
+}
+
+HANDLE Win32FolderSource::heldFor(int id) const {
+  const auto at = watched_.find(id);
+  return at == watched_.end() ? INVALID_HANDLE_VALUE : at->second->held();
+}
+
+bool Win32FolderSource::deviceChanged(WPARAM event, LPARAM about) {
+  const auto* header = reinterpret_cast<const DEV_BROADCAST_HDR*>(about);
+  if (header == nullptr || header->dbch_devicetype != DBT_DEVTYP_HANDLE) return false;
+  const HANDLE handle = reinterpret_cast<const DEV_BROADCAST_HANDLE*>(about)->dbch_handle;
+  std::vector<Watcher> all = ending_;
+  for (const auto& [id, watcher] : watched_) all.push_back(watcher);
+  if (event == DBT_DEVICEQUERYREMOVE) {
+    for (const Watcher& watcher : all)
+      if (watcher->leave(handle)) watcher->waitUntilAway();
+    return true;
+  }
+  if (event != DBT_DEVICEQUERYREMOVEFAILED && event != DBT_DEVICEREMOVECOMPLETE) return false;
+  for (const Watcher& watcher : all) watcher->comeBack(handle);
+  return true;
 }
 
 std::vector<FolderNews> Win32FolderSource::take() {

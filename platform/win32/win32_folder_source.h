@@ -33,12 +33,17 @@ class Win32FolderSource final : public FolderSource {
   void unwatch(int id) override;
   std::vector<FolderNews> take() override;
 
+  // For WM_DEVICECHANGE of the owner: a drive that is to be removed is let go of before
+  // this returns, and watched again when it stays. False when it is none of ours.
+  bool deviceChanged(WPARAM event, LPARAM about);
+  // The folder's handle while it is held. For tests.
+  HANDLE heldFor(int id) const;
   // Threads that exist now, with those that have been told to end.
   std::size_t threads() const { return watched_.size() + ending_.size(); }
 
  private:
   // Enough for every folder container that fits on a screen.
-  static constexpr std::size_t kMostThreads = 32;
+  static constexpr std::size_t kMostThreads = 64;
   using Watcher = std::shared_ptr<FolderWatcher>;
   struct Waiting {
     int id = 0;

@@ -1,5 +1,6 @@
 #include "platform/win32/win32_folder_source.h"
 
+#include <dbt.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -123,6 +124,28 @@ TEST(Win32FolderSource, AFolderThatGoesIsMissedAndComesBack) {
   EXPECT_TRUE(watching.waitFor(1, L"(not a folder)"));
 }
 
+// Here no drive goes: what the system would send is sent by the test.
+TEST(Win32FolderSource, ADriveThatIsToBeRemovedIsLetGoAndTakenUpAgain) {
+  const TempFolder folder;
+  Watching watching;
+  watching.source->watch(1, folder.path());
+  ASSERT_TRUE(watching.waitFor(1, L""));
+  DEV_BROADCAST_HANDLE about{};
+  about.dbch_size = sizeof about;
+  about.dbch_devicetype = DBT_DEVTYP_HANDLE;
+  about.dbch_handle = watching.source->heldFor(1);
+  ASSERT_NE(about.dbch_handle, INVALID_HANDLE_VALUE);
+  const auto tell = [&](WPARAM event) {
+    return watching.source->deviceChanged(event, reinterpret_cast<LPARAM>(&about));
+  };
+  EXPECT_TRUE(tell(DBT_DEVICEQUERYREMOVE));
+  EXPECT_EQ(watching.source->heldFor(1), INVALID_HANDLE_VALUE) << "before the answer";
+  put(folder / L"a");
+  EXPECT_TRUE(tell(DBT_DEVICEQUERYREMOVEFAILED));
+  ASSERT_TRUE(watching.waitFor(1, L"a"));
+  EXPECT_NE(watching.source->heldFor(1), INVALID_HANDLE_VALUE);
+}
+
 TEST(Win32FolderSource, PathsThatCannotBeListed) {
   const TempFolder folder;
   put(folder / L"file");
@@ -170,10 +193,10 @@ TEST(Win32FolderSource, WatchesComeAndGoWithoutThreadsPilingUp) {
   watching.source->watch(1, folder.path());
   EXPECT_TRUE(watching.waitFor(1, L"a")) << "also out of a thread that was ending";
   // More than there are threads for: those that wait get theirs when others go.
-  for (int id = 10; id < 60; ++id) watching.source->watch(id, folder.path());
-  EXPECT_LE(watching.source->threads(), 32U);
-  for (int id = 10; id < 59; ++id) watching.source->unwatch(id);
-  EXPECT_TRUE(watching.waitFor(59, L"a"));
+  for (int id = 10; id < 110; ++id) watching.source->watch(id, folder.path());
+  EXPECT_LE(watching.source->threads(), 64U);
+  for (int id = 10; id < 109; ++id) watching.source->unwatch(id);
+  EXPECT_TRUE(watching.waitFor(109, L"a"));
 }
 
 }  // namespace
