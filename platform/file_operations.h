@@ -23,13 +23,17 @@ struct FileOperationResult {
   FileOperation operation;
   bool cancelled = false;  // by the user, who knows
   std::wstring error{};    // one line; empty when all went well
+  int number = 0;          // what start() has answered
+
+  bool complete() const { return !cancelled && error.empty(); }
 };
 
 class FileOperations {
  public:
   virtual ~FileOperations() = default;
-  // Never waits. The end is announced to whoever owns this.
-  virtual void start(FileOperation operation) = 0;
+  // Never waits. The end is announced to whoever owns this. A number for it, never 0;
+  // 0 when there is nothing to be done.
+  virtual int start(FileOperation operation) = 0;
   virtual std::vector<FileOperationResult> take() = 0;
   // Whether anything has been started and not ended.
   virtual bool busy() = 0;

@@ -113,8 +113,10 @@ class DropReader {
 
   std::wstring expanded(const std::wstring& text) const {
     const bool variable = text.find(L'%') != std::wstring::npos;
-    return variable && surroundings_.expandEnvironment ? surroundings_.expandEnvironment(text)
-                                                       : text;
+    if (!variable || !surroundings_.expandEnvironment) return text;
+    return ExpandAsWritten(text, surroundings_.expandEnvironment, [this](const std::wstring& path) {
+      return surroundings_.files.exists(path);
+    });
   }
 
   void followShellLink(clsShortcut& shortcut) {
@@ -201,20 +203,24 @@ DropRecords recordsFromDrop(const Dropped& dropped, bool extractURLs,
   return reader.take();
 }
 
+const wchar_t* dropRefusal(const Workspace& workspace, const Settings& settings, Panel panel) {
+  if (settings.locked) return kLockedMessage;
+  const clsContainer* container = workspace.containers.find(panel.container);
+  if (container != nullptr && !takesShortcuts(*container)) return kListContainerMessage;
+  const std::size_t there = workspace.shortcutsOn(panel);
+  if (container != nullptr)
+    return there < kMaxShortcutsInContainer ? nullptr : kContainerFullMessage;
+  return there < kMaxShortcutsOnMainPanel ? nullptr : kMainPanelFullMessage;
+}
+
 Added addShortcuts(Workspace& workspace, const Settings& settings,
                    std::vector<clsShortcut> shortcuts, Panel panel, Point<Twips> at,
                    const FindPlace& findPlace) {
   Added added;
-  if (settings.locked) {
-    added.refusal = kLockedMessage;
-    return added;
-  }
   const clsContainer* container = workspace.containers.find(panel.container);
-  if (!panel.isMain() && container == nullptr) panel = picBack;
-  if (container != nullptr && !takesShortcuts(*container)) {
-    added.refusal = kListContainerMessage;
-    return added;
-  }
+  if (container == nullptr) panel = picBack;
+  added.refusal = dropRefusal(workspace, settings, panel);
+  if (added.refusal != nullptr) return added;
   for (clsShortcut& shortcut : shortcuts) {
     shortcut.parent = panel;
     shortcut.position = findPlace(panel, shortcut, at);

@@ -71,6 +71,10 @@ struct Added {
   const wchar_t* refusal = nullptr;  // a message for the user; null for none
 };
 
+// Why the panel takes nothing at all, which can be said before anything is dropped:
+// a message; null when it takes something.
+const wchar_t* dropRefusal(const Workspace& workspace, const Settings& settings, Panel panel);
+
 // Adds the records to the panel, beginning at the point at which they were
 // dropped. A full panel takes what fits. While editing is locked nothing is
 // added. On a container that shows one tag only, new shortcuts carry that tag.

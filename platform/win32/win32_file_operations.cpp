@@ -167,6 +167,7 @@ struct Win32FileOperations::Job {
   std::shared_ptr<Shared> shared;
   FileOperation operation;
   HWND beside = nullptr;
+  int number = 0;
 };
 
 Win32FileOperations::Win32FileOperations(HWND owner, UINT message)
@@ -180,9 +181,10 @@ Win32FileOperations::~Win32FileOperations() {
   shared_->owner = nullptr;
 }
 
-void Win32FileOperations::start(FileOperation operation) {
-  if (operation.action == FileAction::None || operation.from.empty()) return;
-  auto job = std::make_unique<Job>(Job{shared_, std::move(operation), shared_->owner});
+int Win32FileOperations::start(FileOperation operation) {
+  if (operation.action == FileAction::None || operation.from.empty()) return 0;
+  const int number = ++lastNumber_;
+  auto job = std::make_unique<Job>(Job{shared_, std::move(operation), shared_->owner, number});
   {
     const Lock locked(shared_->lock);
     ++shared_->running;
@@ -191,19 +193,22 @@ void Win32FileOperations::start(FileOperation operation) {
   if (thread)
     job.release();
   else
-    shared_->deliver({job->operation, false, systemErrorText(GetLastError())});
+    shared_->deliver({job->operation, false, systemErrorText(GetLastError()), number});
+  return number;
 }
 
 DWORD WINAPI Win32FileOperations::threadMain(void* context) {
   const std::unique_ptr<Job> job(static_cast<Job*>(context));
-  FileOperationResult result{job->operation, false, {}};
+  FileOperationResult result;
   try {
     const ComApartment com;
     const OwnerForShell window(job->beside);
     result = carryOut(job->operation, window.get());
-  } catch (const std::exception&) {
-    result.error = systemErrorText(ERROR_NOT_ENOUGH_MEMORY);
+  } catch (...) {
+    result = {{}, false, L"Not enough memory."};
+    result.operation = std::move(job->operation);
   }
+  result.number = job->number;
   job->shared->deliver(std::move(result));
   return 0;
 }

@@ -23,7 +23,7 @@ class Win32FileOperations final : public FileOperations {
   Win32FileOperations(const Win32FileOperations&) = delete;
   Win32FileOperations& operator=(const Win32FileOperations&) = delete;
 
-  void start(FileOperation operation) override;
+  int start(FileOperation operation) override;
   std::vector<FileOperationResult> take() override;
   bool busy() override;
 
@@ -32,6 +32,7 @@ class Win32FileOperations final : public FileOperations {
   struct Job;
   static DWORD WINAPI threadMain(void* job);
   std::shared_ptr<Shared> shared_;
+  int lastNumber_ = 0;
 };
 
 // Carries the operation out in the calling thread. The window may be none. What may

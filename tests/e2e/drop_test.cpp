@@ -91,6 +91,20 @@ TEST_F(MainDrop, AnAddressKeepsItsTitleAndAsksBeforeItStarts) {
   EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
 }
 
+// What is known before is told by the cursor; a message would come too late.
+TEST_F(DropTest, AFullContainerTakesNothingAndSaysNothing) {
+  const std::vector<ShortcutRow> full(250, {.caption = L"One of many", .path = L"C:\\x"});
+  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  folder().write(L"Containers\\0.con", containerFile({.name = L"Tools", .shortcuts = full}));
+  Bar bar = startBar();
+  bar.expand();
+  const DataFiles before = folder().state();
+  DragSource source(offerText(L"http://example.org/"));
+  EXPECT_EQ(source.dragTo(placeInContainer(bar)), static_cast<DWORD>(DROPEFFECT_NONE));
+  EXPECT_FALSE(anyDialog(program().process()).open());
+  EXPECT_EQ(folder().state(), before);
+}
+
 TEST_F(DropTest, ATextGivesItsAddresses) {
   Bar bar = startOpen();
   drop(bar, offerText(L"See http://one.example/x, or www.two.example."),

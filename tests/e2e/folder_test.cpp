@@ -70,12 +70,14 @@ class FolderTest : public ProgramTest {
     require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
   }
   // Again when the bar has gone back before the mouse was there.
-  DWORD drop(Bar& bar, const std::wstring& file, const std::wstring& row) {
+  DWORD drop(Bar& bar, const std::wstring& file, const std::wstring& row,
+             const Manners& manners = {}) {
     DWORD effect = DROPEFFECT_NONE;
     for (int i = 0; i < 3 && effect == DROPEFFECT_NONE; ++i) {
-      DragSource source(offerFiles({file}));
+      DragSource source(offerFiles({file}), manners);
       if (!bar.isOut()) bar.expand();
       effect = source.dragTo(onRow(bar, row));
+      if (manners.finishesLater) waitFor([&] { return source.toldOfEnd(); }, 5000);
     }
     return effect;
   }
@@ -172,6 +174,7 @@ TEST_F(MainFolder, RemovingTheContainerLeavesTheFiles) {
 
 TEST_F(MainFolder, DroppedFilesAreCopiedIntoIt) {
   put(L"here.txt");
+  CreateDirectoryW(path(L"Sub").c_str(), nullptr);
   const std::wstring other = folder().file(L"Other.txt");
   writeFile(other, "other");
   Bar bar = startOpen();
@@ -179,10 +182,58 @@ TEST_F(MainFolder, DroppedFilesAreCopiedIntoIt) {
   expectShown(bar, L"Other.txt");
   EXPECT_EQ(readFile(path(L"Other.txt")), "other");
   EXPECT_TRUE(fileExists(other)) << "the source allowed no move";
-  // A folder does not go into itself, and the user is told.
-  drop(bar, path(L""), L"here.txt");
-  message().press(IDOK);
+  // On a folder's row it goes into that folder.
+  EXPECT_EQ(drop(bar, other, L"Sub"), static_cast<DWORD>(DROPEFFECT_COPY));
+  EXPECT_EQ(readFile(path(L"Sub\\Other.txt")), "other");
+  // What cannot be done is refused while it is dragged, and needs no message.
+  EXPECT_EQ(drop(bar, path(L""), L"here.txt"), static_cast<DWORD>(DROPEFFECT_NONE));
+  EXPECT_FALSE(anyDialog(program().process()).open());
   EXPECT_EQ(countSavedShortcuts(folder().read(L"Containers\\0.con")), 0U);
+  closeProgram();
+}
+
+// Programs that unpack files for a drop delete them after it.
+TEST_F(FolderTest, SourcesThatDeleteTheirFilesLoseNothing) {
+  put(L"here.txt");
+  Bar bar = startOpen();
+  const std::string bytes(20'000'000, 'x');
+  for (const bool later : {false, true}) {
+    const std::wstring name = later ? L"Later.bin" : L"AtOnce.bin";
+    const std::wstring unpacked = folder().file(name);
+    writeFile(unpacked, bytes);
+    EXPECT_EQ(drop(bar, unpacked, L"here.txt", {.temporary = {unpacked}, .finishesLater = later}),
+              static_cast<DWORD>(DROPEFFECT_COPY));
+    EXPECT_EQ(readFile(path(name)).size(), bytes.size());
+    EXPECT_FALSE(fileExists(unpacked));
+  }
+  closeProgram();
+}
+
+TEST_F(FolderTest, ADragThatNeverEndsDoesNotHoldTheBar) {
+  put(L"here.txt");
+  Bar bar = startOpen();
+  DragSource source(offerFiles({path(L"here.txt")}), {.hangs = true});
+  source.dragTo(onRow(bar, L"here.txt"));
+  bar.leave();
+  bar.expand();
+}
+
+// Only what is seen is watched: however many there are, the one in sight is not kept
+// waiting by the others.
+TEST_F(FolderTest, FoldersOutOfSightKeepNobodyWaiting) {
+  put(L"seen.txt");
+  constexpr int kMany = 70;
+  for (int i = 1; i < kMany; ++i) {
+    const std::wstring name = L"Containers\\" + std::to_wstring(i) + L".con";
+    const bool last = i + 1 == kMany;
+    folder().write(name, containerFile({.name = L"Other",
+                                        .y = last ? 3200 : 40000,
+                                        .width = 2500,
+                                        .height = 1500,
+                                        .folder = last ? path(L"") : folder().file(L"")}));
+  }
+  Bar bar = startWith(folder().file(L""));
+  expectShown(bar, L"seen.txt");
   closeProgram();
 }
 
@@ -220,12 +271,21 @@ TEST_F(FolderTest, CutAndPasteMoveFilesFromOneFolderToAnother) {
       containerFile(
           {.name = L"Second", .y = 3200, .width = 2500, .height = 1500, .folder = second}));
   Bar bar = startOpen();
+  // A move that is refused takes nothing off the clipboard.
+  Offer cut = offerFiles({path(L"")});
+  cut.push_back({RegisterClipboardFormatW(L"Preferred DropEffect"), std::string("\2\0\0\0", 4)});
+  putOnClipboard(cut);
+  select(bar, L"moves.txt");
+  keyboard::chord({VK_CONTROL, 'V'});
+  message().press(IDOK);
+  EXPECT_TRUE(IsClipboardFormatAvailable(CF_HDROP));
   select(bar, L"moves.txt");
   keyboard::chord({VK_CONTROL, 'X'});
   select(bar, L"there.txt");
   keyboard::chord({VK_CONTROL, 'V'});
   require(L"the file to move",
           [&] { return fileExists(second + L"\\moves.txt") && !fileExists(path(L"moves.txt")); });
+  require(L"the clipboard to be emptied", [] { return !IsClipboardFormatAvailable(CF_HDROP); });
   expectShown(bar, L"moves.txt");
   // And back again by the mouse: within a drive a drag moves.
   mouse::drag(onRow(bar, L"moves.txt"),

@@ -329,11 +329,14 @@ Added WorkspaceEditor::add(std::vector<clsShortcut> shortcuts, const Point<Twips
 
 void WorkspaceEditor::markDrop(Point<Twips> pointer) {
   const Panel panel = dropPanel(pointer);
+  markDrop(panel.isMain() ? NodeId{ControlKind::picBack, 0} : containerNode(panel.container));
+}
+
+void WorkspaceEditor::markDrop(NodeId node) {
   Scene& scene = scene_.scene();
   Node& mark = scene.create(kDropMark, scene.root());
   mark.hitTarget = false;
-  mark.rect = scene.seenRect(panel.isMain() ? NodeId{ControlKind::picBack, 0}
-                                            : containerNode(panel.container));
+  mark.rect = scene.seenRect(node);
   scene.raise(kDropMark);
 }
 

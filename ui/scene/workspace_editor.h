@@ -108,6 +108,7 @@ class WorkspaceEditor {
   Added add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at, Panel panel);
   // Marks the panel at the point as the one that would take a drop.
   void markDrop(Point<Twips> pointer);
+  void markDrop(NodeId node);
   void unmarkDrop();
 
   // After a shortcut's record was changed in place.

@@ -5,8 +5,11 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/win32/handles.h"
+#include "ui/win/com_guard.h"
+#include "ui/win/file_drag.h"
 
 namespace varnowick {
 namespace {
@@ -85,14 +88,6 @@ class Medium {
   bool owned_ = false;
 };
 
-DroppedPath pathDropped(std::wstring path) {
-  WIN32_FILE_ATTRIBUTE_DATA about{};
-  GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &about);
-  const std::uint64_t size =
-      (static_cast<std::uint64_t>(about.nFileSizeHigh) << 32) | about.nFileSizeLow;
-  return {std::move(path), (about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0, size};
-}
-
 // The names behind a DROPFILES header, each ended by a NUL, the last by two. The
 // system's own reader would trust the header of a foreign block.
 template <class Character>
@@ -110,14 +105,13 @@ std::vector<std::basic_string<Character>> namesIn(const char* from, const char* 
   return names;
 }
 
-std::vector<std::wstring> pathsIn(IDataObject& data, std::size_t most) {
-  const Medium medium(data, CF_HDROP);
-  if (medium.size() < sizeof(DROPFILES)) return {};
-  const auto* header = static_cast<const DROPFILES*>(medium.memory());
-  const auto* begin = static_cast<const char*>(medium.memory());
-  if (header->pFiles < sizeof(DROPFILES) || header->pFiles > medium.size()) return {};
+std::vector<std::wstring> pathsIn(const void* memory, std::size_t size, std::size_t most) {
+  if (memory == nullptr || size < sizeof(DROPFILES)) return {};
+  const auto* header = static_cast<const DROPFILES*>(memory);
+  const auto* begin = static_cast<const char*>(memory);
+  if (header->pFiles < sizeof(DROPFILES) || header->pFiles > size) return {};
   const char* from = begin + header->pFiles;
-  const char* end = begin + medium.size();
+  const char* end = begin + size;
   if (header->fWide) {
     if (header->pFiles % sizeof(wchar_t) != 0) return {};
     return namesIn<wchar_t>(from, end, most);
@@ -125,6 +119,54 @@ std::vector<std::wstring> pathsIn(IDataObject& data, std::size_t most) {
   std::vector<std::wstring> paths;
   for (const std::string& name : namesIn<char>(from, end, most)) paths.push_back(fromAnsi(name));
   return paths;
+}
+
+std::vector<std::wstring> pathsIn(IDataObject& data, std::size_t most) {
+  const Medium medium(data, CF_HDROP);
+  return pathsIn(medium.memory(), medium.size(), most);
+}
+
+// The integrity level of a process; 0 before there were any.
+DWORD integrityOf(HANDLE process) {
+  constexpr auto kIntegrityLevel = static_cast<TOKEN_INFORMATION_CLASS>(25);
+  KernelHandle token;
+  alignas(TOKEN_GROUPS) std::array<char, 256> bytes{};
+  DWORD size = 0;
+  if (!OpenProcessToken(process, TOKEN_QUERY, token.put()) ||
+      !GetTokenInformation(token.get(), kIntegrityLevel, bytes.data(),
+                           static_cast<DWORD>(bytes.size()), &size))
+    return 0;
+  const auto* label = reinterpret_cast<const SID_AND_ATTRIBUTES*>(bytes.data());
+  const auto* sid = static_cast<const SID*>(label->Sid);
+  return sid->SubAuthorityCount == 0 ? 0 : sid->SubAuthority[sid->SubAuthorityCount - 1];
+}
+
+// The desktop's programs run with fewer rights than this one: then OLE does not let
+// them drop anything here, and window messages only when they are let through.
+bool isAboveTheDesktop() {
+  constexpr DWORD kQueryLimited = 0x1000;  // newer than some headers, as are the levels
+  DWORD id = 0;
+  GetWindowThreadProcessId(GetShellWindow(), &id);
+  const KernelHandle shell(id == 0 ? nullptr : OpenProcess(kQueryLimited, FALSE, id));
+  if (!shell) return false;
+  const DWORD level = integrityOf(shell.get());
+  return level != 0 && level < integrityOf(GetCurrentProcess());
+}
+
+void letMessagesThrough(HWND window) {
+  constexpr UINT kCopyGlobalData = 0x0049;  // in which the shell hands the names over
+  constexpr DWORD kAllow = 1;
+  // Windows 7 and later for one window, Vista for all.
+  const SystemLibrary user(L"user32.dll");
+  BOOL(WINAPI * filterOf)(HWND, UINT, DWORD, void*) = nullptr;
+  BOOL(WINAPI * filter)(UINT, DWORD) = nullptr;
+  const bool one = user.bind("ChangeWindowMessageFilterEx", filterOf);
+  const bool all = !one && user.bind("ChangeWindowMessageFilter", filter);
+  for (const UINT message :
+       {static_cast<UINT>(WM_DROPFILES), static_cast<UINT>(WM_COPYDATA), kCopyGlobalData}) {
+    if (one) filterOf(window, message, kAllow, nullptr);
+    if (all) filter(message, kAllow);
+  }
 }
 
 // Browsers describe the link as a file, "Title of the page.url".
@@ -156,7 +198,7 @@ Dropped readDropped(IDataObject& data) {
   Dropped result;
   if (offers(data, CF_HDROP))
     for (std::wstring& path : pathsIn(data, kMaxDroppedPaths))
-      result.paths.push_back(pathDropped(std::move(path)));
+      result.paths.push_back({std::move(path)});
   if (!result.paths.empty()) return result;
   if (offers(data, urlFormat()))
     result.address = Medium(data, urlFormat()).wideText(kMostDroppedText);
@@ -206,53 +248,74 @@ class DropTarget::Object final : public IDropTarget {
 
   HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL at,
                                       DWORD* effect) override {
-    acceptable_ = data != nullptr && offersDroppable(*data);
-    data_.reset();
-    if (acceptable_) {
-      data->AddRef();
-      data_ = ComPtr<IDataObject>::adopt(data);
-    }
-    if (owner_ != nullptr) owner_->active_ = true;
-    return DragOver(keys, at, effect);
+    return guarded(effect, [&] {
+      acceptable_ = data != nullptr && offersDroppable(*data);
+      data_.reset();
+      if (acceptable_) {
+        data->AddRef();
+        data_ = ComPtr<IDataObject>::adopt(data);
+      }
+      over(keys, at, effect);
+    });
   }
   HRESULT STDMETHODCALLTYPE DragOver(DWORD keys, POINTL at, DWORD* effect) override {
+    return guarded(effect, [&] { over(keys, at, effect); });
+  }
+  HRESULT STDMETHODCALLTYPE DragLeave() override {
+    return comGuarded([&] {
+      data_.reset();
+      if (owner_ != nullptr) owner_->ended();
+      return S_OK;
+    });
+  }
+  HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL at, DWORD* effect) override {
+    return guarded(effect, [&] {
+      over(keys, at, effect);
+      data_.reset();
+      if (owner_ == nullptr) return;
+      owner_->ended();
+      if (*effect == DROPEFFECT_NONE || data == nullptr) return;
+      // What a drop does may wait and let messages through, and the window may go
+      // meanwhile: then neither the owner nor its hooks are there any more.
+      const POINT screen{at.x, at.y};
+      if (special_) {
+        const auto take = owner_->hooks_.take;
+        *effect = take(screen, *data, *effect);
+      } else {
+        const auto drop = owner_->hooks_.drop;
+        if (!drop(screen, readDropped(*data))) *effect = DROPEFFECT_NONE;
+      }
+    });
+  }
+
+ private:
+  template <class Work>
+  HRESULT guarded(DWORD* effect, Work&& work) {
+    if (effect == nullptr) return E_INVALIDARG;
+    const HRESULT result = comGuarded([&] {
+      work();
+      return S_OK;
+    });
+    if (FAILED(result)) *effect = DROPEFFECT_NONE;
+    return result;
+  }
+
+  void over(DWORD keys, POINTL at, DWORD* effect) {
+    if (owner_ != nullptr) owner_->begun();
     const bool welcome = acceptable_ && owner_ != nullptr && owner_->hooks_.over({at.x, at.y});
     special_ = false;
     if (welcome && owner_->hooks_.effect) {
       if (const auto own = owner_->hooks_.effect({at.x, at.y}, *data_.get(), keys, *effect)) {
         special_ = true;
         *effect &= *own;
-        return S_OK;
+        return;
       }
     }
     // A shortcut is a link to what was dropped; some sources offer copying only.
     *effect &= welcome ? ((*effect & DROPEFFECT_LINK) != 0 ? DROPEFFECT_LINK : DROPEFFECT_COPY)
                        : DROPEFFECT_NONE;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE DragLeave() override {
-    data_.reset();
-    if (owner_ == nullptr) return S_OK;
-    owner_->active_ = false;
-    owner_->hooks_.leave();
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL at, DWORD* effect) override {
-    DragOver(keys, at, effect);
-    if (owner_ == nullptr) return S_OK;
-    owner_->active_ = false;
-    owner_->hooks_.leave();
-    data_.reset();
-    if (*effect == DROPEFFECT_NONE) return S_OK;
-    if (special_) {
-      *effect = owner_->hooks_.take({at.x, at.y}, *data, *effect);
-      return S_OK;
-    }
-    if (!owner_->hooks_.drop({at.x, at.y}, readDropped(*data))) *effect = DROPEFFECT_NONE;
-    return S_OK;
   }
 
- private:
   DropTarget* owner_;
   LONG count_ = 1;
   ComPtr<IDataObject> data_;  // while it is over the window
@@ -261,14 +324,45 @@ class DropTarget::Object final : public IDropTarget {
 };
 
 bool DropTarget::attach(HWND window) {
-  object_ = new Object(*this);
-  if (FAILED(RegisterDragDrop(window, object_))) {
-    object_->Release();
-    object_ = nullptr;
-    return false;
-  }
   window_ = window;
-  return true;
+  object_ = new Object(*this);
+  byMessage_ = isAboveTheDesktop();
+  if (byMessage_) {
+    // OLE asks nobody else once a window is registered with it, and gets nowhere.
+    letMessagesThrough(window);
+    DragAcceptFiles(window, TRUE);
+    return true;
+  }
+  return listen();
+}
+
+bool DropTarget::listen() { return SUCCEEDED(RegisterDragDrop(window_, object_)); }
+
+void DropTarget::expectOwnDrag(bool expected) {
+  if (object_ == nullptr || !byMessage_) return;
+  if (expected)
+    listen();
+  else
+    RevokeDragDrop(window_);
+}
+
+// As a drop by OLE of a source that keeps its files.
+void DropTarget::filesDropped(HDROP files) {
+  POINT at{};
+  DragQueryPoint(files, &at);
+  ClientToScreen(window_, &at);
+  const void* memory = GlobalLock(files);
+  const std::vector<std::wstring> paths = pathsIn(memory, GlobalSize(files), kMostOfferedFiles);
+  if (memory != nullptr) GlobalUnlock(files);
+  DragFinish(files);
+  if (paths.empty() || object_ == nullptr) return;
+  const ComPtr<IDataObject> data = makeFileData(paths, 0);
+  object_->AddRef();
+  const auto target = ComPtr<IDropTarget>::adopt(object_);
+  DWORD effect = DROPEFFECT_COPY | DROPEFFECT_LINK;
+  target->DragEnter(data.get(), 0, {at.x, at.y}, &effect);
+  effect = DROPEFFECT_COPY | DROPEFFECT_LINK;
+  target->Drop(data.get(), 0, {at.x, at.y}, &effect);
 }
 
 void DropTarget::revoke() {
@@ -277,6 +371,26 @@ void DropTarget::revoke() {
   object_->disconnect();
   object_->Release();
   object_ = nullptr;
+}
+
+void DropTarget::begun() {
+  active_ = true;
+  lastHeld_ = GetTickCount();
+}
+
+void DropTarget::ended() const {
+  if (!std::exchange(active_, false)) return;
+  hooks_.leave();
+}
+
+// A source that has died, or hangs, never says that its drag is over. What it offered
+// is let go of with the next drag: a source that hangs would not answer to that.
+bool DropTarget::dragActive() const {
+  if (!active_) return false;
+  for (const int button : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON})
+    if (GetAsyncKeyState(button) < 0) lastHeld_ = GetTickCount();
+  if (GetTickCount() - lastHeld_ > kAfterRelease) ended();
+  return active_;
 }
 
 }  // namespace varnowick

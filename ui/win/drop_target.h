@@ -5,6 +5,8 @@
 
 #include <objidl.h>
 #include <windows.h>
+// These rely on it.
+#include <shellapi.h>
 
 #include <functional>
 #include <optional>
@@ -20,6 +22,7 @@ inline constexpr std::size_t kMostDroppedText = 5'000'000;
 
 // Whether the object offers anything that readDropped takes.
 bool offersDroppable(IDataObject& data);
+// Of paths nothing is known but their names.
 Dropped readDropped(IDataObject& data);
 // The files that the object offers, at most that many; full paths as it has them.
 std::vector<std::wstring> droppedPaths(IDataObject& data, std::size_t most);
@@ -51,15 +54,29 @@ class DropTarget {
   bool attach(HWND window);
   // Before the window is destroyed.
   void revoke();
-  bool dragActive() const { return active_; }
+  // WM_DROPFILES, which comes where attach() could not let other programs use OLE.
+  void filesDropped(HDROP files);
+  // Around a drag of this program's own, which is always by OLE.
+  void expectOwnDrag(bool expected);
+  // Something is being dragged over the window. Ends by itself when no button has
+  // been held for a while; to be asked now and then.
+  bool dragActive() const;
 
  private:
   class Object;
   friend class Object;
+  // Milliseconds that a source may take to drop after the button has come up.
+  static constexpr DWORD kAfterRelease = 2000;
+  void begun();
+  void ended() const;
+  bool listen();
+
   Hooks hooks_;
   HWND window_ = nullptr;
   Object* object_ = nullptr;  // counted
-  bool active_ = false;
+  bool byMessage_ = false;    // files come by WM_DROPFILES, as OLE cannot reach up to here
+  mutable bool active_ = false;
+  mutable DWORD lastHeld_ = 0;  // when a button was seen down, or the drag was heard of
 };
 
 }  // namespace varnowick

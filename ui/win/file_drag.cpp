@@ -1,12 +1,15 @@
 #include "ui/win/file_drag.h"
 
 #include <ole2.h>
+#include <shldisp.h>
 #include <shlobj.h>
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <utility>
 
+#include "ui/win/com_guard.h"
 #include "ui/win/drop_target.h"
 
 namespace varnowick {
@@ -22,6 +25,10 @@ UINT performedEffectFormat() {
 }
 UINT logicalEffectFormat() {
   static const UINT format = RegisterClipboardFormatW(L"Logical Performed DropEffect");
+  return format;
+}
+UINT pasteSucceededFormat() {
+  static const UINT format = RegisterClipboardFormatW(L"Paste Succeeded");
   return format;
 }
 
@@ -59,9 +66,10 @@ class Counted : public Interface {
     // A call from another process may hand over an identifier at any address.
     IID wanted{};
     std::memcpy(&wanted, &id, sizeof wanted);
-    if (wanted != IID_IUnknown && wanted != kId) return E_NOINTERFACE;
-    *result = static_cast<Interface*>(this);
-    AddRef();
+    *result = wanted == IID_IUnknown || wanted == kId ? static_cast<Interface*>(this)
+                                                      : otherInterface(wanted);
+    if (*result == nullptr) return E_NOINTERFACE;
+    this->AddRef();
     return S_OK;
   }
   ULONG STDMETHODCALLTYPE AddRef() override {
@@ -72,6 +80,9 @@ class Counted : public Interface {
     if (left == 0) delete this;
     return static_cast<ULONG>(left);
   }
+
+ protected:
+  virtual void* otherInterface(const IID&) { return nullptr; }
 
  private:
   LONG count_ = 1;
@@ -97,8 +108,11 @@ class FormatList final : public Counted<IEnumFORMATETC, IID_IEnumFORMATETC> {
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE Clone(IEnumFORMATETC** result) override {
-    *result = new FormatList(formats_, at_);
-    return S_OK;
+    *result = nullptr;
+    return comGuarded([&] {
+      *result = new FormatList(formats_, at_);
+      return S_OK;
+    });
   }
 
  private:
@@ -109,6 +123,7 @@ class FormatList final : public Counted<IEnumFORMATETC, IID_IEnumFORMATETC> {
 // Blocks of memory by format. What the target tells is kept beside what is offered.
 class FileData final : public Counted<IDataObject, IID_IDataObject> {
  public:
+  FileData() : later_(*this) {}
   void put(UINT format, GlobalHandle memory) {
     std::erase_if(blocks_, [format](const Block& block) { return block.format == format; });
     if (memory) blocks_.push_back({format, std::move(memory)});
@@ -146,17 +161,22 @@ class FileData final : public Counted<IDataObject, IID_IDataObject> {
     GlobalHandle copy = memoryWith(bytes, size);
     GlobalUnlock(medium->hGlobal);
     if (!copy) return E_OUTOFMEMORY;
-    put(format->cfFormat, std::move(copy));
-    if (release) ReleaseStgMedium(medium);
-    return S_OK;
+    const HRESULT kept = comGuarded([&] {
+      put(format->cfFormat, std::move(copy));
+      return S_OK;
+    });
+    if (SUCCEEDED(kept) && release) ReleaseStgMedium(medium);
+    return kept;
   }
   HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** result) override {
     *result = nullptr;
     if (direction != DATADIR_GET) return E_NOTIMPL;
-    std::vector<FORMATETC> formats;
-    for (const Block& block : blocks_) formats.push_back(asMemory(block.format));
-    *result = new FormatList(std::move(formats), 0);
-    return S_OK;
+    return comGuarded([&] {
+      std::vector<FORMATETC> formats;
+      for (const Block& block : blocks_) formats.push_back(asMemory(block.format));
+      *result = new FormatList(std::move(formats), 0);
+      return S_OK;
+    });
   }
   HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
     return OLE_E_ADVISENOTSUPPORTED;
@@ -180,7 +200,49 @@ class FileData final : public Counted<IDataObject, IID_IDataObject> {
       if (block.format == wanted->cfFormat) return &block;
     return nullptr;
   }
+
+  // Lets a target finish after Drop has returned. Nothing waits for its end: the files
+  // are the user's own and stay.
+  class Later final : public IDataObjectAsyncCapability {
+   public:
+    explicit Later(FileData& data) : data_(data) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
+      return data_.QueryInterface(id, result);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return data_.AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return data_.Release(); }
+    HRESULT STDMETHODCALLTYPE SetAsyncMode(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetAsyncMode(BOOL* result) override {
+      if (result == nullptr) return E_INVALIDARG;
+      *result = TRUE;
+      return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE StartOperation(IBindCtx*) override {
+      running_ = TRUE;
+      return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE InOperation(BOOL* result) override {
+      if (result == nullptr) return E_INVALIDARG;
+      *result = running_;
+      return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE EndOperation(HRESULT, IBindCtx*, DWORD) override {
+      running_ = FALSE;
+      return S_OK;
+    }
+
+   private:
+    FileData& data_;
+    BOOL running_ = FALSE;
+  };
+  void* otherInterface(const IID& id) override {
+    return id == __uuidof(IDataObjectAsyncCapability)
+               ? static_cast<IDataObjectAsyncCapability*>(&later_)
+               : nullptr;
+  }
+
   std::vector<Block> blocks_;
+  Later later_;
 };
 
 class DragSource final : public Counted<IDropSource, IID_IDropSource> {
@@ -215,6 +277,74 @@ DWORD effectIn(IDataObject& data, UINT format) {
   ReleaseStgMedium(&medium);
   return effect;
 }
+
+// OLE for this thread; the clipboard wants more than COM.
+class OleApartment {
+ public:
+  OleApartment() : result_(OleInitialize(nullptr)) {}
+  OleApartment(const OleApartment&) = delete;
+  OleApartment& operator=(const OleApartment&) = delete;
+  ~OleApartment() {
+    if (ready()) OleUninitialize();
+  }
+  bool ready() const { return SUCCEEDED(result_); }
+
+ private:
+  HRESULT result_;
+};
+
+// The thread that tells a source of the end; it outlives whoever has started it.
+struct Farewell : std::enable_shared_from_this<Farewell> {
+  using Telling = void (Farewell::*)();
+  ComPtr<IStream> source;  // holds the data object for the thread
+  DWORD clipboard = 0;     // its sequence number
+  TransferEnd end;
+  Telling telling = nullptr;
+
+  void start(TransferEnd ended, Telling how) {
+    constexpr SIZE_T kStackBytes = 256 * 1024;
+    end = ended;
+    telling = how;
+    auto held = std::make_unique<std::shared_ptr<Farewell>>(shared_from_this());
+    const KernelHandle thread(
+        CreateThread(nullptr, kStackBytes, &Farewell::run, held.get(), 0, nullptr));
+    if (thread) held.release();
+  }
+
+  void toSource() {
+    ComPtr<IDataObject> data;
+    // The stream goes with it.
+    IStream* stream = source.get();
+    stream->AddRef();
+    source.reset();
+    if (FAILED(CoGetInterfaceAndReleaseStream(stream, IID_IDataObject, data.putVoid()))) return;
+    const DWORD effect = tellEnd(*data.get(), end);
+    ComPtr<IDataObjectAsyncCapability> later;
+    if (SUCCEEDED(data->QueryInterface(__uuidof(IDataObjectAsyncCapability), later.putVoid())))
+      later->EndOperation(end.complete ? S_OK : E_FAIL, nullptr, effect);
+  }
+
+  void toClipboard() {
+    ComPtr<IDataObject> data;
+    if (!isStillThere() || FAILED(OleGetClipboard(data.put())) || !data) return;
+    tellEnd(*data.get(), end);
+    tell(*data.get(), pasteSucceededFormat(), end.moved ? DROPEFFECT_MOVE : DROPEFFECT_COPY);
+    data.reset();
+    if (isStillThere()) OleSetClipboard(nullptr);
+  }
+  bool isStillThere() const { return clipboard == GetClipboardSequenceNumber(); }
+
+  static DWORD WINAPI run(void* held) {
+    const std::unique_ptr<std::shared_ptr<Farewell>> self(
+        static_cast<std::shared_ptr<Farewell>*>(held));
+    comGuarded([&] {
+      const OleApartment ole;
+      if (ole.ready()) ((**self).*(*self)->telling)();
+      return S_OK;
+    });
+    return 0;
+  }
+};
 
 }  // namespace
 
@@ -259,11 +389,40 @@ OfferedFiles readClipboardFiles() {
   return readFiles(*data.get());
 }
 
-void tellMoved(IDataObject& data) {
-  tell(data, performedEffectFormat(), DROPEFFECT_NONE);
-  tell(data, logicalEffectFormat(), DROPEFFECT_MOVE);
+bool clipboardHasFiles() { return IsClipboardFormatAvailable(CF_HDROP) != FALSE; }
+
+DWORD tellEnd(IDataObject& data, TransferEnd end) {
+  const DWORD done = !end.complete ? DROPEFFECT_NONE
+                     : end.moved   ? DROPEFFECT_MOVE
+                                   : DROPEFFECT_COPY;
+  const DWORD leftToSource = end.moved ? DROPEFFECT_NONE : done;
+  tell(data, performedEffectFormat(), leftToSource);
+  tell(data, logicalEffectFormat(), done);
+  return leftToSource;
 }
 
-void clearClipboard() { OleSetClipboard(nullptr); }
+TellSource finishLater(IDataObject& data) {
+  ComPtr<IDataObjectAsyncCapability> later;
+  BOOL wanted = FALSE;
+  if (FAILED(data.QueryInterface(__uuidof(IDataObjectAsyncCapability), later.putVoid())) ||
+      FAILED(later->GetAsyncMode(&wanted)) || !wanted)
+    return {};
+  if (FAILED(later->StartOperation(nullptr))) return {};
+  const auto farewell = std::make_shared<Farewell>();
+  if (FAILED(
+          CoMarshalInterThreadInterfaceInStream(IID_IDataObject, &data, farewell->source.put()))) {
+    later->EndOperation(E_FAIL, nullptr, DROPEFFECT_NONE);
+    return {};
+  }
+  return [farewell](TransferEnd end) { farewell->start(end, &Farewell::toSource); };
+}
+
+TellSource takeOffClipboard() {
+  const auto farewell = std::make_shared<Farewell>();
+  farewell->clipboard = GetClipboardSequenceNumber();
+  return [farewell](TransferEnd end) {
+    if (end.complete) farewell->start(end, &Farewell::toClipboard);
+  };
+}
 
 }  // namespace varnowick

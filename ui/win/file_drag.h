@@ -6,6 +6,7 @@
 #include <objidl.h>
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -34,9 +35,28 @@ bool offersFiles(IDataObject& data);
 OfferedFiles readFiles(IDataObject& data);
 OfferedFiles readClipboardFiles();
 
-// Tells the source that the files have been moved for it, so that it deletes nothing.
-void tellMoved(IDataObject& data);
-// What was cut has been pasted: it cannot be pasted again.
-void clearClipboard();
+// The clipboard holds files, without asking whoever put them there.
+bool clipboardHasFiles();
+
+// How a transfer of files that were offered ended.
+struct TransferEnd {
+  bool moved = false;     // they were to be moved; else copied
+  bool complete = false;  // all of them, as was wished
+};
+// Tells the source, and says what Drop answers. What was moved has been moved for the
+// source, which must delete nothing: not even where only some of it could be moved.
+DWORD tellEnd(IDataObject& data, TransferEnd end);
+
+// Whoever has to hear of the end of a transfer that goes on in the background; to be
+// called at most once. It is told from another thread, as it may not answer. Empty
+// where there is nobody.
+using TellSource = std::function<void(TransferEnd)>;
+
+// Within Drop: a source that lets its target finish afterwards keeps what it offers
+// until it is told. Empty where it wants everything done before Drop returns.
+TellSource finishLater(IDataObject& data);
+// For files that were cut: when they have been moved they cannot be pasted again, and
+// stay on the clipboard when not. Only the clipboard as it is now is meant.
+TellSource takeOffClipboard();
 
 }  // namespace varnowick

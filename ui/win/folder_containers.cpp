@@ -4,10 +4,10 @@
 
 #include "containers/folder_operations.h"
 #include "containers/folder_path.h"
+#include "platform/clock.h"
 #include "platform/msg_box.h"
-#include "platform/win32/win32_file_operations.h"
-#include "platform/win32/win32_folder_source.h"
 #include "platform/win32/win32_system.h"
+#include "shortcuts/paths.h"
 #include "shortcuts/selection.h"
 #include "ui/scene/folder_rows.h"
 #include "ui/win/accessible.h"
@@ -20,6 +20,9 @@ namespace {
 // A dialog is open: messages are tried again then.
 constexpr UINT_PTR kTellTimer = 1;
 constexpr UINT kTellMilliseconds = 500;
+// What is in sight changes by scrolling, by sliding, and by other windows' doing.
+constexpr UINT_PTR kSightTimer = 2;
+constexpr UINT kSightMilliseconds = 250;
 
 }  // namespace
 
@@ -37,7 +40,8 @@ bool FolderContainers::start() {
   options.exStyle = WS_EX_TOOLWINDOW;
   if (handle() == nullptr && !create(options)) return false;
   source_ = std::make_unique<Win32FolderSource>(handle(), kMsgFolderNews, &sortEntries);
-  operations_ = std::make_unique<Win32FileOperations>(handle(), kMsgFilesHandled);
+  SetTimer(handle(), kSightTimer, kSightMilliseconds, nullptr);
+  transfers_ = std::make_unique<FolderTransfers>(handle(), kMsgFilesHandled, modal_);
   return true;
 }
 
@@ -47,12 +51,19 @@ LRESULT FolderContainers::handleMessage(UINT message, WPARAM wParam, LPARAM lPar
       takeNews();
       return 0;
     case kMsgFilesHandled:
-      for (const FileOperationResult& result : operations_->take()) say(failureMessage(result));
+      for (const FileOperationResult& result : transfers_->take()) say(failureMessage(result));
       return 0;
     case WM_TIMER:
+      if (wParam == kSightTimer) {
+        for (auto& [slot, container] : shown_) watch({slot}, container);
+        return 0;
+      }
       KillTimer(handle(), kTellTimer);
       tellWaiting();
       return 0;
+    case WM_DEVICECHANGE:
+      if (source_ && source_->deviceChanged(wParam, lParam)) return TRUE;
+      return Window::handleMessage(message, wParam, lParam);
     case kMsgFolderTell:
       tellWaiting();
       return 0;
@@ -93,7 +104,12 @@ const FolderView* FolderContainers::viewOf(NodeId node) const {
 std::wstring FolderContainers::folderOf(ContainerSlot slot) const {
   const clsContainer* container = document_.workspace.containers.find(slot);
   if (container == nullptr || containerType(*container) != ContainerType::Folder) return {};
-  return folderPath(container->CopyPath, platform_.system.programFolder(), &expandEnvironment);
+  return folderPath(
+      container->CopyPath, platform_.system.programFolder(), [this](const std::wstring& text) {
+        return ExpandAsWritten(text, &expandEnvironment, [this](const std::wstring& path) {
+          return platform_.files.exists(path);
+        });
+      });
 }
 
 void FolderContainers::laidOut(ContainerSlot slot) {
@@ -115,8 +131,30 @@ void FolderContainers::laidOut(ContainerSlot slot) {
     found = &(shown_.insert_or_assign(slot.index, std::move(fresh)).first->second);
     if (path.empty()) source_->unwatch(slot.index);
   }
-  if (isPlainFullPath(found->view.path())) source_->watch(slot.index, found->view.path());
+  watch(slot, *found);
   show(slot);
+}
+
+Sight FolderContainers::sightOf(ContainerSlot slot) const {
+  const FolderPane* pane = paneOf(slot);
+  if (pane == nullptr) return Sight::None;
+  const NodeId list = folderListNode(slot);
+  RECT rect{};
+  RECT client{};
+  const PixelRect seen = toPixels(pane->objects->scene().seenRect(list), pane->view->density());
+  SetRect(&rect, seen.left.value, seen.top.value, seen.right().value, seen.bottom().value);
+  GetClientRect(pane->window, &client);
+  if (!IsWindowVisible(pane->window) || !IntersectRect(&rect, &rect, &client)) return Sight::Hidden;
+  MapWindowPoints(pane->window, nullptr, reinterpret_cast<POINT*>(&rect), 2);
+  return MonitorFromRect(&rect, MONITOR_DEFAULTTONULL) == nullptr ? Sight::Hidden : Sight::Seen;
+}
+
+void FolderContainers::watch(ContainerSlot slot, Shown& shown) {
+  if (!isPlainFullPath(shown.view.path())) return;
+  if (shown.sight.watch(sightOf(slot), platform_.clock.milliseconds()))
+    source_->watch(slot.index, shown.view.path());
+  else
+    source_->unwatch(slot.index);
 }
 
 // Out of sight it is not watched; what was seen last is kept for the next time.

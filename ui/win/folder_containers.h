@@ -14,12 +14,15 @@
 #include <string>
 #include <vector>
 
+#include "containers/folder_sight.h"
 #include "containers/folder_view.h"
 #include "core/document.h"
-#include "platform/file_operations.h"
 #include "platform/platform.h"
+#include "platform/win32/win32_folder_source.h"
 #include "shortcuts/launch.h"
 #include "ui/scene/object_scene.h"
+#include "ui/win/drop_target.h"
+#include "ui/win/folder_transfers.h"
 #include "ui/win/in_place_edit.h"
 #include "ui/win/modal.h"
 #include "ui/win/scene_accessible.h"
@@ -35,6 +38,7 @@ struct FolderPane {
   LaunchHost* host = nullptr;
   InPlaceEdit* edit = nullptr;
   SceneAccessible* items = nullptr;
+  DropTarget* drops = nullptr;
   HWND window = nullptr;
 };
 
@@ -98,10 +102,14 @@ class FolderContainers final : public Window {
   void openFile(ContainerSlot slot, const std::wstring& name);
   void showFile(ContainerSlot slot, const std::wstring& name);
 
-  // A drop of files on a container: what it would do, and doing it. The latter says
-  // what to tell the source.
-  std::optional<DWORD> dropEffect(ContainerSlot slot, IDataObject& data, DWORD keys, DWORD allowed);
-  DWORD drop(ContainerSlot slot, IDataObject& data, DWORD effect);
+  // A drop of files on a container, or on a node in it: what it would do, and doing it.
+  // The latter says what to answer the source; it may let messages through.
+  std::optional<DWORD> dropEffect(ContainerSlot slot, NodeId node, IDataObject& data, DWORD keys,
+                                  DWORD allowed);
+  DWORD drop(ContainerSlot slot, NodeId node, IDataObject& data, DWORD effect);
+  // The row of a folder that would take the drop in itself; none when the folder that
+  // is shown would.
+  NodeId dropRow(NodeId node) const;
   // The drag has left the window, or is over.
   void dragLeft();
 
@@ -113,8 +121,12 @@ class FolderContainers final : public Window {
   struct Shown {
     FolderView view;
     std::wstring text;  // of the record, that the path was made from
+    FolderSight sight{};
   };
   bool start();
+  Sight sightOf(ContainerSlot slot) const;
+  // Watches what is seen and nothing else.
+  void watch(ContainerSlot slot, Shown& shown);
   const FolderPane* paneOf(ContainerSlot slot) const;
   Shown* shown(ContainerSlot slot);
   // The view and the row behind a node; the row is -1 beside all rows.
@@ -137,8 +149,7 @@ class FolderContainers final : public Window {
   void openSelected(ContainerSlot slot);
   void openFolder(ContainerSlot slot);
   void copySelected(ContainerSlot slot, bool cut);
-  void transfer(FileAction action, const std::vector<std::wstring>& from,
-                const std::wstring& folder);
+  std::wstring dropFolder(ContainerSlot slot, NodeId node) const;
   void renameCurrent(ContainerSlot slot);
 
   Platform platform_;
@@ -146,8 +157,8 @@ class FolderContainers final : public Window {
   ModalDepth& modal_;
   std::vector<FolderPane> panes_;
   std::map<int, Shown> shown_;  // by the container's slot
-  std::unique_ptr<FolderSource> source_;
-  std::unique_ptr<FileOperations> operations_;
+  std::unique_ptr<Win32FolderSource> source_;
+  std::unique_ptr<FolderTransfers> transfers_;
   std::deque<std::wstring> messages_;  // to be shown when no dialog is open
   // What is being dragged over a window: read once, and judged anew only when
   // something about it has changed.
@@ -162,6 +173,7 @@ class FolderContainers final : public Window {
   HeldKeys pressKeys_;
   std::wstring pressedPath_;  // of the row; another may have come under the mouse since
   int wheelRest_ = 0;
+  DWORD pasting_ = 0;  // the clipboard whose files are being moved; 0 for none
   bool dragging_ = false;
   bool telling_ = false;
 };

@@ -28,12 +28,7 @@ DWORD effectOf(FileAction action) {
 
 }  // namespace
 
-bool FolderContainers::busy() {
-  // What is just ending needs no question.
-  constexpr DWORD kMoment = 20;  // ms
-  for (int i = 0; i < 20 && operations_ && operations_->busy(); ++i) Sleep(kMoment);
-  return operations_ && operations_->busy();
-}
+bool FolderContainers::busy() { return transfers_ && transfers_->busy(); }
 
 void FolderContainers::openRow(ContainerSlot slot, int row) {
   const Shown* found = shown(slot);
@@ -83,23 +78,29 @@ void FolderContainers::copySelected(ContainerSlot slot, bool cut) {
     say(L"The clipboard is in use by another program. Please try again.");
 }
 
-void FolderContainers::transfer(FileAction action, const std::vector<std::wstring>& from,
-                                const std::wstring& folder) {
-  if (!start()) return;
-  TransferPlan plan = planTransfer(action, from, folder, document_.settings.locked);
-  say(std::move(plan.message));
-  for (FileOperation& operation : plan.operations) operations_->start(std::move(operation));
-}
-
 bool FolderContainers::paste(ContainerSlot slot) {
   const std::wstring folder = folderOf(slot);
+  const DWORD clipboard = GetClipboardSequenceNumber();
   const OfferedFiles files = readClipboardFiles();
   if (folder.empty() || files.paths.empty()) return false;
-  if (refusedByLock()) return true;
+  if (refusedByLock() || !start()) return true;
   const bool cut = (files.preferredEffect & DROPEFFECT_MOVE) != 0 &&
                    (files.preferredEffect & DROPEFFECT_COPY) == 0;
-  transfer(cut ? FileAction::Move : FileAction::Copy, files.paths, folder);
-  if (cut) clearClipboard();
+  // They are on their way already.
+  if (cut && clipboard == pasting_) return true;
+  TransferPlan plan =
+      planTransfer(cut ? FileAction::Move : FileAction::Copy, files.paths, folder, false);
+  say(std::move(plan.message));
+  if (plan.operations.empty()) return true;
+  TransferEnd end{.moved = cut};
+  if (cut) pasting_ = clipboard;
+  transfers_->start(
+      std::move(plan.operations),
+      [this, end, tell = cut ? takeOffClipboard() : TellSource()](bool complete) mutable {
+        if (end.moved) pasting_ = 0;
+        end.complete = complete;
+        if (tell) tell(end);
+      });
   return true;
 }
 
@@ -111,7 +112,7 @@ bool FolderContainers::recycle(const std::vector<std::wstring>& paths) {
   if (!plan.question.empty() && platform_.msgBox.show(plan.question, kMsgYesNo | kMsgExclamation,
                                                       kProgramTitle) != kMsgAnswerYes)
     return false;
-  operations_->start(std::move(*plan.operation));
+  transfers_->start(std::move(*plan.operation));
   return true;
 }
 
@@ -119,7 +120,7 @@ void FolderContainers::recycleUnasked(const std::vector<std::wstring>& paths) {
   RecyclePlan plan = planRecycle(paths, document_.settings);
   if (!start()) return;
   say(std::move(plan.message));
-  if (plan.operation) operations_->start(std::move(*plan.operation));
+  if (plan.operation) transfers_->start(std::move(*plan.operation));
 }
 
 void FolderContainers::renameCurrent(ContainerSlot slot) {
@@ -141,7 +142,7 @@ void FolderContainers::renameCurrent(ContainerSlot slot) {
   request.accepted = [this, path = found->view.pathOf(row)](const std::wstring& name) {
     RenamePlan plan = planRename(path, name, document_.settings.locked);
     say(std::move(plan.message));
-    if (plan.operation) operations_->start(std::move(*plan.operation));
+    if (plan.operation) transfers_->start(std::move(*plan.operation));
   };
   pane->edit->begin(std::move(request));
 }
@@ -160,18 +161,36 @@ void FolderContainers::drag(NodeId node) {
     // The window must not go away while the system runs its loop in here.
     const ModalDepth::Scope scope(modal_);
     const bool locked = document_.settings.locked;
+    for (const FolderPane& pane : panes_) pane.drops->expectOwnDrag(true);
     dragFiles(paths,
               DROPEFFECT_COPY | DROPEFFECT_LINK | (locked ? DROPEFFECT_NONE : DROPEFFECT_MOVE));
+    for (const FolderPane& pane : panes_) pane.drops->expectOwnDrag(false);
   }
   dragging_ = false;
 }
 
-std::optional<DWORD> FolderContainers::dropEffect(ContainerSlot slot, IDataObject& data, DWORD keys,
-                                                  DWORD allowed) {
-  const std::wstring folder = folderOf(slot);
-  if (folder.empty()) return std::nullopt;
+NodeId FolderContainers::dropRow(NodeId node) const {
+  const FolderView* view = viewOf(node);
+  const FolderEntry* entry = view == nullptr ? nullptr : view->entry(folderRowOf(node, *view));
+  return entry != nullptr && entry->isFolder ? node : NodeId{};
+}
+
+std::wstring FolderContainers::dropFolder(ContainerSlot slot, NodeId node) const {
+  const NodeId row = dropRow(node);
+  const FolderView* view = viewOf(folderListNode(slot));
+  if (!row.none()) return viewOf(row)->pathOf(folderRowOf(row, *viewOf(row)));
+  // Nothing can be put into a folder that is not there.
+  return view == nullptr || view->takesFiles() ? folderOf(slot) : std::wstring();
+}
+
+std::optional<DWORD> FolderContainers::dropEffect(ContainerSlot slot, NodeId node,
+                                                  IDataObject& data, DWORD keys, DWORD allowed) {
+  const clsContainer* container = document_.workspace.containers.find(slot);
+  if (container == nullptr || containerType(*container) != ContainerType::Folder)
+    return std::nullopt;
+  const std::wstring folder = dropFolder(slot, node);
   // Addresses and texts do not become files.
-  if (document_.settings.locked || !offersFiles(data)) return DROPEFFECT_NONE;
+  if (document_.settings.locked || folder.empty() || !offersFiles(data)) return DROPEFFECT_NONE;
   if (!incoming_) incoming_ = Incoming{readFiles(data).paths, {}, 0, 0, 0};
   Incoming& in = *incoming_;
   if (in.folder == folder && in.keys == keys && in.allowed == allowed) return in.effect;
@@ -184,25 +203,32 @@ std::optional<DWORD> FolderContainers::dropEffect(ContainerSlot slot, IDataObjec
                           .shift = (keys & MK_SHIFT) != 0,
                           .alt = (keys & MK_ALT) != 0};
   const FileAction action = transferAction(in.paths, folder, wish);
-  const TransferPlan plan = planTransfer(action, in.paths, folder, false);
-  // What would be refused is still taken, so that the user is told why.
-  const bool nothing = plan.operations.empty() && plan.message.empty();
-  in.effect = nothing ? DROPEFFECT_NONE : effectOf(action);
+  const bool refused = planTransfer(action, in.paths, folder, false).operations.empty();
+  in.effect = refused ? DROPEFFECT_NONE : effectOf(action);
   return in.effect;
 }
 
 // The next drag's object may lie at the same address.
 void FolderContainers::dragLeft() { incoming_.reset(); }
 
-DWORD FolderContainers::drop(ContainerSlot slot, IDataObject& data, DWORD effect) {
+DWORD FolderContainers::drop(ContainerSlot slot, NodeId node, IDataObject& data, DWORD effect) {
   dragLeft();
-  const std::vector<std::wstring> paths = readFiles(data).paths;
-  const bool moves = effect == DROPEFFECT_MOVE;
-  transfer(moves ? FileAction::Move : FileAction::Copy, paths, folderOf(slot));
-  if (!moves) return effect;
-  // The files are moved here, and must not be deleted by the source as well.
-  tellMoved(data);
-  return DROPEFFECT_NONE;
+  const std::wstring folder = dropFolder(slot, node);
+  TransferEnd end{.moved = effect == DROPEFFECT_MOVE};
+  TransferPlan plan = planTransfer(end.moved ? FileAction::Move : FileAction::Copy,
+                                   readFiles(data).paths, folder, document_.settings.locked);
+  say(std::move(plan.message));
+  if (plan.operations.empty() || !start()) return DROPEFFECT_NONE;
+  if (const TellSource tell = finishLater(data)) {
+    transfers_->start(std::move(plan.operations), [tell, end](bool complete) mutable {
+      end.complete = complete;
+      tell(end);
+    });
+    return end.moved ? DROPEFFECT_NONE : effect;
+  }
+  // The source may delete what it has offered as soon as it has the answer.
+  end.complete = transfers_->carryOut(std::move(plan.operations));
+  return tellEnd(data, end);
 }
 
 }  // namespace varnowick

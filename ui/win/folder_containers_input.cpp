@@ -175,7 +175,7 @@ bool FolderContainers::contextMenu(NodeId node, POINT screen) {
       {},
       {0, kCut, L"Cu&t", L"Ctrl+X", false, any && !locked},
       {0, kCopy, L"&Copy", L"Ctrl+C", false, any},
-      {0, kPaste, L"&Paste", L"Ctrl+V", false, !locked && !readClipboardFiles().paths.empty()},
+      {0, kPaste, L"&Paste", L"Ctrl+V", false, !locked && clipboardHasFiles()},
       {},
       {0, kRename, L"Rena&me", L"F2", false, view->selectedCount() == 1 && row >= 0 && !locked},
       {0, kDelete, L"&Delete", L"Del", false, any && !locked},

@@ -162,6 +162,9 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
         view_.focus(node);
       view_.invalidate();
       return 0;
+    case WM_DROPFILES:
+      dropTarget_.filesDropped(reinterpret_cast<HDROP>(wParam));
+      return 0;
     case kMsgDropped:
       takePendingDrops();
       return 0;

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@
 #include "ui/scene/workspace_editor.h"
 #include "ui/win/desk.h"
 #include "ui/win/drag_trail.h"
+#include "ui/win/drop_reading.h"
 #include "ui/win/drop_target.h"
 #include "ui/win/in_place_edit.h"
 #include "ui/win/messages.h"
@@ -162,8 +164,8 @@ class WorkspacePane final : public DragStop {
   bool refuseWhileLocked();
   // Adds what was dropped or entered; at no point: where there is room on the panel.
   // A refusal that is known already is told with the others.
-  void takeDropped(const Dropped& dropped, const Point<Twips>* at);
-  void takeDropped(const Dropped& dropped, const Point<Twips>* at, Panel panel);
+  void takeDropped(Dropped dropped, const Point<Twips>* at);
+  void takeDropped(Dropped dropped, const Point<Twips>* at, Panel panel);
   void addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips>* at, Panel panel,
                     std::wstring refusal);
   // Drops come in only when no dialog is open; the owner calls it now and then.
@@ -276,8 +278,9 @@ class WorkspacePane final : public DragStop {
   bool trackingLeave_ = false;
   ContainerSlot menuContainer_;  // that the open menu, or its command, is about
   struct PendingDrop {
-    Dropped data;
-    Point<Twips> at;  // of the window
+    std::shared_ptr<DropReading> reading;
+    std::optional<Point<Twips>> at{};  // of the window; else anywhere on the panel
+    Panel panel{};
   };
   std::vector<PendingDrop> pendingDrops_;
 };

@@ -2,7 +2,6 @@
 
 #include "containers/removal.h"
 #include "platform/msg_box.h"
-#include "platform/win32/win32_system.h"
 #include "shortcuts/tags.h"
 #include "ui/win/folder_containers.h"
 #include "ui/win/win_events.h"
@@ -203,16 +202,19 @@ bool WorkspacePane::refuseWhileLocked() {
   return true;
 }
 
-void WorkspacePane::takeDropped(const Dropped& dropped, const Point<Twips>* at) {
-  takeDropped(dropped, at, scene_.homePanel());
+void WorkspacePane::takeDropped(Dropped dropped, const Point<Twips>* at) {
+  takeDropped(std::move(dropped), at, scene_.homePanel());
 }
 
-void WorkspacePane::takeDropped(const Dropped& dropped, const Point<Twips>* at, Panel panel) {
+void WorkspacePane::takeDropped(Dropped dropped, const Point<Twips>* at, Panel panel) {
   if (refuseWhileLocked()) return;
-  DropRecords records =
-      recordsFromDrop(dropped, desk_.document.settings.extractURLs,
-                      {desk_.platform.files, desk_.platform.codec, &expandEnvironment});
-  addShortcuts(std::move(records.shortcuts), at, panel, records.refusal);
+  PendingDrop drop{DropReading::begin(std::move(dropped), desk_.document.settings.extractURLs,
+                                      window_, kMsgDropped)};
+  drop.panel = panel;
+  if (at != nullptr) drop.at = *at;
+  const bool ready = drop.reading->wait(DropReading::kMoment);
+  pendingDrops_.push_back(std::move(drop));
+  if (ready) takePendingDrops();
 }
 
 // Into the container whose menu it was chosen from. A folder takes files.
@@ -243,22 +245,44 @@ bool WorkspacePane::dropIsWelcome(POINT screen) {
   // While files are dragged out of here there is nothing that a drop could disturb.
   const bool busy = desk_.modal.active() && !draggingFiles();
   if (busy || desk_.document.settings.locked) return false;
+  // Also over what takes nothing: a bar or another window may have to come out.
   draggedOver(screen);
+  const Panel panel = scene_.panelAt(toScene({{screen.x}, {screen.y}}));
+  const clsContainer* container = desk_.document.workspace.containers.find(panel.container);
+  // A folder judges for itself.
+  const bool isFolder = container != nullptr && containerType(*container) == ContainerType::Folder;
+  if (!isFolder && dropRefusal(desk_.document.workspace, desk_.document.settings, panel)) {
+    editor_.unmarkDrop();
+    return false;
+  }
   return true;
 }
 
-// The source waits for the answer: what may ask the user comes after it.
+// The source waits for the answer: what may ask the user comes after it. Some sources
+// delete links that they have made for the drop, which are read before that.
 bool WorkspacePane::acceptDrop(POINT screen, const Dropped& dropped) {
   if (!mayBecomeShortcuts(dropped)) return false;
-  pendingDrops_.push_back({dropped, toScene({{screen.x}, {screen.y}})});
-  return PostMessageW(window_, kMsgDropped, 0, 0) != FALSE;
+  pendingDrops_.push_back(
+      {DropReading::begin(dropped, desk_.document.settings.extractURLs, window_, kMsgDropped),
+       toScene({{screen.x}, {screen.y}}), scene_.homePanel()});
+  pendingDrops_.back().reading->wait(DropReading::kMoment);
+  return true;
 }
 
 void WorkspacePane::takePendingDrops() {
   if (desk_.modal.active()) return;
-  std::vector<PendingDrop> drops;
-  drops.swap(pendingDrops_);
-  for (const PendingDrop& drop : drops) takeDropped(drop.data, &drop.at);
+  std::vector<PendingDrop> ready;
+  std::erase_if(pendingDrops_, [&](const PendingDrop& drop) {
+    if (!drop.reading->wait(0)) return false;
+    ready.push_back(drop);
+    return true;
+  });
+  for (const PendingDrop& drop : ready) {
+    DropRecords records = drop.reading->take();
+    if (!refuseWhileLocked())
+      addShortcuts(std::move(records.shortcuts), drop.at ? &*drop.at : nullptr, drop.panel,
+                   std::move(records.refusal));
+  }
 }
 
 void WorkspacePane::deleteSelected() {

@@ -22,7 +22,7 @@ void WorkspacePane::attachFolders() {
   FolderContainers* folders = desk_.folders;
   if (folders == nullptr) return;
   scene_.setContentLayout([folders](ContainerSlot slot) { folders->laidOut(slot); });
-  folders->attach({&scene_, &view_, &owner_, &nameEdit_, &accessibleItems_, window_});
+  folders->attach({&scene_, &view_, &owner_, &nameEdit_, &accessibleItems_, &dropTarget_, window_});
   desk_.document.workspace.containers.forEach(
       [folders](ContainerSlot slot, const clsContainer&) { folders->laidOut(slot); });
 }
@@ -93,13 +93,23 @@ bool WorkspacePane::typedInFolder(wchar_t letter) {
 std::optional<DWORD> WorkspacePane::folderDropEffect(POINT screen, IDataObject& data, DWORD keys,
                                                      DWORD allowed) {
   if (desk_.folders == nullptr) return std::nullopt;
-  const Panel panel = scene_.panelAt(toScene({{screen.x}, {screen.y}}));
-  return desk_.folders->dropEffect(panel.container, data, keys, allowed);
+  const Point<Twips> at = toScene({{screen.x}, {screen.y}});
+  const NodeId node = scene_.scene().hitTest(at);
+  const auto effect =
+      desk_.folders->dropEffect(scene_.panelAt(at).container, node, data, keys, allowed);
+  if (!effect) return effect;
+  const NodeId row = desk_.folders->dropRow(node);
+  if (*effect == DROPEFFECT_NONE)
+    editor_.unmarkDrop();
+  else if (!row.none())
+    editor_.markDrop(row);
+  return effect;
 }
 
 DWORD WorkspacePane::dropOnFolder(POINT screen, IDataObject& data, DWORD effect) {
-  const Panel panel = scene_.panelAt(toScene({{screen.x}, {screen.y}}));
-  return desk_.folders->drop(panel.container, data, effect);
+  const Point<Twips> at = toScene({{screen.x}, {screen.y}});
+  return desk_.folders->drop(scene_.panelAt(at).container, scene_.scene().hitTest(at), data,
+                             effect);
 }
 
 // A container for a folder that the user chooses; on a window without a main panel

@@ -1,6 +1,7 @@
 #include "tests/e2e/harness/drag_source.h"
 
 #include <ole2.h>
+#include <shldisp.h>
 #include <shlobj.h>
 
 #include <cstring>
@@ -39,9 +40,11 @@ class Counted : public Interface {
     // A call from another process may hand over an identifier at any address.
     IID wanted{};
     std::memcpy(&wanted, &id, sizeof wanted);
-    if (wanted != IID_IUnknown && wanted != __uuidof(Interface)) return E_NOINTERFACE;
-    *result = static_cast<Interface*>(this);
-    AddRef();
+    *result = wanted == IID_IUnknown || wanted == __uuidof(Interface)
+                  ? static_cast<Interface*>(this)
+                  : otherInterface(wanted);
+    if (*result == nullptr) return E_NOINTERFACE;
+    this->AddRef();
     return S_OK;
   }
   ULONG STDMETHODCALLTYPE AddRef() override {
@@ -53,62 +56,11 @@ class Counted : public Interface {
     return static_cast<ULONG>(left);
   }
 
+ protected:
+  virtual void* otherInterface(const IID&) { return nullptr; }
+
  private:
   LONG count_ = 1;
-};
-
-class Data final : public Counted<IDataObject> {
- public:
-  explicit Data(Offer offer) : offer_(std::move(offer)) {}
-
-  HRESULT STDMETHODCALLTYPE GetData(FORMATETC* wanted, STGMEDIUM* medium) override {
-    const OfferedFormat* found = find(wanted);
-    if (found == nullptr) return DV_E_FORMATETC;
-    *medium = {};
-    medium->tymed = TYMED_HGLOBAL;
-    medium->hGlobal = inMemory(found->bytes);
-    return medium->hGlobal == nullptr ? E_OUTOFMEMORY : S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* wanted) override {
-    return find(wanted) == nullptr ? DV_E_FORMATETC : S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** result) override {
-    if (direction != DATADIR_GET) return E_NOTIMPL;
-    std::vector<FORMATETC> all;
-    for (const OfferedFormat& format : offer_) all.push_back(asMemory(format.format));
-    return SHCreateStdEnumFmtEtc(static_cast<UINT>(all.size()), all.data(), result);
-  }
-  HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override {
-    out->ptd = nullptr;
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
-    return OLE_E_ADVISENOTSUPPORTED;
-  }
-  HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
-  HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override {
-    return OLE_E_ADVISENOTSUPPORTED;
-  }
-
- private:
-  const OfferedFormat* find(const FORMATETC* wanted) const {
-    if ((wanted->tymed & TYMED_HGLOBAL) == 0) return nullptr;
-    for (const OfferedFormat& format : offer_)
-      if (format.format == wanted->cfFormat) return &format;
-    return nullptr;
-  }
-  Offer offer_;
-};
-
-class Source final : public Counted<IDropSource> {
- public:
-  HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override {
-    if (escape) return DRAGDROP_S_CANCEL;
-    return (keys & MK_LBUTTON) == 0 ? DRAGDROP_S_DROP : S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
 };
 
 }  // namespace
@@ -145,12 +97,118 @@ void putOnClipboard(const Offer& offer) {
   if (!done) failWithLastError(L"SetClipboardData");
 }
 
-DragSource::DragSource(Offer offer) : offer_(std::move(offer)) {
+class DragSource::Data final : public Counted<IDataObject> {
+ public:
+  explicit Data(DragSource& source) : source_(source), later_(*this) {}
+  bool busy() const { return later_.busy; }
+
+  HRESULT STDMETHODCALLTYPE GetData(FORMATETC* wanted, STGMEDIUM* medium) override {
+    const OfferedFormat* found = find(wanted);
+    if (found == nullptr) return DV_E_FORMATETC;
+    *medium = {};
+    medium->tymed = TYMED_HGLOBAL;
+    medium->hGlobal = inMemory(found->bytes);
+    return medium->hGlobal == nullptr ? E_OUTOFMEMORY : S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* wanted) override {
+    return find(wanted) == nullptr ? DV_E_FORMATETC : S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** result) override {
+    if (direction != DATADIR_GET) return E_NOTIMPL;
+    std::vector<FORMATETC> all;
+    for (const OfferedFormat& format : source_.offer_) all.push_back(asMemory(format.format));
+    return SHCreateStdEnumFmtEtc(static_cast<UINT>(all.size()), all.data(), result);
+  }
+  HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override {
+    out->ptd = nullptr;
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
+    return OLE_E_ADVISENOTSUPPORTED;
+  }
+  HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
+  HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override {
+    return OLE_E_ADVISENOTSUPPORTED;
+  }
+
+ private:
+  const OfferedFormat* find(const FORMATETC* wanted) const {
+    if ((wanted->tymed & TYMED_HGLOBAL) == 0) return nullptr;
+    for (const OfferedFormat& format : source_.offer_)
+      if (format.format == wanted->cfFormat) return &format;
+    return nullptr;
+  }
+  // The asynchronous half of the same object.
+  struct Later final : IDataObjectAsyncCapability {
+    explicit Later(Data& whole) : data(whole) {}
+    virtual ~Later() = default;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
+      return data.QueryInterface(id, result);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return data.AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return data.Release(); }
+    HRESULT STDMETHODCALLTYPE SetAsyncMode(BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetAsyncMode(BOOL* result) override {
+      *result = TRUE;
+      return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE StartOperation(IBindCtx*) override {
+      busy = true;
+      return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE InOperation(BOOL* result) override {
+      *result = busy;
+      return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE EndOperation(HRESULT, IBindCtx*, DWORD) override {
+      busy = false;
+      data.source_.deleteTemporary();
+      InterlockedExchange(&data.source_.told_, 1);
+      return S_OK;
+    }
+    Data& data;
+    bool busy = false;
+  };
+  void* otherInterface(const IID& id) override {
+    const bool asked = id == __uuidof(IDataObjectAsyncCapability);
+    return asked && source_.manners_.finishesLater
+               ? static_cast<IDataObjectAsyncCapability*>(&later_)
+               : nullptr;
+  }
+  DragSource& source_;
+  Later later_;
+};
+
+class DragSource::Source final : public Counted<IDropSource> {
+ public:
+  explicit Source(DragSource& source) : source_(source) {}
+  HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override {
+    if (escape) return DRAGDROP_S_CANCEL;
+    if (source_.manners_.hangs && (keys & MK_LBUTTON) == 0) {
+      InterlockedExchange(&source_.ended_, 1);
+      WaitForSingleObject(source_.goOn_.get(), INFINITE);
+      return DRAGDROP_S_CANCEL;
+    }
+    return (keys & MK_LBUTTON) == 0 ? DRAGDROP_S_DROP : S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+
+ private:
+  DragSource& source_;
+};
+
+DragSource::DragSource(Offer offer, Manners manners)
+    : offer_(std::move(offer)),
+      manners_(std::move(manners)),
+      goOn_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
   *thread_.put() = CreateThread(nullptr, 0, &DragSource::run, this, 0, nullptr);
   require(L"the window to drag from", [this] { return ready_ != 0; });
 }
 
 DragSource::~DragSource() {
+  SetEvent(goOn_.get());
   PostMessageW(window_, WM_CLOSE, 0, 0);
   WaitForSingleObject(thread_.get(), kPatience);
 }
@@ -184,13 +242,18 @@ LRESULT CALLBACK DragSource::procedure(HWND window, UINT message, WPARAM wParam,
   return DefWindowProcW(window, message, wParam, lParam);
 }
 
+void DragSource::deleteTemporary() const {
+  for (const std::wstring& path : manners_.temporary) DeleteFileW(path.c_str());
+}
+
 void DragSource::doDrag() {
-  auto* data = new Data(offer_);
-  auto* source = new Source;
+  auto* data = new Data(*this);
+  auto* source = new Source(*this);
   InterlockedExchange(&begun_, 1);
   DWORD effect = DROPEFFECT_NONE;
   const HRESULT result = DoDragDrop(data, source, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
   effect_ = result == DRAGDROP_S_DROP ? effect : DROPEFFECT_NONE;
+  if (!data->busy()) deleteTemporary();
   source->Release();
   data->Release();
   InterlockedExchange(&ended_, 1);

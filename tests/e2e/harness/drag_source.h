@@ -25,11 +25,19 @@ Offer offerAddress(const std::wstring& address, const std::wstring& title);
 
 void putOnClipboard(const Offer& offer);
 
+// What a source does besides offering.
+struct Manners {
+  // Deleted as soon as the source may: after its drag, or when it is told of the end.
+  std::vector<std::wstring> temporary{};
+  bool finishesLater = false;  // its target may finish after the drop
+  bool hangs = false;          // when the button comes up; until it is destroyed
+};
+
 // A small window in the middle of the screen, with a thread of its own because a
 // drag keeps its source busy.
 class DragSource {
  public:
-  explicit DragSource(Offer offer);
+  explicit DragSource(Offer offer, Manners manners = {});
   ~DragSource();
   DragSource(const DragSource&) = delete;
   DragSource& operator=(const DragSource&) = delete;
@@ -37,18 +45,27 @@ class DragSource {
   // Drags with the mouse from the window to that place of the screen and lets go
   // there; the effect that the target chose.
   DWORD dragTo(POINT target);
+  // What it was told of a drop that was finished later; none before that.
+  bool toldOfEnd() const { return told_ != 0; }
 
  private:
   static DWORD WINAPI run(void* self);
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void doDrag();
 
+  class Data;
+  class Source;
+  void deleteTemporary() const;
+
   Offer offer_;
+  Manners manners_;
+  KernelHandle goOn_;  // for a source that hangs
   KernelHandle thread_;
   HWND window_ = nullptr;
   volatile LONG ready_ = 0;
   volatile LONG begun_ = 0;
   volatile LONG ended_ = 0;
+  volatile LONG told_ = 0;
   DWORD effect_ = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <ole2.h>
+#include <shldisp.h>
 #include <shlobj.h>
 
 namespace varnowick {
@@ -43,28 +44,10 @@ TEST_F(FileDrag, WhatIsOfferedIsReadBack) {
   EXPECT_EQ(readFiles(*makeFileData({L"C:\\a"}, 0).get()).preferredEffect, 0U);
 }
 
-TEST_F(FileDrag, TheFormatsAreListed) {
-  const ComPtr<IDataObject> data = makeFileData({L"C:\\a"}, DROPEFFECT_COPY);
-  ComPtr<IEnumFORMATETC> formats;
-  ASSERT_EQ(data->EnumFormatEtc(DATADIR_GET, formats.put()), S_OK);
-  FORMATETC found[4]{};
-  ULONG count = 0;
-  EXPECT_EQ(formats->Next(4, found, &count), S_FALSE);
-  ASSERT_EQ(count, 2U);
-  EXPECT_EQ(found[0].cfFormat, CF_HDROP);
-  EXPECT_EQ(formats->Skip(1), S_FALSE);
-  EXPECT_EQ(formats->Reset(), S_OK);
-  EXPECT_EQ(formats->Skip(1), S_OK);
-  ComPtr<IEnumFORMATETC> rest;
-  ASSERT_EQ(formats->Clone(rest.put()), S_OK);
-  EXPECT_EQ(rest->Next(1, found, nullptr), S_OK);
-  EXPECT_EQ(rest->Next(1, found, nullptr), S_FALSE);
-}
-
 TEST_F(FileDrag, WhatTargetsTellIsKeptWithinBounds) {
   const ComPtr<IDataObject> data = makeFileData({L"C:\\a"}, 0);
   const UINT performed = RegisterClipboardFormatW(L"Performed DropEffect");
-  tellMoved(*data.get());
+  tellEnd(*data.get(), {.moved = true, .complete = true});
   FORMATETC wanted = asMemory(performed);
   EXPECT_EQ(data->QueryGetData(&wanted), S_OK);
   EXPECT_EQ(tell(*data.get(), performed, 4), S_OK) << "told again";
@@ -76,6 +59,53 @@ TEST_F(FileDrag, WhatTargetsTellIsKeptWithinBounds) {
   EXPECT_EQ(readFiles(*data.get()).paths, Paths{L"C:\\a"});
 }
 
+DWORD told(IDataObject& data, const wchar_t* name) {
+  FORMATETC wanted = asMemory(RegisterClipboardFormatW(name));
+  STGMEDIUM medium{};
+  if (data.GetData(&wanted, &medium) != S_OK) return ~0UL;
+  const DWORD effect = *static_cast<DWORD*>(GlobalLock(medium.hGlobal));
+  GlobalUnlock(medium.hGlobal);
+  ReleaseStgMedium(&medium);
+  return effect;
+}
+
+TEST_F(FileDrag, SourcesDeleteNothingThatWasMovedAndNothingThatFailed) {
+  const struct {
+    TransferEnd end;
+    DWORD answer, logical;
+  } rows[] = {{{.moved = true, .complete = true}, DROPEFFECT_NONE, DROPEFFECT_MOVE},
+              {{.moved = true, .complete = false}, DROPEFFECT_NONE, DROPEFFECT_NONE},
+              {{.moved = false, .complete = true}, DROPEFFECT_COPY, DROPEFFECT_COPY},
+              {{.moved = false, .complete = false}, DROPEFFECT_NONE, DROPEFFECT_NONE}};
+  for (const auto& row : rows) {
+    const ComPtr<IDataObject> data = makeFileData({L"C:\\a"}, 0);
+    EXPECT_EQ(tellEnd(*data.get(), row.end), row.answer);
+    EXPECT_EQ(told(*data.get(), L"Performed DropEffect"), row.answer);
+    EXPECT_EQ(told(*data.get(), L"Logical Performed DropEffect"), row.logical);
+  }
+}
+
+TEST_F(FileDrag, TheEndIsToldFromAnotherThread) {
+  const ComPtr<IDataObject> data = makeFileData({L"C:\\a"}, 0);
+  ComPtr<IDataObjectAsyncCapability> later;
+  ASSERT_EQ(data->QueryInterface(__uuidof(IDataObjectAsyncCapability), later.putVoid()), S_OK);
+  const TellSource tellSource = finishLater(*data.get());
+  ASSERT_TRUE(tellSource);
+  BOOL running = FALSE;
+  later->InOperation(&running);
+  EXPECT_TRUE(running);
+  tellSource({.moved = false, .complete = true});
+  const DWORD start = GetTickCount();
+  while (running && GetTickCount() - start < 20'000) {
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 100, QS_ALLINPUT);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    later->InOperation(&running);
+  }
+  EXPECT_FALSE(running);
+  EXPECT_EQ(told(*data.get(), L"Performed DropEffect"), static_cast<DWORD>(DROPEFFECT_COPY));
+}
+
 TEST_F(FileDrag, TheClipboardTellsCutFromCopied) {
   for (const bool cut : {true, false}) {
     ASSERT_TRUE(putFilesOnClipboard({L"C:\\a", L"C:\\b"}, cut));
@@ -84,7 +114,7 @@ TEST_F(FileDrag, TheClipboardTellsCutFromCopied) {
     EXPECT_EQ((files.preferredEffect & DROPEFFECT_MOVE) != 0, cut);
     EXPECT_EQ((files.preferredEffect & DROPEFFECT_COPY) != 0, !cut);
   }
-  clearClipboard();
+  OleSetClipboard(nullptr);
   EXPECT_TRUE(readClipboardFiles().paths.empty());
   EXPECT_FALSE(putFilesOnClipboard({}, true));
 }
