@@ -33,7 +33,8 @@ struct DetachedWorld {
     apply(rules.start());
   }
   DetachedInputs inputs() const {
-    return {record, kWindow, kTab, cursor, foreground, busy, animate, systemAnimations, feedStatus};
+    return {record, kWindow, kTab,    cursor,           foreground,
+            false,  busy,    animate, systemAnimations, feedStatus};
   }
   void apply(const DetachedEffects& e) {
     if (e.tab != TabChange::None) tabShown = e.tab == TabChange::Place;

@@ -21,6 +21,7 @@ class ToolbarTest : public testing::Test {
               .bar = {{0}, {0}, {300}, {600}},
               .edge = ScreenEdge::Left,
               .work = {{0}, {0}, {1000}, {700}},
+              .look = {},
               .density = {}};
   }
   void TearDown() override {
