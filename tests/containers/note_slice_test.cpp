@@ -48,20 +48,6 @@ TEST(NoteSlice, HoldsTheCaretAndNothingInHalves) {
   }
 }
 
-TEST(NoteSlice, WalkingThroughALongNoteReachesItsEnd) {
-  const std::wstring text = repeated(L"A line of usual length.\r\n", 1'000'000);
-  std::size_t caret = 0;
-  int slices = 0;
-  for (; caret < text.size() && slices < 1000; ++slices) {
-    const NoteSlice slice = sliceAround(text, caret);
-    while (caret < text.size() &&
-           !wantsAnotherSlice(slice, text.size(), caret - slice.start, slice.size()))
-      caret += 50;
-  }
-  EXPECT_GE(caret, text.size());
-  EXPECT_LT(slices, 200);
-}
-
 TEST(NoteSlice, EveryLineBreakBecomesOfOneKind) {
   using namespace std::string_literals;
   EXPECT_EQ(editableText(L"a\nb\rc\r\nd\r\r\n\0e"s),

@@ -132,20 +132,6 @@ TEST_F(MainNotes, ALinkIsOpenedAndAClickBesideItEdits) {
   EXPECT_EQ(savedNote(), "http://example.org/page read");
 }
 
-TEST_F(NotesTest, WhatIsTypedIsSavedWhenTheBarGoesAway) {
-  writeNote("old\r\n");
-  Bar bar = startBar();
-  bar.expand();
-  mouse::click(centreOf(noteRect(bar, L"Memo")));
-  editor(bar);
-  expectSaved([] { keyboard::type(L" new"); });  // once the typing rests
-  EXPECT_EQ(savedNote(), "old new");
-  keyboard::type(L"er");
-  require(L"the text", [&] { return textOf(editor(bar)) == L"old newer"; });
-  closeProgram();
-  EXPECT_EQ(savedNote(), "old newer");
-}
-
 TEST_F(NotesTest, WhatWasTypedGoesWithItsContainerAndNotToTheNext) {
   writeNote("old words\r\n");
   folder().write(L"Varnowick.ini", SettingsFile().set("[ConfirmDelete]", "0").bytes());
