@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t kNear = 1'000;  // units from the end of a slice
 constexpr std::size_t kLongestParagraph = 3'000;
-constexpr std::size_t kMostHardEdited = 8'000;
+constexpr std::size_t kMostHardEdited = 4'000;
 
 bool isSecondUnit(wchar_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
