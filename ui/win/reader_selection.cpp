@@ -3,6 +3,8 @@
 // This relies on windows.h.
 #include <oleacc.h>
 
+#include "ui/win/messages.h"
+
 namespace varnowick {
 namespace {
 

@@ -1,5 +1,5 @@
 // What screen readers do to the selection (IAccessible::accSelect), posted to the
-// window, for they wait for the answer.
+// window as kMsgSelect, for they wait for the answer.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,6 @@
 #include "ui/scene/workspace_editor.h"
 
 namespace varnowick {
-
-inline constexpr UINT kMsgSelect = WM_APP + 8;
 
 // False for what cannot be selected.
 bool postSelection(HWND window, const Scene& scene, NodeId node, long flags);
