@@ -18,8 +18,7 @@ class ForegroundTest : public ProgramTest {
   }
   static void hotkey() { keyboard::chord({VK_CONTROL, VK_MENU, 'J'}); }
   void startAgain() {
-    Events second;
-    const RunningProgram again(folder(), second);
+    const RunningProgram again(folder(), events());
     EXPECT_EQ(again.waitForExit(), 0U);
   }
 };
@@ -115,7 +114,8 @@ TEST_F(MainForeground, TheHotkeyRaisesDetachedWindowsOnTheWayOutOnly) {
   require(L"the container to be covered", covered);
   events().expect(kEventExpanded, L"opened", &hotkey);
   require(L"the container in front", [&] { return !covered(); });
-  SetWindowPos(other.window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  for (const HWND place : {HWND_TOPMOST, HWND_NOTOPMOST})
+    SetWindowPos(other.window(), place, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   require(L"the container to be covered again", covered);
   events().expect(kEventCollapsed, L"collapsed", &hotkey);
   letTimePass(200);
