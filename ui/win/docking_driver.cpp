@@ -175,8 +175,11 @@ void DockingDriver::apply(const DockEffects& effects) {
     place(to);
   } else if (effects.moveTo) {
     rect_ = to;
-    // On its way out it is cut off first, on its way in only when it is there.
+    // On its way out it is cut off first, on its way in only when it is there. The
+    // system tells of a new region as of a move, with the place it still has.
+    placing_ = true;
     if (rules_.collapseSide() != ScreenEdge::None) updateClip();
+    placing_ = false;
     const PixelRect px = toPixels(rect_, density());
     SetWindowPos(window_, nullptr, px.left.value, px.top.value, 0, 0,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSIZE | SWP_NOOWNERZORDER);
@@ -269,7 +272,7 @@ bool DockingDriver::tick(TimerId id) {
 void DockingDriver::noteWindowRect() {
   // A minimised window lies far off every screen, and a maximised one covers it;
   // neither is a place to save.
-  if (IsIconic(window_) || IsZoomed(window_)) return;
+  if (placing_ || IsIconic(window_) || IsZoomed(window_)) return;
   const PixelRect now = windowPixels();
   if (now == toPixels(rect_, density())) return;
   rect_ = toTwips(now, density());

@@ -91,6 +91,7 @@ class DockingDriver {
   bool fineTimer_ = false;
   bool startsMaximised_ = false;
   bool dragging_ = false;
+  bool placing_ = false;
   std::optional<PixelRect> clip_;  // of the window, in its own pixels
   AutoHideBars autoHideBars_;
 };
