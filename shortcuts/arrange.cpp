@@ -1,6 +1,7 @@
 #include "shortcuts/arrange.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "shortcuts/natural_order.h"
 
@@ -111,6 +112,56 @@ Point<Twips> newPlace(const Place& place, const PanelMeasures& measures, const M
   return {at.x + from.x - origin.x, at.y + from.y - origin.y};
 }
 
+// Shortcuts come to lie on nothing else: in the gap, or each at the nearest free place to
+// where it was to go. What makes room for them is added to the places.
+void settleShortcuts(const Workspace& workspace, const Settings& settings,
+                     const PanelMeasures& measures, const std::optional<Gap>& gap,
+                     std::vector<Place>& places) {
+  std::vector<Place*> moving;
+  std::vector<ShortcutSlot> slots;
+  for (Place& place : places)
+    if (const auto* slot = std::get_if<ShortcutSlot>(&place.id)) {
+      moving.push_back(&place);
+      slots.push_back(*slot);
+    }
+  if (moving.empty()) return;
+  const Panel panel = moving.front()->parent;
+  // In the order in which they are read.
+  std::stable_sort(moving.begin(), moving.end(), [](const Place* a, const Place* b) {
+    return std::pair(a->position.y, a->position.x) < std::pair(b->position.y, b->position.x);
+  });
+  if (gap) {
+    std::vector<Size<Twips>> sizes;
+    for (const Place* place : moving) sizes.push_back(sizeOf(workspace, measures, place->id));
+    if (const auto room = makeRoom(workspace, measures, panel, sizes, slots, *gap)) {
+      for (std::size_t i = 0; i < moving.size(); ++i) moving[i]->position = room->places[i];
+      for (const PlacedShortcut& p : room->pushed)
+        places.push_back({p.slot, panel, p.position, {}});
+      return;
+    }
+  }
+  // Each panel on its own: without a target they stay on several.
+  std::vector<std::pair<Panel, std::vector<TwipsRect>>> takenOf;
+  const auto takenAt = [&](Panel on) -> std::vector<TwipsRect>& {
+    for (auto& [known, taken] : takenOf)
+      if (known == on) return taken;
+    std::vector<TwipsRect> taken = takenOn(workspace, measures, on, false);
+    workspace.shortcuts.forEach([&](ShortcutSlot slot, const clsShortcut& s) {
+      if (s.parent != on || std::find(slots.begin(), slots.end(), slot) != slots.end()) return;
+      const Size<Twips> size = measures.shortcutSize(s);
+      taken.push_back({s.position.x, s.position.y, size.width, size.height});
+    });
+    return takenOf.emplace_back(on, std::move(taken)).second;
+  };
+  for (Place* place : moving) {
+    std::vector<TwipsRect>& taken = takenAt(place->parent);
+    const Size<Twips> size = sizeOf(workspace, measures, place->id);
+    place->position =
+        nearestPlace(measures, place->parent, size, place->position, settings.align, taken);
+    taken.push_back({place->position.x, place->position.y, size.width, size.height});
+  }
+}
+
 }  // namespace
 
 Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
@@ -132,27 +183,66 @@ Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelM
   }
   if (move.target != nullptr)
     if (const wchar_t* refusal = refusalOf(workspace, places, *move.target)) return {{}, refusal};
+  settleShortcuts(workspace, settings, measures, move.gap, places);
   return putAll(workspace, places);
 }
 
 Moved moveToPanel(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
-                  const Selection& selection, Panel panel, Point<Twips> at) {
+                  const MoveOver& move) {
   if (settings.locked) return {{}, kLockedMessage};
-  if (!exists(workspace, panel)) return {};
+  if (!exists(workspace, move.panel)) return {};
   std::vector<Place> places;
-  Point<Twips> first;
-  for (const ObjectId& id : selection.objects()) {
+  Point<Twips> way;
+  for (const ObjectId& id : move.selection.objects()) {
     if (std::holds_alternative<ContainerSlot>(id) || !isSelectable(workspace, id)) continue;
     Place next = placeOf(workspace, id);
-    if (places.empty()) first = next.position;
-    const Point<Twips> to{at.x + next.position.x - first.x, at.y + next.position.y - first.y};
-    next.parent = panel;
-    next.position =
-        placeWithin(measures, panel, sizeOf(workspace, measures, id), to, settings.align);
+    const Size<Twips> size = sizeOf(workspace, measures, id);
+    if (places.empty())
+      way = {move.at.x - size.width * 0.5F - next.position.x,
+             move.at.y - size.height * 0.5F - next.position.y};
+    next.parent = move.panel;
+    next.position = placeWithin(measures, move.panel, size,
+                                {next.position.x + way.x, next.position.y + way.y}, settings.align);
     places.push_back(next);
   }
-  if (const wchar_t* refusal = refusalOf(workspace, places, panel)) return {{}, refusal};
+  if (const wchar_t* refusal = refusalOf(workspace, places, move.panel)) return {{}, refusal};
+  settleShortcuts(workspace, settings, measures, move.gap, places);
   return putAll(workspace, places);
+}
+
+std::vector<PlacedShortcut> placesOf(const Workspace& workspace, Panel panel) {
+  std::vector<PlacedShortcut> places;
+  workspace.shortcuts.forEach([&](ShortcutSlot slot, const clsShortcut& s) {
+    if (s.parent == panel) places.push_back({slot, s.position});
+  });
+  return places;
+}
+
+std::vector<ShortcutSlot> keepWithin(Workspace& workspace, const PanelMeasures& measures,
+                                     Panel panel, bool align,
+                                     const std::vector<PlacedShortcut>& places) {
+  std::vector<TwipsRect> taken = takenOn(workspace, measures, panel, false);
+  std::vector<std::pair<PlacedShortcut, Size<Twips>>> outside;
+  std::vector<ShortcutSlot> moved;
+  const auto put = [&](ShortcutSlot slot, Point<Twips> at, Size<Twips> size) {
+    taken.push_back({at.x, at.y, size.width, size.height});
+    Point<Twips>& position = workspace.shortcuts[slot].position;
+    if (position == at) return;
+    position = at;
+    moved.push_back(slot);
+  };
+  for (const PlacedShortcut& place : places) {
+    const clsShortcut* shortcut = workspace.shortcuts.find(place.slot);
+    if (shortcut == nullptr || shortcut->parent != panel) continue;
+    const Size<Twips> size = measures.shortcutSize(*shortcut);
+    if (placeWithin(measures, panel, size, place.position, false) == place.position)
+      put(place.slot, place.position, size);
+    else
+      outside.emplace_back(place, size);
+  }
+  for (const auto& [place, size] : outside)
+    put(place.slot, nearestPlace(measures, panel, size, place.position, align, taken), size);
+  return moved;
 }
 
 Moved alignSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,

@@ -2,11 +2,12 @@
 // alone and asks nothing.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "core/settings.h"
 #include "core/workspace.h"
-#include "shortcuts/placement.h"
+#include "shortcuts/nearest_place.h"
 #include "shortcuts/selection.h"
 
 namespace varnowick {
@@ -19,21 +20,38 @@ struct Moved {
 // Moves the selected objects by the distance. With a target panel shortcuts and
 // pictures go over to it, keeping their place on the screen but for the distance;
 // containers stay on the main panel. What lies in a selected container moves
-// with it. Everything ends within its panel, on the grid if settings.align is on.
-// When the target cannot take all, or editing is locked, nothing moves.
+// with it. Everything ends within its panel, on the grid if settings.align is on, and
+// shortcuts at the nearest free place; into a gap between others, if there is one, when
+// those can make room. When the target cannot take all, or editing is locked, nothing
+// moves.
 struct Move {
   const Selection& selection;
   Point<Twips> distance;
   const Panel* target = nullptr;
+  std::optional<Gap> gap = {};
 };
 Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
                     const Move& move);
 
 // Moves the selected shortcuts and pictures of another window onto the panel, the
-// first one to that point of it and the others as they lie around it. The measures
-// are those of the panel's window. Otherwise as above.
+// first one with its middle to that point of it and the others as they lie around it.
+// The measures are those of the panel's window. Otherwise as above.
+struct MoveOver {
+  const Selection& selection;
+  Panel panel;
+  Point<Twips> at;
+  std::optional<Gap> gap = {};
+};
 Moved moveToPanel(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
-                  const Selection& selection, Panel panel, Point<Twips> at);
+                  const MoveOver& move);
+
+std::vector<PlacedShortcut> placesOf(const Workspace& workspace, Panel panel);
+// The panel has become smaller. Shortcuts that lay at these places and fit no more go to
+// the nearest free place in it; what finds none stays apart from the others below. Gives
+// what has moved.
+std::vector<ShortcutSlot> keepWithin(Workspace& workspace, const PanelMeasures& measures,
+                                     Panel panel, bool align,
+                                     const std::vector<PlacedShortcut>& places);
 
 // Puts the selected objects onto the grid, whatever settings.align says.
 Moved alignSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "shortcuts/nearest_place.h"
+
 namespace varnowick {
 namespace {
 
@@ -29,30 +31,6 @@ Twips upToGrid(Twips value, Twips grid) {
 
 Twips topMargin(Panel panel) { return panel.isMain() ? kMargin : kTitleStripHeight + kTitleMargin; }
 
-// What lies on the panel. Shortcuts are left out when they are about to be laid out
-// anew.
-std::vector<TwipsRect> takenOn(const Workspace& workspace, const PanelMeasures& measures,
-                               Panel panel, bool shortcutsToo) {
-  std::vector<TwipsRect> taken;
-  const auto take = [&](Point<Twips> at, Size<Twips> size) {
-    taken.push_back({at.x, at.y, size.width, size.height});
-  };
-  if (shortcutsToo)
-    workspace.shortcuts.forEach([&](ShortcutSlot, const clsShortcut& s) {
-      if (s.parent == panel) take(s.position, measures.shortcutSize(s));
-    });
-  workspace.pictures.forEach([&](PictureSlot, const clsPicture& p) {
-    if (p.parent == panel) take(p.rect.topLeft(), p.rect.size());
-  });
-  if (panel.isMain())
-    workspace.containers.forEach([&](ContainerSlot slot, const clsContainer& c) {
-      // A folded container needs its room again when it unfolds.
-      if (c.visible && !c.Detached)
-        take(c.rect.topLeft(), c.shrunk ? kShrunkSize : measures.panelSize({slot}));
-    });
-  return taken;
-}
-
 // The first free place in rows from the given one down to `lowest`. A place whose
 // left edge is past `right` is none.
 bool searchRows(const std::vector<TwipsRect>& taken, const PanelMeasures& measures, Panel panel,
@@ -75,17 +53,49 @@ bool searchRows(const std::vector<TwipsRect>& taken, const PanelMeasures& measur
 
 }  // namespace
 
+std::vector<TwipsRect> takenOn(const Workspace& workspace, const PanelMeasures& measures,
+                               Panel panel, bool shortcutsToo) {
+  std::vector<TwipsRect> taken;
+  const auto take = [&](Point<Twips> at, Size<Twips> size) {
+    taken.push_back({at.x, at.y, size.width, size.height});
+  };
+  if (shortcutsToo)
+    workspace.shortcuts.forEach([&](ShortcutSlot, const clsShortcut& s) {
+      if (s.parent == panel) take(s.position, measures.shortcutSize(s));
+    });
+  workspace.pictures.forEach([&](PictureSlot, const clsPicture& p) {
+    if (p.parent == panel) take(p.rect.topLeft(), p.rect.size());
+  });
+  if (panel.isMain())
+    workspace.containers.forEach([&](ContainerSlot slot, const clsContainer& c) {
+      if (!c.visible || c.Detached) return;
+      Size<Twips> size = c.shrunk ? kShrunkSize : measures.panelSize({slot});
+      if (c.folded && !c.shrunk) size.height = kTitleStripHeight;
+      take(c.rect.topLeft(), size);
+    });
+  return taken;
+}
+
+PlaceLimits placeLimits(const PanelMeasures& measures, Panel panel, Size<Twips> size, bool align) {
+  const Size<Twips> room = measures.panelSize(panel);
+  const Twips top = panel.isMain() ? Twips{} : kTitleStripHeight;
+  const Twips right = std::max(Twips{}, room.width - size.width);
+  const Twips bottom = panel.isMain() ? kFarthest : std::max(top, room.height - size.height);
+  if (!align) return {{{}, top}, {right, bottom}};
+  const Twips grid = measures.grid;
+  const Twips first = upToGrid(top, grid);
+  return {{{}, first}, {downToGrid(right, grid), std::max(first, downToGrid(bottom, grid))}};
+}
+
 Point<Twips> placeWithin(const PanelMeasures& measures, Panel panel, Size<Twips> size,
                          Point<Twips> at, bool align) {
-  const Size<Twips> room = measures.panelSize(panel);
-  const Twips grid = measures.grid;
-  const Twips top = panel.isMain() ? Twips{} : kTitleStripHeight;
-  const Twips right = room.width - size.width;
-  const Twips bottom = panel.isMain() ? kFarthest : room.height - size.height;
-  Point<Twips> inside{kept(at.x, {}, right), kept(at.y, top, bottom)};
+  PlaceLimits limits = placeLimits(measures, panel, size, false);
+  const Point<Twips> inside{kept(at.x, limits.first.x, limits.last.x),
+                            kept(at.y, limits.first.y, limits.last.y)};
   if (!align) return inside;
-  return {kept(toGrid(inside.x, grid), {}, std::max(Twips{}, downToGrid(right, grid))),
-          kept(toGrid(inside.y, grid), upToGrid(top, grid), downToGrid(bottom, grid))};
+  limits = placeLimits(measures, panel, size, true);
+  return {kept(toGrid(inside.x, measures.grid), limits.first.x, limits.last.x),
+          kept(toGrid(inside.y, measures.grid), limits.first.y, limits.last.y)};
 }
 
 Point<Twips> freePlaceFrom(const Workspace& workspace, const PanelMeasures& measures, Panel panel,
@@ -97,7 +107,7 @@ Point<Twips> freePlaceFrom(const Workspace& workspace, const PanelMeasures& meas
   if (searchRows(taken, measures, panel, size, lowest, at)) return at;
   at = {kMargin, upToGrid(topMargin(panel), measures.grid)};
   if (searchRows(taken, measures, panel, size, lowest, at)) return at;
-  return start;
+  return nearestPlace(measures, panel, size, from, true, taken);
 }
 
 std::vector<Point<Twips>> placesInRows(const Workspace& workspace, const PanelMeasures& measures,

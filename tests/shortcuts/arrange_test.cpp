@@ -81,7 +81,7 @@ TEST_F(ArrangeTest, GoesOverToAContainerWhereItIsShown) {
   const Panel target{box};
   EXPECT_EQ(move(240, 2880, &target).objects.size(), 2U);
   expectAt(a, target, 360, 720);
-  expectAt(b, target, 360, 840);  // the end of the body, on the grid
+  expectAt(b, target, 1680, 840);  // the end of the body, beside the other
 }
 
 TEST_F(ArrangeTest, AContainerTakesItsContentAndItsSavedPlaceAlong) {
@@ -151,7 +151,7 @@ TEST_F(ArrangeTest, FreePlacesBeginWhereSomethingIsDropped) {
   EXPECT_EQ(at({box}, 0, 0), (Point<Twips>{{0}, {360}}));
   add({box}, 120, 480);
   add({box}, 1440, 480);
-  EXPECT_EQ(at({box}, 600, 600), (Point<Twips>{{600}, {600}}));  // no room at all
+  EXPECT_EQ(at({box}, 600, 600), (Point<Twips>{{600}, {1560}}));  // no room: below
 }
 
 TEST(NaturalOrderTest, IsTheOrderOfPeople) {

@@ -120,11 +120,9 @@ TwipsRect ObjectScene::reachable(Panel panel, Point<Twips> at, Size<Twips> size)
   const Size<Twips> room = panelSize(panel);
   const Twips leftMost = std::min(Twips{}, kReach - rect.width);
   rect.left = std::clamp(rect.left, leftMost, std::max(leftMost, room.width - kReach));
-  // The main panel scrolls down to whatever lies below; a container does not,
-  // and its title covers the top.
-  const Twips top = panel.isMain() ? Twips{} : kTitleStripHeight;
-  const Twips lowest = panel.isMain() ? kFarthest : std::max(top, room.height - kReach * 0.5F);
-  rect.top = std::clamp(rect.top, top, lowest);
+  // Below the end things stay where they are, and so apart from each other. The title
+  // of a container covers the top.
+  rect.top = std::clamp(rect.top, panel.isMain() ? Twips{} : kTitleStripHeight, kFarthest);
   return rect;
 }
 

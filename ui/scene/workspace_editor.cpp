@@ -12,6 +12,9 @@ namespace {
 constexpr NodeId kDragLayer{ControlKind::DragLayer, 0};
 constexpr NodeId kRubberBand{ControlKind::RubberBand, 0};
 constexpr NodeId kDropMark{ControlKind::DropMark, 0};
+constexpr Twips kGapMark{60};
+// The part at either end of a shortcut that is beside its middle.
+constexpr float kMiddle = 0.25F;
 
 TwipsRect between(Point<Twips> a, Point<Twips> b) {
   return {std::min(a.x, b.x),
@@ -172,19 +175,67 @@ Panel WorkspaceEditor::dropPanel(Point<Twips> pointer) {
   return beneathDrag([&] { return scene_.panelAt(pointer); });
 }
 
+ShortcutSlot WorkspaceEditor::shortcutAt(Point<Twips> pointer) {
+  const ShortcutSlot slot =
+      beneathDrag([&] { return shortcutOf(scene_.scene().hitTest(pointer)); });
+  return document_.workspace.shortcuts.contains(slot) ? slot : ShortcutSlot{};
+}
+
+float WorkspaceEditor::alongAt(ShortcutSlot slot, Point<Twips> pointer) const {
+  const TwipsRect r = scene_.scene().windowRect(shortcutNode(slot));
+  const bool column = isSmall(document_.workspace.shortcuts[slot]);
+  return column ? (pointer.y - r.top).value / std::max(1.0F, r.height.value)
+                : (pointer.x - r.left).value / std::max(1.0F, r.width.value);
+}
+
 ShortcutSlot WorkspaceEditor::openWithTarget(Point<Twips> pointer) {
   if (dragged_.size() != 1 || !std::holds_alternative<ShortcutSlot>(dragged_.front().id)) return {};
-  const ShortcutSlot target =
-      beneathDrag([&] { return shortcutOf(scene_.scene().hitTest(pointer)); });
-  return document_.workspace.shortcuts.contains(target) ? target : ShortcutSlot{};
+  const ShortcutSlot target = shortcutAt(pointer);
+  if (target.none()) return {};
+  const float along = alongAt(target, pointer);
+  return along >= kMiddle && along <= 1 - kMiddle ? target : ShortcutSlot{};
+}
+
+std::optional<Gap> WorkspaceEditor::gapAt(Point<Twips> pointer) {
+  if (const ShortcutSlot slot = shortcutAt(pointer); !slot.none())
+    return Gap{slot, alongAt(slot, pointer) > 0.5F};
+  // Between two of them that are not a shortcut apart.
+  const Panel panel = dropPanel(pointer);
+  const Workspace& workspace = document_.workspace;
+  ShortcutSlot before, after;
+  float nearestBefore = 0, nearestAfter = 0;
+  workspace.shortcuts.forEach([&](ShortcutSlot slot, const clsShortcut& s) {
+    const bool dragged = std::any_of(dragged_.begin(), dragged_.end(),
+                                     [&](const Dragged& d) { return d.id == ObjectId{slot}; });
+    if (s.parent != panel || dragged || !scene_.scene().shown(shortcutNode(slot))) return;
+    const TwipsRect r = scene_.scene().windowRect(shortcutNode(slot));
+    const bool column = isSmall(s);
+    const bool beside = column ? pointer.x >= r.left && pointer.x < r.right()
+                               : pointer.y >= r.top && pointer.y < r.bottom();
+    const float half = (column ? r.height : r.width).value / 2;
+    const float way = (column ? pointer.y - r.bottom() : pointer.x - r.right()).value;
+    const float wayTo = (column ? r.top - pointer.y : r.left - pointer.x).value;
+    if (!beside) return;
+    if (way >= 0 && way < half && (before.none() || way < nearestBefore)) {
+      before = slot;
+      nearestBefore = way;
+    }
+    if (wayTo > 0 && wayTo < half && (after.none() || wayTo < nearestAfter)) {
+      after = slot;
+      nearestAfter = wayTo;
+    }
+  });
+  if (before.none() || after.none()) return std::nullopt;
+  return Gap{after, false};
 }
 
 Moved WorkspaceEditor::drop(Point<Twips> distance, Point<Twips> pointer) {
   const Panel target = dropPanel(pointer);
+  const std::optional<Gap> gap = gapAt(pointer);
   endDrag();
   const UndoStep step(document_, L"move");
   Moved moved = moveSelection(document_.workspace, document_.settings, measures(),
-                              {selection_, distance, &target});
+                              {selection_, distance, &target, gap});
   refresh(moved.objects);
   return moved;
 }
@@ -198,16 +249,18 @@ Moved WorkspaceEditor::take(WorkspaceEditor& from, Point<Twips> at) {
   from.endDrag();
   const Panel panel = scene_.panelAt(at);
   const UndoStep step(document_, L"move");
-  Moved moved = moveToPanel(document_.workspace, document_.settings, measures(), from.selection_,
-                            panel, scene_.toPanel(panel, at));
+  Moved moved = moveToPanel(document_.workspace, document_.settings, measures(),
+                            {from.selection_, panel, scene_.toPanel(panel, at), gapAt(at)});
   if (moved.objects.empty()) {
     from.showSelection();
     return moved;
   }
+  const std::set<ObjectId> taken = from.selection_.objects();
   from.selection_.selectNone();
   from.refresh(moved.objects);
   selection_.selectNone();
-  for (const ObjectId& id : moved.objects) selection_.select(id);
+  for (const ObjectId& id : taken)
+    if (!std::holds_alternative<ContainerSlot>(id)) selection_.select(id);
   refresh(moved.objects);
   return moved;
 }
@@ -307,29 +360,62 @@ void WorkspaceEditor::carryOut(const DeletePlan& plan) {
   refresh(gone);
 }
 
+// Without a point where there is room in sight; else around the point, the first with
+// its middle there and the others after it.
 Added WorkspaceEditor::add(std::vector<clsShortcut> shortcuts, const Point<Twips>* at,
                            Panel panel) {
   const UndoStep step(document_, L"add");
   Point<Twips> from{kPad, kPad + (panel.isMain() ? scene_.scroll() : kTitleStripHeight)};
+  const PanelMeasures m = measures();
+  const Workspace& workspace = document_.workspace;
+  std::optional<RoomMade> room;
   if (at != nullptr) {
     panel = scene_.panelAt(*at);
     from = scene_.toPanel(panel, *at);
+    std::vector<Size<Twips>> sizes;
+    for (const clsShortcut& s : shortcuts) sizes.push_back(m.shortcutSize(s));
+    if (const auto gap = gapAt(*at)) room = makeRoom(workspace, m, panel, sizes, {}, *gap);
   }
-  const PanelMeasures m = measures();
-  Added added =
-      addShortcuts(document_.workspace, document_.settings, std::move(shortcuts), panel, from,
-                   [&](Panel on, const clsShortcut& s, Point<Twips> start) {
-                     return freePlaceFrom(document_.workspace, m, on, m.shortcutSize(s), start);
-                   });
+  std::size_t count = 0;
+  const auto findPlace = [&](Panel on, const clsShortcut& s, Point<Twips>) {
+    const Size<Twips> size = m.shortcutSize(s);
+    const bool first = count == 0;
+    if (room && on == panel) return room->places[count++];
+    ++count;
+    if (at == nullptr || !first) return from = freePlaceFrom(workspace, m, on, size, from);
+    const Point<Twips> corner{from.x - size.width * 0.5F, from.y - size.height * 0.5F};
+    return from = nearestPlace(m, on, size, corner, document_.settings.align,
+                               takenOn(workspace, m, on, true));
+  };
+  Added added = addShortcuts(document_.workspace, document_.settings, std::move(shortcuts), panel,
+                             from, findPlace);
   selection_.selectNone();
   for (const ShortcutSlot slot : added.slots) selection_.select(slot);
-  refresh({added.slots.begin(), added.slots.end()});
+  std::vector<ObjectId> changed(added.slots.begin(), added.slots.end());
+  if (room && !added.slots.empty()) {
+    for (const PlacedShortcut& p : room->pushed) {
+      document_.workspace.shortcuts[p.slot].position = p.position;
+      changed.emplace_back(p.slot);
+    }
+  }
+  refresh(changed);
   return added;
 }
 
 void WorkspaceEditor::markDrop(Point<Twips> pointer) {
   const Panel panel = dropPanel(pointer);
+  const std::optional<Gap> gap = gapAt(pointer);
+  const ShortcutSlot with = openWithTarget(pointer);
+  if (!with.none()) return markDrop(shortcutNode(with));
   markDrop(panel.isMain() ? NodeId{ControlKind::picBack, 0} : containerNode(panel.container));
+  if (!gap) return;
+  // A line where it would go in.
+  TwipsRect r = scene_.scene().seenRect(shortcutNode(gap->neighbour));
+  const bool column = isSmall(document_.workspace.shortcuts[gap->neighbour]);
+  if (gap->after) (column ? r.top : r.left) = column ? r.bottom() : r.right();
+  (column ? r.top : r.left) -= kGapMark * 0.5F;
+  (column ? r.height : r.width) = kGapMark;
+  scene_.scene().find(kDropMark)->rect = r;
 }
 
 void WorkspaceEditor::markDrop(NodeId node) {

@@ -46,8 +46,9 @@ class WorkspaceEditor {
   // Takes over what is being dragged in another window, onto the panel at that point,
   // and ends the drag there. The other window is to be shown anew.
   Moved take(WorkspaceEditor& from, Point<Twips> at);
-  // The shortcut of the same panel under the pointer that is not being dragged,
-  // while one shortcut alone is: dropping it there opens it with that one.
+  // The shortcut whose middle is under the pointer, and that is not being dragged,
+  // while one shortcut alone is: dropping it there opens it with that one. Beside the
+  // middle, and between two shortcuts, a drop goes in before or after.
   ShortcutSlot openWithTarget(Point<Twips> pointer);
 
   // The panel that a drop at the point goes to, whatever is being dragged there.
@@ -66,6 +67,8 @@ class WorkspaceEditor {
   void resize(Point<Twips> distance, bool free);
   // True when something has changed.
   bool endResize();
+  // The container that fills the window has become smaller.
+  void keepContentsWithin(Panel panel);
   void cancelResize();
 
   // In draw mode the next drag on the main panel makes a container.
@@ -75,6 +78,9 @@ class WorkspaceEditor {
   // The place of the container dragged out between two points of the window. Ends
   // the draw mode.
   TwipsRect drawn(Point<Twips> from, Point<Twips> to);
+
+  // The place of a container of the usual size at a point of the window. The same.
+  TwipsRect drawnAt(Point<Twips> at);
 
   // A free place of that size on the panel; on the main one in sight where there is
   // one.
@@ -120,9 +126,15 @@ class WorkspaceEditor {
 
  private:
   PanelMeasures measures() const;
+  // Where a drop at the pointer goes in between shortcuts.
+  std::optional<Gap> gapAt(Point<Twips> pointer);
+  // How far along a shortcut the pointer is, 0 to 1, in the direction of reading.
+  float alongAt(ShortcutSlot slot, Point<Twips> pointer) const;
+  ShortcutSlot shortcutAt(Point<Twips> pointer);
   NodeId nodeOf(ObjectId id) const;
   std::optional<ObjectId> objectAt(NodeId node) const;
   bool hasMainPanel() const { return scene_.scene().find({ControlKind::picBack, 0}) != nullptr; }
+  void keepContents(ContainerSlot slot);
   void showBand(Point<Twips> from, Point<Twips> to);
   Point<Twips> onGrid(const TwipsRect& start, Edges edges, Point<Twips> distance) const;
   void update(const std::vector<ObjectId>& objects);
@@ -150,6 +162,7 @@ class WorkspaceEditor {
     Edges edges;
     clsContainer container;  // as it was
     TwipsRect picture;
+    std::vector<PlacedShortcut> contents;  // of the container
     std::unique_ptr<UndoStep> step;
   };
   std::optional<Resizing> resizing_;

@@ -11,6 +11,7 @@ namespace {
 // As far inside a box its border can be taken hold of.
 constexpr Twips kGrip{75};
 constexpr Twips kCorner{180};
+constexpr Size<Twips> kNewContainer{{2640}, {2400}};
 constexpr Size<Twips> kLeastPicture{{240}, {240}};
 
 // Of a container only what places it; a note may be long.
@@ -87,12 +88,17 @@ void WorkspaceEditor::beginResize(NodeId node, Point<Twips> at) {
   const Edges edges = borderAt(node, at);
   auto step = std::make_unique<UndoStep>(document_, L"size");
   if (const clsPicture* picture = document_.workspace.pictures.find(pictureOf(node))) {
-    resizing_.emplace(Resizing{pictureOf(node), edges, {}, picture->rect, std::move(step)});
+    resizing_.emplace(Resizing{pictureOf(node), edges, {}, picture->rect, {}, std::move(step)});
     return;
   }
   const clsContainer* container = document_.workspace.containers.find(containerOf(node));
   if (container == nullptr) return;
-  resizing_.emplace(Resizing{containerOf(node), edges, {}, {}, std::move(step)});
+  resizing_.emplace(Resizing{containerOf(node),
+                             edges,
+                             {},
+                             {},
+                             placesOf(document_.workspace, {containerOf(node)}),
+                             std::move(step)});
   copyPlace(*container, resizing_->container);
 }
 
@@ -118,6 +124,7 @@ void WorkspaceEditor::resize(Point<Twips> distance, bool free) {
     varnowick::resize(*container, resizing_->edges,
                       onGrid(container->rect, resizing_->edges, distance), kLeastContainer,
                       {scene_.panelSize(picBack).width, {}});
+    keepContents(*slot);
   } else if (const auto* picture = std::get_if<PictureSlot>(&resizing_->id)) {
     clsPicture* record = document_.workspace.pictures.find(*picture);
     if (record == nullptr) return;
@@ -136,6 +143,20 @@ void WorkspaceEditor::resize(Point<Twips> distance, bool free) {
   refresh({resizing_->id});
 }
 
+// As they lay before the drag, as far as they fit.
+void WorkspaceEditor::keepContents(ContainerSlot slot) {
+  for (const ShortcutSlot moved : keepWithin(document_.workspace, measures(), {slot},
+                                             document_.settings.align, resizing_->contents))
+    scene_.updateShortcut(moved);
+}
+
+void WorkspaceEditor::keepContentsWithin(Panel panel) {
+  const std::vector<ShortcutSlot> moved =
+      keepWithin(document_.workspace, measures(), panel, document_.settings.align,
+                 placesOf(document_.workspace, panel));
+  refresh({moved.begin(), moved.end()});
+}
+
 bool WorkspaceEditor::endResize() {
   if (!resizing_) return false;
   const Resizing was = std::move(*resizing_);
@@ -152,7 +173,12 @@ void WorkspaceEditor::cancelResize() {
   if (!resizing_) return;
   if (const auto* slot = std::get_if<ContainerSlot>(&resizing_->id)) {
     clsContainer* container = document_.workspace.containers.find(*slot);
-    if (container != nullptr && isOpen(*container)) copyPlace(resizing_->container, *container);
+    if (container != nullptr && isOpen(*container)) {
+      copyPlace(resizing_->container, *container);
+      for (const PlacedShortcut& p : resizing_->contents)
+        if (clsShortcut* shortcut = document_.workspace.shortcuts.find(p.slot))
+          shortcut->position = p.position;
+    }
   } else if (clsPicture* picture =
                  document_.workspace.pictures.find(std::get<PictureSlot>(resizing_->id))) {
     picture->rect = resizing_->picture;
@@ -175,6 +201,14 @@ TwipsRect WorkspaceEditor::drawn(Point<Twips> from, Point<Twips> to) {
     rect.top = at.y;
   }
   return rect;
+}
+
+TwipsRect WorkspaceEditor::drawnAt(Point<Twips> at) {
+  drawMode_ = false;
+  const Point<Twips> place = placeWithin(measures(), picBack, kNewContainer,
+                                         scene_.toPanel(picBack, at), document_.settings.align);
+  const Twips width = std::min(kNewContainer.width, scene_.panelSize(picBack).width - place.x);
+  return {place.x, place.y, std::max(width, kLeastContainer.width), kNewContainer.height};
 }
 
 TwipsRect WorkspaceEditor::freePlace(Size<Twips> size, Panel panel) const {

@@ -207,6 +207,7 @@ void frmContainer::endSizing(bool keep) {
                  start.height.value, SWP_NOZORDER | SWP_NOACTIVATE);
   if (!keep || toPixels(rect(), density()) == start) return;
   storeRect();
+  pane_.editor().keepContentsWithin({slot_});
   host_.workspaceChanged();
 }
 
