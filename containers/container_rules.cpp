@@ -59,7 +59,7 @@ void ContainerRules::toggleFold(const ContainerInputs& in, ContainerSlot slot,
   if (c == nullptr || c->shrunk) return;
   const Size<Twips> surface = surfaceOf(in, slot);
   if (isFolded(*c)) {
-    unfold(*c, surface);
+    unfold(*c, surface, in.firstInSight);
   } else {
     fold(*c, surface);
     if (slot == autoExpandedContainer_) autoExpandedContainer_ = {};
@@ -80,7 +80,7 @@ void ContainerRules::toggleShrink(const ContainerInputs& in, ContainerSlot slot,
     reshaped(effects, slot);
   } else if (c->shrunk && !autoExpandSuspended_) {
     play(effects, kExpandSound);
-    expand(*c, surfaceOf(in, slot));
+    expand(*c, surfaceOf(in, slot), in.firstInSight);
     reshaped(effects, slot);
     if (shrinkBackSuspended_) {
       shrinkBackSuspended_ = false;

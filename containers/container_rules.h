@@ -26,6 +26,7 @@ struct ContainerInputs {
   // A press has begun, of which a click or a drag will come: nothing expands by
   // itself from under it.
   bool buttonDown = false;
+  Twips firstInSight = {};  // line of the workspace, as it is scrolled
 };
 
 struct ContainerEffects {

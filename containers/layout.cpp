@@ -101,21 +101,22 @@ bool fold(clsContainer& c, Size<Twips> surface) {
   return true;
 }
 
-bool unfold(clsContainer& c, Size<Twips> surface) {
+bool unfold(clsContainer& c, Size<Twips> surface, Twips firstInSight) {
   if (!isFolded(c)) return false;
   repair(c);
+  firstInSight = within(firstInSight, 0);
   surface = usable(surface);
   c.folded = false;
   c.CloseToEdgeY = overruns(c.rect.top, c.savedRect.height, surface.height);
   if (c.CloseToEdgeY) {
     const Twips top = c.rect.top - c.savedRect.height + kTitleStripHeight;
-    if (top >= Twips{}) {
+    if (top >= firstInSight) {
       c.rect.top = top;
       c.savedRect.left = c.rect.left;
       c.savedRect.top = top;
       c.CloseToEdge = false;
     } else {
-      c.rect.top = Twips{};
+      c.rect.top = firstInSight;
       // A title at the very top has nowhere else to go back to.
       c.CloseToEdgeY = !samePlace(c.savedRect.top, c.rect.top);
     }
@@ -139,9 +140,10 @@ bool shrink(clsContainer& c) {
   return true;
 }
 
-bool expand(clsContainer& c, Size<Twips> surface) {
+bool expand(clsContainer& c, Size<Twips> surface, Twips firstInSight) {
   if (!c.shrunk) return false;
   repair(c);
+  firstInSight = within(firstInSight, 0);
   surface = usable(surface);
   c.shrunk = false;
   c.folded = false;
@@ -150,7 +152,7 @@ bool expand(clsContainer& c, Size<Twips> surface) {
   c.CloseToEdge = overruns(c.rect.left, c.rect.width, surface.width);
   if (c.CloseToEdge) c.rect.left = std::max(surface.width - c.rect.width - kExpandMargin, Twips{});
   if (overruns(c.rect.top, c.rect.height, surface.height))
-    c.rect.top = std::max(surface.height - c.rect.height - kExpandMargin, Twips{});
+    c.rect.top = std::max(surface.height - c.rect.height - kExpandMargin, firstInSight);
   return true;
 }
 

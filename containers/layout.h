@@ -30,12 +30,13 @@ inline bool isOpen(const clsContainer& c) { return !c.folded && !c.shrunk; }
 // Leaves the title strip. A container that had unfolded upward gets its title
 // back where it was, which is never out of the surface.
 bool fold(clsContainer& c, Size<Twips> surface = {});
-// Upward, with the title's bottom edge in place, when there is no room below.
-bool unfold(clsContainer& c, Size<Twips> surface);
+// Upward, with the title's bottom edge in place, when there is no room below; but no
+// higher than the first line in sight of a surface that is scrolled.
+bool unfold(clsContainer& c, Size<Twips> surface, Twips firstInSight = {});
 // Leaves the tile, where the container was before it was pushed inside.
 bool shrink(clsContainer& c);
 // Pushed back inside the surface when it does not fit.
-bool expand(clsContainer& c, Size<Twips> surface);
+bool expand(clsContainer& c, Size<Twips> surface, Twips firstInSight = {});
 
 // The point is relative to the body, which begins below the title; of a shrunk
 // container the whole tile is the body.

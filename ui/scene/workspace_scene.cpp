@@ -217,7 +217,7 @@ TwipsRect WorkspaceScene::boxRect(const clsContainer& container, Size<Twips> box
 
 Size<Twips> WorkspaceScene::surfaceFor(const clsContainer& container) const {
   const Twips bottom = layout_.scroll + panelSize_.height;
-  const bool inSight = container.rect.top < bottom;
+  const bool inSight = container.rect.top < bottom && container.rect.top >= layout_.scroll;
   return {panelSize_.width, inSight ? bottom : kFarthest};
 }
 

@@ -18,6 +18,7 @@ ContainerInputs ContainerDriver::inputs() const {
     ScreenToClient(window_, &at);
     in.underCursor = containerAt(at);
   }
+  in.firstInSight = scene_.scroll();
   in.surface = [this](ContainerSlot slot) {
     const clsContainer* container = desk_.document.workspace.containers.find(slot);
     return container == nullptr ? Size<Twips>{} : scene_.surfaceFor(*container);
@@ -32,10 +33,15 @@ void ContainerDriver::apply(const ContainerEffects& effects) {
     pane_.containersChanged(effects.reshaped);
     hooks_.reshaped();
     // What has opened may cover its neighbours, and not the other way round.
+    std::vector<ContainerSlot> opened;
     for (const ContainerSlot slot : effects.reshaped) {
       const clsContainer* container = desk_.document.workspace.containers.find(slot);
-      if (container != nullptr && isOpen(*container)) scene_.scene().raise(containerNode(slot));
+      if (container == nullptr || !isOpen(*container)) continue;
+      scene_.scene().raise(containerNode(slot));
+      opened.push_back(slot);
     }
+    if (opened.size() == 1 && scene_.scrollToShow(containerNode(opened.front())))
+      pane_.sceneChanged();
     // Saving takes longer than painting, and nobody waits for it.
     UpdateWindow(window_);
   }
