@@ -139,19 +139,77 @@ bool looksLikeAddress(std::wstring_view text) {
                      });
 }
 
+bool isServerPath(std::wstring_view path) { return path.starts_with(L"\\\\"); }
+
 std::optional<std::wstring> wholePath(std::wstring_view text) {
   text = trimmed(text);
   if (text.size() > 2 && text.front() == L'"' && text.back() == L'"')
     text = trimmed(text.substr(1, text.size() - 2));
   if (text.size() < 3 || text.size() > kMaxTextPath) return std::nullopt;
-  if (!(isAsciiLetter(text[0]) || text[0] == L'@') || text[1] != L':' || text[2] != L'\\')
+  if (isServerPath(text)) {
+    // A server and a share; what begins with a dot or a question mark is no server.
+    const std::size_t share = text.find(L'\\', 2);
+    if (text[2] == L'.' || share == 2 || share == std::wstring_view::npos ||
+        share + 1 == text.size() || text[share + 1] == L'\\')
+      return std::nullopt;
+  } else if (!(isAsciiLetter(text[0]) || text[0] == L'@') || text[1] != L':' || text[2] != L'\\') {
     return std::nullopt;
+  }
   const std::wstring_view rest = text.substr(2);
   const bool forbidden = std::any_of(rest.begin(), rest.end(), [](wchar_t c) {
     return c < L' ' || c == 0x7F ||
            std::wstring_view(L"<>\"|?*:/").find(c) != std::wstring_view::npos;
   });
   return forbidden ? std::nullopt : std::optional(std::wstring(text));
+}
+
+namespace {
+
+std::optional<ListedItem> listedItem(std::wstring_view text) {
+  if (auto path = wholePath(text)) return ListedItem{std::move(*path), true};
+  if (auto address = wholeAddress(text)) return ListedItem{std::move(*address), false};
+  return std::nullopt;
+}
+
+// The part up to the next blank, or the next quote when it begins with one.
+std::wstring_view nextToken(std::wstring_view& line) {
+  line = trimmed(line);
+  const bool quoted = line.starts_with(L'"');
+  const std::size_t stop = quoted ? line.find(L'"', 1) : line.find_first_of(L" \t");
+  const std::size_t length =
+      stop == std::wstring_view::npos ? line.size() : stop + (quoted ? 1U : 0U);
+  const std::wstring_view token = line.substr(0, length);
+  line = trimmed(line.substr(length));
+  return token;
+}
+
+// False when there is anything else on the line.
+bool addLine(std::wstring_view line, std::vector<ListedItem>& items) {
+  if (auto whole = listedItem(line)) {
+    items.push_back(std::move(*whole));
+    return true;
+  }
+  while (!line.empty() && items.size() <= kMaxAddresses) {
+    auto item = listedItem(nextToken(line));
+    if (!item) return false;
+    items.push_back(std::move(*item));
+  }
+  return true;
+}
+
+}  // namespace
+
+std::vector<ListedItem> listedItems(std::wstring_view text) {
+  text = trimmed(text.substr(0, kMaxSearchedText));
+  std::vector<ListedItem> items;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
+    if (!addLine(trimmed(text.substr(0, end)), items)) return {};
+    if (items.size() >= kMaxAddresses) break;
+    text = trimmed(text.substr(end));
+  }
+  items.resize(std::min(items.size(), kMaxAddresses));
+  return items;
 }
 
 std::wstring hostOf(std::wstring_view address) {

@@ -39,10 +39,21 @@ std::optional<std::wstring> wholeAddress(std::wstring_view text);
 // the word before a colon of a sentence.
 bool looksLikeAddress(std::wstring_view text);
 
-// The path on a drive that the whole text is, quotes and blanks at its ends
-// apart ("@:\x" is one too). Paths on servers are none: drawing their icon would
-// already sign the user in to a server that a text has named.
+// The path on a drive or a server that the whole text is, quotes and blanks at its
+// ends apart ("@:\x" is one too). A path of a device is none.
 std::optional<std::wstring> wholePath(std::wstring_view text);
+// A path on another machine: looking at it takes as long as the network likes, and signs
+// the user in there.
+bool isServerPath(std::wstring_view path);
+
+// What a text lists that consists of paths and addresses: one a line, or several on a
+// line with blanks between them and those that hold blanks in quotes. Nothing when
+// there is anything else in it; at most kMaxAddresses.
+struct ListedItem {
+  std::wstring text;
+  bool isPath = false;
+};
+std::vector<ListedItem> listedItems(std::wstring_view text);
 
 // The host without "www." and port; of a mail address the address.
 std::wstring hostOf(std::wstring_view address);

@@ -56,25 +56,42 @@ class DropReader {
   }
 
   void text(const std::wstring& text) {
-    if (const auto path = wholePath(text)) {
+    for (const ListedItem& item : listedItems(text)) {
+      if (!item.isPath) {
+        fromOutside(item.text, {});
+        continue;
+      }
       clsShortcut shortcut;
-      shortcut.Path = *path;
-      shortcut.FullCaption = captionOfPath(*path, false);
+      shortcut.Path = item.text;
+      shortcut.FullCaption = captionOfPath(item.text, false);
       shortcut.Confirm = true;
       records_.shortcuts.push_back(std::move(shortcut));
-      return;
     }
-    if (const auto whole = wholeAddress(text)) return fromOutside(*whole, {});
-    if (extractURLs_)
+    if (records_.shortcuts.empty() && extractURLs_)
       for (const std::wstring& found : extractUrls(text)) fromOutside(found, {});
     if (!records_.shortcuts.empty()) return;
     if (looksLikeAddress(text)) return refuseAddress(text);
-    refuse(L"There is no web address and no file path in the text.");
+    refuse(kNothingToLinkTo);
+    records_.note = noteOf(text);
   }
 
   DropRecords take() { return std::move(records_); }
 
  private:
+  // Its lines joined by CR LF. Empty when nothing in it can be seen.
+  static std::wstring noteOf(const std::wstring& text) {
+    std::wstring note;
+    note.reserve(text.size());
+    bool seen = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (text[i] == L'\n' && (i == 0 || text[i - 1] != L'\r')) note += L'\r';
+      note += text[i];
+      if (text[i] == L'\r' && (i + 1 == text.size() || text[i + 1] != L'\n')) note += L'\n';
+      seen = seen || !(isBlank(text[i]) || isUnseen(text[i]));
+    }
+    return seen ? note : std::wstring();
+  }
+
   void refuse(std::wstring message) {
     if (records_.refusal.empty()) records_.refusal = std::move(message);
   }
@@ -104,6 +121,8 @@ class DropReader {
     shortcut.Path = dropped.path;
     shortcut.FullCaption = captionOfPath(dropped.path, dropped.isFolder);
     if (dropped.isFolder || dropped.size > kMaxLinkFile) return shortcut;
+    // Nobody waits for another machine here.
+    if (isServerPath(dropped.path)) return shortcut;
     // A link that cannot be read, or that only the shell can follow, stays a
     // shortcut to the link file itself.
     if (hasExtension(dropped.path, L".lnk")) followShellLink(shortcut);

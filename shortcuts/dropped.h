@@ -47,7 +47,11 @@ struct DropRecords {
   std::vector<clsShortcut> shortcuts;
   // One message for the user when something was not taken; empty for none.
   std::wstring refusal;
+  // The text in which there was nothing to link to: it may become a note instead.
+  std::wstring note;
 };
+inline constexpr const wchar_t* kNothingToLinkTo =
+    L"There is no web address and no file path in the text.";
 
 // Shortcuts from an address or a text ask before they start; those from the
 // user's own files do not.

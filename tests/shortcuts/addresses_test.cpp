@@ -45,13 +45,32 @@ TEST(AddressesTest, TakesAWholeTextForAnAddressOrPath) {
   EXPECT_EQ(wholePath(L" \"C:\\Program Files\\x y.exe\"\n"), L"C:\\Program Files\\x y.exe");
   EXPECT_EQ(wholePath(L"@:\\x.exe"), L"@:\\x.exe");
   for (const wchar_t* text :
-       {L"C:", L"C:x", L"C:/x", L"1:\\x", L"C:\\a|b", L"C:\\a:b", L"C:\\a\nD:\\b",
-        L"\\\\server\\share\\x", L"\\\\.\\C:\\x", L"C:\\a\" /b \"c"})
+       {L"C:", L"C:x", L"C:/x", L"1:\\x", L"C:\\a|b", L"C:\\a:b", L"C:\\a\nD:\\b", L"\\\\server",
+        L"\\\\\\share", L"\\\\?\\C:\\x", L"\\\\.\\C:\\x", L"C:\\a\" /b \"c"})
     EXPECT_FALSE(wholePath(text)) << text;
 
   EXPECT_TRUE(looksLikeAddress(L"javascript:alert(1)"));
   for (const wchar_t* text : {L"C:\\x", L"Note: buy milk", L"no colon", L"two words:x", L"end:"})
     EXPECT_FALSE(looksLikeAddress(text));
+}
+
+TEST(AddressesTest, ReadsListsOfPathsAndAddresses) {
+  const struct {
+    const wchar_t *text, *items;  // of the items, joined by a bar
+  } cases[] = {
+      {L"C:\\a b.txt\r\nD:\\c\n\n", L"C:\\a b.txt|D:\\c"},
+      {L"\"C:\\a b.txt\" \"\\\\srv\\pub\\c d\"", L"C:\\a b.txt|\\\\srv\\pub\\c d"},
+      {L"http://a.org www.b.org\n\\\\srv\\pub", L"http://a.org|http://www.b.org|\\\\srv\\pub"},
+      {L"C:\\x http://a.org", L"C:\\x|http://a.org"},
+      {L"C:\\x\nsome words", L""},
+      {L"\"C:\\x", L""},
+      {L"javascript:x\nhttp://a.org", L""}};
+  for (const auto& c : cases) {
+    std::wstring joined;
+    for (const ListedItem& item : listedItems(c.text))
+      joined += (joined.empty() ? L"" : L"|") + item.text;
+    EXPECT_EQ(joined, c.items) << c.text;
+  }
 }
 
 TEST(AddressesTest, NamesTheHost) {
