@@ -20,6 +20,7 @@
 #include "ui/win/messages.h"
 #include "ui/win/modal.h"
 #include "ui/win/modal_shell.h"
+#include "ui/win/wheel.h"
 
 namespace varnowick {
 namespace {
@@ -27,6 +28,7 @@ namespace {
 int runMessageLoop() {
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    routeWheel(message);
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }

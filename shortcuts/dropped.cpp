@@ -121,8 +121,6 @@ class DropReader {
     shortcut.Path = dropped.path;
     shortcut.FullCaption = captionOfPath(dropped.path, dropped.isFolder);
     if (dropped.isFolder || dropped.size > kMaxLinkFile) return shortcut;
-    // Nobody waits for another machine here.
-    if (isServerPath(dropped.path)) return shortcut;
     // A link that cannot be read, or that only the shell can follow, stays a
     // shortcut to the link file itself.
     if (hasExtension(dropped.path, L".lnk")) followShellLink(shortcut);

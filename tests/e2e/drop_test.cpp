@@ -126,6 +126,8 @@ TEST_F(DropTest, TheClipboardIsReadLikeADrop) {
        {"example.org", " 1", "http://example.org/x", "", true}},
       {offerAddress(L"http://example.org/y", L"Title"),
        {"Title", " 1", "http://example.org/y", "", true}},
+      {offerText(L"\"\\\\no-such-host-xyz\\pub\\a b.doc\" \"C:\\c d.txt\""),
+       {"a b.doc", " 2", "\\\\no-such-host-xyz\\pub\\a b.doc", "", true}},
   };
   std::vector<Expected> all;
   for (const auto& row : rows) {
@@ -133,16 +135,27 @@ TEST_F(DropTest, TheClipboardIsReadLikeADrop) {
     bar.focus();
     events().expect(kEventSaved, L"saved", [] { keyboard::chord({VK_CONTROL, 'V'}); });
     all.push_back(row.expected);
+    if (row.expected.caption == "a b.doc")
+      all.push_back({"c d.txt", " 2", "C:\\c d.txt", "", true});
     check(recovery(), all);
   }
+  // Any other text is offered as a note.
+  putOnClipboard(offerText(L"Milk\nand bread"));
+  bar.focus();
+  keyboard::chord({VK_CONTROL, 'V'});
+  events().expect(kEventSaved, L"saved", [&] { message().press(IDYES); });
+  const std::string note = folder().read(L"Containers\\1.con");
+  EXPECT_EQ(savedValue(note, "[Name]"), "Milk");
+  EXPECT_NE(note.find("Milk\r\nand bread"), std::string::npos);
 }
 
 TEST_F(DropTest, WhatIsNoAddressIsRefusedAndNothingIsChanged) {
   const struct {
     const char* name;
     Offer offer;
+    bool asks = false;
   } rows[] = {
-      {"five megabytes", offerText(std::wstring(2'600'000, L'x') + L" end")},
+      {"five megabytes", offerText(std::wstring(2'600'000, L'x') + L" end"), true},
       {"a script", offerText(L"javascript:alert(1)")},
       {"a script as an address", offerAddress(L"javascript:alert(1)", L"Free")},
   };
@@ -155,7 +168,7 @@ TEST_F(DropTest, WhatIsNoAddressIsRefusedAndNothingIsChanged) {
     keyboard::chord({VK_CONTROL, 'V'});
     const DialogWindow told = message();
     EXPECT_FALSE(told.text().empty());
-    told.press(IDOK);
+    told.press(row.asks ? IDNO : IDOK);
     EXPECT_EQ(folder().state(), before);
   }
 }

@@ -17,6 +17,7 @@
 namespace varnowick {
 namespace {
 
+constexpr const wchar_t* kDrawHint = L"Drag out or click; Esc cancels";
 constexpr Size<Twips> kLeastWindow{{2400}, {1800}};
 
 // A first start: at the left edge of the primary monitor, expanded, as high as
@@ -345,6 +346,10 @@ FrameLayout frmMain::frameLayout() {
   layout.insets = {insets.left, insets.top, insets.right, insets.bottom};
   layout.collapsedTo = docking_.rules().collapseSide();
   layout.caption = captionNow();
+  if (pane_.editor().drawMode())
+    layout.progress = kDrawHint;
+  else if (layout.progress == kDrawHint)
+    layout.progress.clear();
   layout.locked = document_.settings.locked;
   layout.undoLine = undo_.line();
   layout.density = density;

@@ -2,10 +2,13 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
+
 #include "platform/screen.h"
 #include "ui/scene/folder_rows.h"
 #include "ui/win/folder_containers.h"
 #include "ui/win/reader_selection.h"
+#include "ui/win/wheel_lines.h"
 #include "ui/win/win_events.h"
 
 namespace varnowick {
@@ -251,6 +254,8 @@ void WorkspacePane::onLeftUp(POINT client) {
   view_.invalidate();
   onGesture(*event);
   if (!click || clickedFolder(node) || event->ctrl || node.none()) return;
+  if (editor_.drawMode() && node.kind == ControlKind::picBack)
+    return endDrawing(editor_.drawnAt(view_.toScene(client)), true);
   if (clicks_.second() && owner_.doubleClicked(node)) return;
   // Of two quick clicks one starts the shortcut: the one the user has chosen.
   const bool starts =
@@ -307,8 +312,12 @@ void WorkspacePane::onContextMenu(POINT screen) {
   showMenu(container.none() ? MenuId::Main : MenuId::Container, screen, container);
 }
 
-void WorkspacePane::onWheel(int notches) {
-  scene_.scrollTo(scene_.scroll() - Twips{static_cast<float>(notches) * 6.0F});
+void WorkspacePane::onWheel(int delta) {
+  constexpr Twips kLine{240};
+  const float lines = scene_.panelSize(picBack).height.value / kLine.value;
+  const int page = std::max(1, static_cast<int>(lines) - 1);
+  scene_.scrollTo(scene_.scroll() +
+                  kLine * static_cast<float>(wheelLines(delta, page, panelWheelRest_)));
   arrangeEditing();
   view_.invalidate();
 }

@@ -185,7 +185,7 @@ class WorkspacePane final : public DragStop {
   void onLeftUp(POINT client);
   void onContextMenu(POINT screen);
   bool onKeyDown(int key);
-  void onWheel(int notches);
+  void onWheel(int delta);
   HCURSOR cursorAt(POINT client);
   void moveFocus(Point<int> direction, bool backwards);
   void clicked(NodeId node, POINT at);
@@ -209,6 +209,7 @@ class WorkspacePane final : public DragStop {
   bool isOutside(Point<Pixels> screen) const;
   void resizeObject(const GestureEvent& event);
   void drawContainer(const GestureEvent& event);
+  void endDrawing(const TwipsRect& rect, bool add);
 
   // Notes (workspace_pane_notes.cpp)
   NoteEdit::Hooks noteHooks();
@@ -219,6 +220,8 @@ class WorkspacePane final : public DragStop {
   void scrollNoteBy(const GestureEvent& event);
   void noteTyped(ContainerSlot slot, const std::wstring& text);
   bool newNote();
+  void offerNote(const std::wstring& text);
+  ContainerSlot addNote(std::wstring name, std::wstring text);
 
   // Pictures (workspace_pane_pictures.cpp)
   Panel panelForPicture() const;
@@ -274,6 +277,7 @@ class WorkspacePane final : public DragStop {
   ClickPair clicks_;
   DragTrail dragTrail_;
   int noteWheelRest_ = 0;
+  int panelWheelRest_ = 0;
   Pixels noteThumbFrom_;  // where its top was when it was taken
   bool trackingLeave_ = false;
   ContainerSlot menuContainer_;  // that the open menu, or its command, is about

@@ -166,9 +166,12 @@ void WorkspacePane::drawContainer(const GestureEvent& event) {
     editor_.showDrawn(from, to);
     return view_.invalidate();
   }
-  const TwipsRect rect = editor_.drawn(from, to);
+  endDrawing(editor_.drawn(from, to), event.phase == GesturePhase::End);
+}
+
+void WorkspacePane::endDrawing(const TwipsRect& rect, bool add) {
   owner_.drawModeEnded();
-  if (event.phase == GesturePhase::End) {
+  if (add) {
     clsContainer container;
     container.name = L"Container";
     addContainer(std::move(container), rect);
@@ -279,7 +282,10 @@ void WorkspacePane::takePendingDrops() {
   });
   for (const PendingDrop& drop : ready) {
     DropRecords records = drop.reading->take();
-    if (!refuseWhileLocked())
+    if (refuseWhileLocked()) continue;
+    if (!records.note.empty() && scene_.homePanel().isMain())
+      offerNote(records.note);
+    else
       addShortcuts(std::move(records.shortcuts), drop.at ? &*drop.at : nullptr, drop.panel,
                    std::move(records.refusal));
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/msg_box.h"
 #include "shortcuts/outside_links.h"
 #include "ui/scene/note_view.h"
 #include "ui/win/wheel_lines.h"
@@ -112,17 +113,37 @@ bool WorkspacePane::wheelOverNote(POINT screen, int delta) {
   return true;
 }
 
-// False on a window that has no room for another container.
-bool WorkspacePane::newNote() {
-  if (scene_.scene().find({ControlKind::picBack, 0}) == nullptr) return false;
+ContainerSlot WorkspacePane::addNote(std::wstring name, std::wstring text) {
   clsContainer container;
-  container.name = L"Note";
+  container.name = std::move(name);
+  container.note = std::move(text);
   container.noteVisible = true;
   const ContainerSlot slot =
       editor_.addContainer(std::move(container), editor_.freePlace(kNewNote));
   scene_.scrollToShow(containerNode(slot));
   sceneChanged();
   owner_.workspaceChanged();
+  return slot;
+}
+
+// A text that cannot become a shortcut.
+void WorkspacePane::offerNote(const std::wstring& text) {
+  const std::wstring question = std::wstring(kNothingToLinkTo) + L"\r\n\r\nPaste it as a note?";
+  if (desk_.platform.msgBox.show(question, kMsgYesNo | kMsgQuestion, kProgramTitle) !=
+      kMsgAnswerYes)
+    return;
+  constexpr std::size_t kMostOfName = 40;
+  const std::size_t start = text.find_first_not_of(L" \t\r\n");
+  const std::wstring line = text.substr(start, text.find_first_of(L"\r\n", start) - start);
+  const std::wstring name = tidyCaption(line.substr(0, kMostOfName));
+  addNote(name.empty() ? L"Note" : name, text);
+}
+
+// False on a window that has no room for another container.
+bool WorkspacePane::newNote() {
+  if (scene_.scene().find({ControlKind::picBack, 0}) == nullptr) return false;
+  if (refuseWhileLocked()) return true;
+  const ContainerSlot slot = addNote(L"Note", {});
   editNote(slot, 0);
   return true;
 }
