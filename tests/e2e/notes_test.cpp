@@ -5,6 +5,7 @@
 #include "tests/e2e/harness/drag_source.h"
 #include "tests/e2e/program_test.h"
 #include "ui/win/frm_con_colors.h"
+#include "ui/win/frm_picture_properties.h"
 
 namespace varnowick::e2e {
 namespace {
@@ -254,16 +255,43 @@ TEST_F(MainNotes, APictureIsAddedAndWhatIsNoneIsRefused) {
   closeProgram();
 }
 
-TEST_F(NotesTest, APictureThatHasGoneKeepsItsPlace) {
+// Its place is kept; opening it leads to its properties, where it can be mended.
+TEST_F(MainNotes, APictureThatHasGoneKeepsItsPlaceAndCanBeMended) {
+  using Id = frmPictureProperties::Id;
   const std::string record =
       "[Picture]\r\n[Locked]\r\n0\r\n[PicX]\r\n 300\r\n[PicY]\r\n 300\r\n[PicW]\r\n 1800\r\n"
       "[PicH]\r\n 1500\r\n[PicPath]\r\nC:\\gone\\away.png\r\nTEMP\r\nTEMP\r\nTEMP\r\nTEMP\r\n";
   folder().write(L"Varnowick.ini", SettingsFile().bytes() + record);
   Bar bar = startBar();
   bar.expand();
-  bar.accessible().waitFor(L"away.png", ROLE_SYSTEM_GRAPHIC);
+  const AccessibleItem gone = bar.accessible().waitFor(L"away.png", ROLE_SYSTEM_GRAPHIC);
+  EXPECT_EQ(bar.accessible().defaultAction(gone), L"Open");
+  bar.accessible().doDefaultAction(gone);
+  DialogWindow properties = waitForDialog(program().process(), L"Picture properties");
+  EXPECT_NE(properties.text().find(L"Error: "), std::wstring::npos);
+  properties.press(IDCANCEL);
+  bar.focus();
   closeProgram();
   EXPECT_EQ(savedValue(folder().read(L"Varnowick.ini"), "[PicPath]"), "C:\\gone\\away.png");
+
+  Bar again = startBar();
+  again.expand();
+  events().expect(kEventMenuOpened, L"menu opened", [&] {
+    mouse::rightClick(centreOf(again.accessible().waitFor(L"away.png", ROLE_SYSTEM_GRAPHIC).rect));
+  });
+  again.choose(L"p");
+  properties = waitForDialog(program().process(), L"Picture properties");
+  const auto field = [&](int id) { return GetDlgItem(properties.handle(), id); };
+  EXPECT_EQ(textOf(field(Id::kWidth)) + L" x " + textOf(field(Id::kHeight)), L"112 x 92");
+  RECT width{};
+  GetWindowRect(field(Id::kWidth), &width);
+  mouse::doubleClick(centreOf(width));
+  keyboard::type(L"224");
+  require(L"the height to follow", [&] { return textOf(field(Id::kHeight)) == L"184"; });
+  expectSaved([&] { properties.press(IDOK); });
+  EXPECT_EQ(savedValue(folder().read(L"Varnowick.REC"), "[PicW]"), number(224 * 15 + 120));
+  EXPECT_EQ(savedValue(folder().read(L"Varnowick.REC"), "[PicH]"), number(184 * 15 + 120));
+  closeProgram();
 }
 
 TEST_F(MainNotes, ColoursAreChosenAndReset) {

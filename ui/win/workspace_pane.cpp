@@ -256,6 +256,7 @@ void WorkspacePane::onLeftUp(POINT client) {
   if (!click || clickedFolder(node) || event->ctrl || node.none()) return;
   if (editor_.drawMode() && node.kind == ControlKind::picBack)
     return endDrawing(editor_.drawnAt(view_.toScene(client)), true);
+  if (clicks_.second() && !pictureOf(node).none()) return openPicture(pictureOf(node));
   if (clicks_.second() && owner_.doubleClicked(node)) return;
   // Of two quick clicks one starts the shortcut: the one the user has chosen.
   const bool starts =
@@ -271,6 +272,7 @@ void WorkspacePane::clicked(NodeId node, POINT at) {
 
 // The default action of a node, which does not depend on what clicks are set to do.
 void WorkspacePane::activate(NodeId node) {
+  if (!pictureOf(node).none()) return openPicture(pictureOf(node));
   if (node.none() || openFile(node)) return;
   if (node.kind == ControlKind::ContainerLabel) node.kind = ControlKind::lblFoldUnfold;
   const PixelRect r = view_.toClient(node);
@@ -299,6 +301,7 @@ void WorkspacePane::onContextMenu(POINT screen) {
     view_.invalidate();
     return showMenu(MenuId::Shortcut, screen);
   }
+  if (pictureMenu(node, screen)) return;
   if (!folderContainerOf(node).none()) editor_.selectNone();
   if (folderMenu(node, screen) || owner_.ownMenu(node, screen)) return;
   const ContainerSlot container = containerOf(node);

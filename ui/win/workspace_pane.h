@@ -226,6 +226,13 @@ class WorkspacePane final : public DragStop {
   // Pictures (workspace_pane_pictures.cpp)
   Panel panelForPicture() const;
   void addPicture();
+  // The only object that is selected; none when that is no picture.
+  PictureSlot currentPicture() const;
+  void openPicture(PictureSlot slot);
+  bool pictureMenu(NodeId node, POINT screen);
+  void editPicture(PictureSlot slot, const std::wstring& error);
+  void showInOriginalSize(PictureSlot slot);
+  void pictureChanged(PictureSlot slot);
 
   // Commands (workspace_pane_commands.cpp)
   bool runHere(Command command);

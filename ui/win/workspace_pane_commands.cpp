@@ -207,6 +207,7 @@ void WorkspacePane::startMany(const std::function<void(StartMany&)>& start) {
 
 void WorkspacePane::properties(ObjectId id) {
   if (const auto* shortcut = std::get_if<ShortcutSlot>(&id)) editShortcut(*shortcut, L"");
+  if (const auto* picture = std::get_if<PictureSlot>(&id)) editPicture(*picture, L"");
   if (const auto* container = std::get_if<ContainerSlot>(&id)) rename(*container);
 }
 

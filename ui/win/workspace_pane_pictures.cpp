@@ -1,13 +1,20 @@
-// New pictures on a pane.
+// Pictures on a pane: new ones, what they show, and how large.
 
 #include "containers/picture_size.h"
 #include "platform/msg_box.h"
 #include "ui/scene/metrics.h"
 #include "ui/win/browse.h"
+#include "ui/win/frm_picture_properties.h"
 #include "ui/win/picture_decoder.h"
+#include "ui/win/win_events.h"
 #include "ui/win/workspace_pane.h"
 
 namespace varnowick {
+namespace {
+
+enum PictureCommand { kOpen = 1, kOpenLocation, kOriginalSize, kRemove, kProperties };
+
+}  // namespace
 
 // The container that the menu is about, or that fills the window; else the main panel.
 Panel WorkspacePane::panelForPicture() const {
@@ -47,6 +54,107 @@ void WorkspacePane::addPicture() {
   scene_.scrollTo(scene_.scroll());
   scene_.scrollToShow(pictureNode(slot));
   view_.focus(pictureNode(slot));
+  sceneChanged();
+  owner_.workspaceChanged();
+}
+
+PictureSlot WorkspacePane::currentPicture() const {
+  const auto& objects = editor_.selection().objects();
+  if (objects.size() != 1) return {};
+  const auto* slot = std::get_if<PictureSlot>(&*objects.begin());
+  return slot == nullptr ? PictureSlot{} : *slot;
+}
+
+// With the program of its kind, as a shortcut to the file would.
+void WorkspacePane::openPicture(PictureSlot slot) {
+  const clsPicture* picture = desk_.document.workspace.pictures.find(slot);
+  if (picture == nullptr || clickGuard_.blocked()) return;
+  const std::wstring path = picture->Path;
+  const LaunchResult result = LaunchShortcut(desk_.platform, owner_, false, path, L"", path, false);
+  if (result.outcome == LaunchOutcome::FailedFaulty) editPicture(slot, result.propertiesError);
+  if (result.outcome == LaunchOutcome::Started) announce(window_, kEventLaunched);
+}
+
+bool WorkspacePane::pictureMenu(NodeId node, POINT screen) {
+  const PictureSlot slot = pictureOf(node);
+  const clsPicture* picture = desk_.document.workspace.pictures.find(slot);
+  if (picture == nullptr) return false;
+  if (owner_.busyElsewhere()) return true;
+  // The menu is about the selection, which the picture under the mouse joins.
+  if (!editor_.selection().contains(slot)) editor_.pressed(node, false);
+  view_.focus(pictureNode(slot));
+  view_.invalidate();
+  const bool locked = desk_.document.settings.locked;
+  const bool one = currentPicture() == slot;
+  const std::vector<MenuItem> items = {
+      {0, kOpen, L"&Open", L"Enter"},
+      {0, kOpenLocation, L"Open file &location"},
+      {},
+      {0, kOriginalSize, L"Ori&ginal size", L"", false, one && !locked},
+      {0, kRemove, L"&Delete", L"Del", false, !locked},
+      {},
+      {0, kProperties, L"&Properties", L"F2", false, one && !locked}};
+  owner_.hovered({}, {});
+  int chosen = 0;
+  {
+    const ModalDepth::Scope scope(desk_.modal);
+    announce(window_, kEventMenuOpened);
+    chosen = showPopupMenu(window_, items, screen);
+    announce(window_, kEventMenuClosed);
+  }
+  // It may have gone meanwhile.
+  picture = desk_.document.workspace.pictures.find(slot);
+  if (picture == nullptr) return true;
+  clsShortcut file;
+  file.Path = picture->Path;
+  if (chosen == kOpen) openPicture(slot);
+  if (chosen == kOpenLocation) OpenFileLocation(desk_.platform, owner_.mainWindow(), file, false);
+  if (chosen == kOriginalSize) showInOriginalSize(slot);
+  if (chosen == kRemove) deleteSelected();
+  if (chosen == kProperties) editPicture(slot, L"");
+  return true;
+}
+
+void WorkspacePane::editPicture(PictureSlot slot, const std::wstring& error) {
+  const clsPicture* picture = desk_.document.workspace.pictures.find(slot);
+  if (picture == nullptr) return;
+  if (desk_.document.settings.locked && !error.empty()) {
+    desk_.platform.msgBox.show(error, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+    return;
+  }
+  if (refuseWhileLocked()) return;
+  clsPicture edited = *picture;
+  {
+    const ModalDepth::Scope scope(desk_.modal);
+    if (!frmPictureProperties(edited, view_.density(), error).edit(window_)) return;
+  }
+  clsPicture* record = desk_.document.workspace.pictures.find(slot);
+  if (record == nullptr) return;
+  const UndoStep step(desk_.document, L"properties");
+  // It may have been shown before, with another content.
+  desk_.images.forget({ImageRef::Source::PictureFile, edited.Path});
+  record->Path = edited.Path;
+  record->rect.width = edited.rect.width;
+  record->rect.height = edited.rect.height;
+  pictureChanged(slot);
+}
+
+void WorkspacePane::showInOriginalSize(PictureSlot slot) {
+  clsPicture* picture = desk_.document.workspace.pictures.find(slot);
+  if (picture == nullptr || refuseWhileLocked()) return;
+  const auto natural = pictureSizeOf(picture->Path);
+  if (!natural) return editPicture(slot, L"This file is no picture that can be shown.");
+  const UndoStep step(desk_.document, L"size");
+  constexpr Size<Twips> kAnyRoom{{150'000}, {150'000}};
+  const Size<Twips> size = newPictureSize(*natural, view_.density(), kAnyRoom);
+  picture->rect.width = size.width;
+  picture->rect.height = size.height;
+  pictureChanged(slot);
+}
+
+void WorkspacePane::pictureChanged(PictureSlot slot) {
+  scene_.updatePicture(slot);
+  scene_.scrollTo(scene_.scroll());
   sceneChanged();
   owner_.workspaceChanged();
 }
