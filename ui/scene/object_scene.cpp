@@ -120,9 +120,14 @@ TwipsRect ObjectScene::reachable(Panel panel, Point<Twips> at, Size<Twips> size)
   const Size<Twips> room = panelSize(panel);
   const Twips leftMost = std::min(Twips{}, kReach - rect.width);
   rect.left = std::clamp(rect.left, leftMost, std::max(leftMost, room.width - kReach));
-  // Below the end things stay where they are, and so apart from each other. The title
-  // of a container covers the top.
-  rect.top = std::clamp(rect.top, panel.isMain() ? Twips{} : kTitleStripHeight, kFarthest);
+  // The main panel scrolls down to whatever lies below. In a container what found no room
+  // lies below the body, and stays apart; but nothing of ours is that far down that a
+  // file may say. Its title covers the top.
+  constexpr Twips kFarthestOverflow{60'000};
+  const Twips top = panel.isMain() ? Twips{} : kTitleStripHeight;
+  const bool strayed = !panel.isMain() && rect.top > room.height + kFarthestOverflow;
+  const Twips lowest = strayed ? std::max(top, room.height - kReach * 0.5F) : kFarthest;
+  rect.top = std::clamp(rect.top, top, lowest);
   return rect;
 }
 
