@@ -143,8 +143,8 @@ TEST_F(MainForeground, StripAndTabStayBehindAProgramThatFillsTheScreen) {
     mouse::moveTo(tab);
     letTimePass(kSeveralTicks / 2);
     EXPECT_FALSE(tools.shown());
+    mouse::moveTo({GetSystemMetrics(SM_CXSCREEN) / 2, 300});
   }
-  mouse::moveTo({GetSystemMetrics(SM_CXSCREEN) / 2, 300});
   require(L"the strip and the tab",
           [&] { return isOnTop(strip, bar.window()) && isOnTop(tab, tools.tab()); });
   // A maximised window is no film.
