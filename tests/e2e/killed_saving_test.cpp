@@ -16,7 +16,11 @@ constexpr int kContainers = 12;
 DataFiles olderState() {
   DataFiles files;
   const auto older = [](std::string bytes) { return "[1.05]" + bytes.substr(3); };
-  files[L"Varnowick.ini"] = older(SettingsFile().bytes());
+  // The bar is out: while it is away its keys do nothing.
+  files[L"Varnowick.ini"] = older(SettingsFile()
+                                      .set("[Hidden]", "0")
+                                      .window(kExpandedLeft, kBarTop, kBarWidth, kBarHeight)
+                                      .bytes());
   const std::string line(70, 'n');
   for (int i = 0; i < kContainers; ++i) {
     std::string note;
