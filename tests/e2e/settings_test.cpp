@@ -215,7 +215,7 @@ TEST_F(SettingsTest, DeedsFollowThem) {
       expectSaved([] { keyboard::chord({VK_CONTROL, 'V'}); });
     } else {
       keyboard::chord({VK_CONTROL, 'V'});
-      waitForDialog(program().process(), kTitle).press(IDOK);
+      waitForDialog(program().process(), kTitle).press(IDNO);
     }
     EXPECT_EQ(bar.accessible().find(L"found.example").has_value(), on) << "[ExtractURLs]";
 

@@ -83,7 +83,7 @@ bool Describer::describe(const Node& node, AccessibleItem& item) const {
                 L"Open");
     }
     case ControlKind::PicContainer:
-      return as(AccessibleRole::Graphic, orElse(node.text, L"Picture"), L"");
+      return as(AccessibleRole::Graphic, orElse(node.text, L"Picture"), L"Open");
     case ControlKind::Container:
       return as(AccessibleRole::Grouping, containerName(node),
                 shrunk(node) ? L"Expand" : foldAction);
