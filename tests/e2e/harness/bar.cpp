@@ -49,8 +49,17 @@ bool Bar::isOut() const {
 
 void Bar::expand() {
   events_.expect(kEventExpanded, L"expanded", [&] {
-    const RECT strip = visiblePart(window_);
-    mouse::moveTo(centreOf(strip));
+    const POINT strip = centreOf(seen());
+    mouse::moveTo(strip);
+    // Where a window ends under the cursor, Wine may put that back.
+    constexpr DWORD kAWhile = 3'000;  // ms
+    waitFor(
+        [&] {
+          const POINT now = mouse::position();
+          if (!isOut() && (now.x != strip.x || now.y != strip.y)) mouse::moveTo(strip);
+          return isOut();
+        },
+        kAWhile);
   });
 }
 
