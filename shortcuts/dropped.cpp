@@ -160,7 +160,9 @@ class DropReader {
     std::wstring caption = std::move(shortcut.FullCaption);
     shortcut = webShortcut(*address);
     if (!caption.empty()) shortcut.FullCaption = std::move(caption);
-    if (link->iconIndex == 0 && wholePath(link->iconFile)) shortcut.Icon = link->iconFile;
+    // An icon on a server would already sign the user in there.
+    const auto icon = wholePath(link->iconFile);
+    if (link->iconIndex == 0 && icon && !isServerPath(*icon)) shortcut.Icon = link->iconFile;
   }
 
   bool extractURLs_;
