@@ -188,6 +188,49 @@ TEST_F(MainContainers, ADrawnContainerIsNamedInPlace) {
   });
   EXPECT_EQ(value(0, "[Name]"), "Drawn here");
   EXPECT_TRUE(bar.accessible().find(L"Varnowick")) << "the draw mode is over";
+  // A click makes one of the usual size.
+  bar.focus();
+  keyboard::chord({VK_CONTROL, 'C'});
+  bar.accessible().waitFor(L"CONTAINER DRAW MODE");
+  EXPECT_TRUE(bar.accessible().find(L"Drag out or click; Esc cancels"));
+  expectSaved([&] { mouse::click({from.x - toPixels(120), from.y + toPixels(2400)}); });
+  EXPECT_EQ(value(1, "[X]") + value(1, "[Y]"), number(120) + number(2880));
+  EXPECT_EQ(value(1, "[W]") + value(1, "[H]"), number(2640) + number(2400));
+  keyboard::press(VK_RETURN);
+  closeProgram();
+}
+
+// Before Windows 10 the wheel goes to the focus; and what opens in a scrolled panel stays
+// in sight.
+TEST_F(MainContainers, TheWheelScrollsTheWindowUnderThePointer) {
+  write(quiet().add({.caption = L"Far", .path = L"C:\\x.txt", .x = 120, .y = 16'000}),
+        {{.name = L"Low", .y = 8400, .height = 7500, .folded = true},
+         {.name = L"Away", .detached = detachedLines({})}});
+  Bar bar = startBar();
+  const DetachedWindow away(program(), events(), L"Away");
+  away.waitUntilShown();
+  bar.expand();
+  const POINT over = centreOf(bar.rect());
+  mouse::moveTo(over);
+  UINT lines = 3;
+  SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
+  const LONG before = box(bar, L"Low").top;
+  const auto turn = [&](int delta) {
+    PostMessageW(away.window(), WM_MOUSEWHEEL,
+                 MAKEWPARAM(0, static_cast<WORD>(static_cast<short>(delta))),
+                 MAKELPARAM(over.x, over.y));
+  };
+  for (int i = 0; i < 6; ++i) turn(-WHEEL_DELTA / 4);
+  turn(-WHEEL_DELTA / 2);
+  require(L"the bar to scroll by two notches", [&] {
+    return box(bar, L"Low").top == before - toPixels(2 * 240 * static_cast<int>(lines));
+  });
+  expectSaved([&] { mouse::click(onFoldBox(bar, L"Low")); });
+  const RECT open = box(bar, L"Low");
+  const RECT panel = bar.accessible().waitFor(L"Workspace", ROLE_SYSTEM_GROUPING).rect;
+  EXPECT_EQ(open.bottom - open.top, toPixels(7500));
+  EXPECT_GE(open.top, panel.top);
+  EXPECT_LE(open.bottom, panel.bottom);
   closeProgram();
 }
 

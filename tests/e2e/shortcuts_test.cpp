@@ -125,6 +125,21 @@ TEST_F(MainShortcuts, ADragThatEndsNowhereChangesNothingAndHoldsNothingUp) {
   EXPECT_EQ(folder().state(), before);
 }
 
+TEST_F(MainShortcuts, DroppedOnTheEdgeOfAnotherItGoesInBesideIt) {
+  folder().write(L"Varnowick.ini",
+                 SettingsFile()
+                     .add({.caption = L"A", .path = L"C:\\a.txt", .x = 120, .y = 120})
+                     .add({.caption = L"B", .path = L"C:\\b.txt", .x = 1440, .y = 120})
+                     .bytes());
+  Bar bar = startBar();
+  bar.expand();
+  const RECT b = bar.accessible().waitFor(L"B").rect;
+  expectSaved([&] { mouse::drag(placeOf(bar, L"A"), {b.right - 8, b.top + 20}); });
+  EXPECT_EQ(savedShortcut(recovery(), "A")["[LinkX]"], number(1440));
+  EXPECT_EQ(savedShortcut(recovery(), "B")["[LinkX]"], number(120));
+  EXPECT_FALSE(anyDialog(program().process()).open());
+}
+
 SettingsFile threeShortcuts() {
   SettingsFile settings;
   for (int i = 0; i < 3; ++i)
