@@ -133,8 +133,8 @@ TEST_F(MainShortcuts, DroppedOnTheEdgeOfAnotherItGoesInBesideIt) {
                      .bytes());
   Bar bar = startBar();
   bar.expand();
-  const RECT b = bar.accessible().waitFor(L"B").rect;
-  expectSaved([&] { mouse::drag(placeOf(bar, L"A"), {b.right - 8, b.top + 20}); });
+  const RECT a = bar.accessible().waitFor(L"A").rect;
+  expectSaved([&] { mouse::drag(placeOf(bar, L"B"), {a.left + 8, a.top + 20}); });
   EXPECT_EQ(savedShortcut(recovery(), "A")["[LinkX]"], number(1440));
   EXPECT_EQ(savedShortcut(recovery(), "B")["[LinkX]"], number(120));
   EXPECT_FALSE(anyDialog(program().process()).open());
