@@ -184,7 +184,7 @@ bool FolderContainers::contextMenu(NodeId node, POINT screen) {
   const HWND window = pane->window;
   int chosen = 0;
   {
-    const ModalDepth::Scope scope(modal_);
+    const ModalDepth::MenuScope scope(modal_);
     announce(window, kEventMenuOpened);
     chosen = showPopupMenu(window, items, screen);
     announce(window, kEventMenuClosed);

@@ -16,20 +16,29 @@ class ModalDepth {
   // and have said nothing, and no further ones come up.
   void end() { ended_ = true; }
   bool ended() const { return ended_; }
-  // Called when the last one has been closed.
+  // Called when a dialog or box has been closed and nothing else is open.
   void whenDone(std::function<void()> done) { done_ = std::move(done); }
 
   class Scope {
    public:
-    explicit Scope(ModalDepth& depth) : depth_(depth) { ++depth_.depth_; }
+    explicit Scope(ModalDepth& depth) : Scope(depth, true) {}
     Scope(const Scope&) = delete;
     Scope& operator=(const Scope&) = delete;
     ~Scope() {
-      if (--depth_.depth_ == 0 && depth_.done_) depth_.done_();
+      if (--depth_.depth_ == 0 && tells_ && depth_.done_) depth_.done_();
     }
+
+   protected:
+    Scope(ModalDepth& depth, bool tells) : depth_(depth), tells_(tells) { ++depth_.depth_; }
 
    private:
     ModalDepth& depth_;
+    bool tells_;
+  };
+  // A menu lies where the mouse is: whoever leaves it leaves the bar.
+  class MenuScope : public Scope {
+   public:
+    explicit MenuScope(ModalDepth& depth) : Scope(depth, false) {}
   };
 
  private:

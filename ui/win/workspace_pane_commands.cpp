@@ -84,7 +84,7 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
   owner_.hovered({}, {});
   int chosen = 0;
   {
-    const ModalDepth::Scope scope(desk_.modal);
+    const ModalDepth::MenuScope scope(desk_.modal);
     announce(window_, kEventMenuOpened);
     chosen = showPopupMenu(window_, items, screen);
     announce(window_, kEventMenuClosed);

@@ -97,7 +97,7 @@ bool WorkspacePane::pictureMenu(NodeId node, POINT screen) {
   owner_.hovered({}, {});
   int chosen = 0;
   {
-    const ModalDepth::Scope scope(desk_.modal);
+    const ModalDepth::MenuScope scope(desk_.modal);
     announce(window_, kEventMenuOpened);
     chosen = showPopupMenu(window_, items, screen);
     announce(window_, kEventMenuClosed);
