@@ -1,6 +1,7 @@
 #include "ui/win/accessible.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "platform/win32/callback.h"
 #include "platform/win32/handles.h"
@@ -31,7 +32,8 @@ HRESULT setChild(VARIANT* out, long child) {
   return S_OK;
 }
 
-BOOL sameId(REFIID a, const IID& b) { return IsEqualGUID(a, b); }
+// An identifier that comes from another thread or process may stand at any address.
+bool sameId(const IID* a, const IID& b) { return std::memcmp(a, &b, sizeof b) == 0; }
 
 // Every method but those of IUnknown: nothing may be thrown at the caller.
 template <class Step>
@@ -75,7 +77,7 @@ bool somebodyHears(DWORD event) {
 HRESULT AccessibleObject::QueryInterface(REFIID id, void** out) {
   if (out == nullptr) return E_POINTER;
   *out = nullptr;
-  if (!sameId(id, kUnknownId) && !sameId(id, kDispatchId) && !sameId(id, kAccessibleId)) {
+  if (!sameId(&id, kUnknownId) && !sameId(&id, kDispatchId) && !sameId(&id, kAccessibleId)) {
     return E_NOINTERFACE;
   }
   *out = static_cast<IAccessible*>(this);

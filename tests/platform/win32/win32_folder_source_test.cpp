@@ -133,7 +133,14 @@ TEST(Win32FolderSource, ADriveThatIsToBeRemovedIsLetGoAndTakenUpAgain) {
   DEV_BROADCAST_HANDLE about{};
   about.dbch_size = sizeof about;
   about.dbch_devicetype = DBT_DEVTYP_HANDLE;
-  about.dbch_handle = watching.source->heldFor(1);
+  // The folder is listed before it is watched.
+  const auto held = [&] {
+    const DWORD start = GetTickCount();
+    while (watching.source->heldFor(1) == INVALID_HANDLE_VALUE && GetTickCount() - start < kLongest)
+      Sleep(1);
+    return watching.source->heldFor(1);
+  };
+  about.dbch_handle = held();
   ASSERT_NE(about.dbch_handle, INVALID_HANDLE_VALUE);
   const auto tell = [&](WPARAM event) {
     return watching.source->deviceChanged(event, reinterpret_cast<LPARAM>(&about));
@@ -143,7 +150,7 @@ TEST(Win32FolderSource, ADriveThatIsToBeRemovedIsLetGoAndTakenUpAgain) {
   put(folder / L"a");
   EXPECT_TRUE(tell(DBT_DEVICEQUERYREMOVEFAILED));
   ASSERT_TRUE(watching.waitFor(1, L"a"));
-  EXPECT_NE(watching.source->heldFor(1), INVALID_HANDLE_VALUE);
+  EXPECT_NE(held(), INVALID_HANDLE_VALUE);
 }
 
 TEST(Win32FolderSource, PathsThatCannotBeListed) {
