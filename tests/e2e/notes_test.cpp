@@ -270,8 +270,7 @@ TEST_F(MainNotes, APictureThatHasGoneKeepsItsPlaceAndCanBeMended) {
   DialogWindow properties = waitForDialog(program().process(), L"Picture properties");
   EXPECT_NE(properties.text().find(L"Error: "), std::wstring::npos);
   properties.press(IDCANCEL);
-  bar.leave();
-  bar.expand();
+  bar.focus();
   events().expect(kEventMenuOpened, L"menu opened", [&] {
     mouse::rightClick(centreOf(bar.accessible().waitFor(L"away.png", ROLE_SYSTEM_GRAPHIC).rect));
   });
