@@ -49,15 +49,20 @@ bool Bar::isOut() const {
 
 void Bar::expand() {
   events_.expect(kEventExpanded, L"expanded", [&] {
-    const POINT strip = centreOf(seen());
-    mouse::moveTo(strip);
-    // Where a window ends under the cursor, Wine may put that back.
+    const RECT part = seen();
+    const bool upright = part.bottom - part.top > part.right - part.left;
+    const POINT strip = centreOf(part);
+    // Where a window ends under the cursor, Wine may put that back, or tell nobody of
+    // it. A pixel to and fro along the strip is a rest to the bar.
     constexpr DWORD kAWhile = 3'000;  // ms
+    LONG aside = 0;
     waitFor(
         [&] {
-          const POINT now = mouse::position();
-          if (!isOut() && (now.x != strip.x || now.y != strip.y)) mouse::moveTo(strip);
-          return isOut();
+          if (isOut()) return true;
+          aside = 1 - aside;
+          mouse::moveTo(upright ? POINT{strip.x, strip.y + aside}
+                                : POINT{strip.x + aside, strip.y});
+          return false;
         },
         kAWhile);
   });
