@@ -69,8 +69,6 @@ void Bar::expand() {
 }
 
 void Bar::leave() {
-  // After a dialog the bar waits for the mouse to have been on it.
-  mouse::moveTo(emptyPlace());
   events_.expect(kEventCollapsed, L"collapsed", [&] { mouse::moveAwayFrom(rect()); });
 }
 
