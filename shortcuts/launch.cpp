@@ -15,8 +15,7 @@ constexpr LaunchErrorHandling kBox = LaunchErrorHandling::MessageBox;
 constexpr LaunchErrorHandling kProperties = LaunchErrorHandling::Properties;
 
 // Passing conditions get a message box, lasting faults the properties dialog.
-constexpr std::array<LaunchError, 13> kErrors{{
-    {0, L"Out of memory", kBox},  // never reached: 0 is not an error
+constexpr std::array<LaunchError, 11> kErrors{{
     {2, L"File not found", kProperties},
     {3, L"Path not found", kProperties},
     {5, L"Path/file access error", kProperties},
@@ -34,8 +33,6 @@ constexpr std::array<LaunchError, 13> kErrors{{
      L"moment.",
      kBox},
     {31, L"No application is associated with this file type.", kProperties},
-    // Never reached: 32 counts as success.
-    {32, L"The specified dynamic-link library was not found.", kBox},
 }};
 constexpr const wchar_t* kOtherError =
     L"An error occurred while trying to open or print the selected file.";
@@ -76,8 +73,6 @@ void startEach(StartMany& start, Wanted&& wanted) {
 }
 
 }  // namespace
-
-std::span<const LaunchError> launchErrors() { return kErrors; }
 
 std::optional<LaunchError> launchError(int result) {
   if (result < 1 || result > 31) return std::nullopt;

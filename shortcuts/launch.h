@@ -48,8 +48,6 @@ struct LaunchError {
 
 inline constexpr const wchar_t* kLaunchErrorTitle = L"Error with shortcut";
 
-// The rows in order of their code.
-std::span<const LaunchError> launchErrors();
 // Nothing for success: 0 and everything from 32 up.
 std::optional<LaunchError> launchError(int result);
 
