@@ -53,30 +53,30 @@ TEST(Values, Flags) {
 }
 
 TEST(Values, WholeNumbers) {
-  const struct {
-    const char* text;
-    std::optional<int> number;
-  } cases[] = {{"12648447", 12648447},
-               {"-2147483648", std::numeric_limits<int>::min()},
-               {"2147483647", std::numeric_limits<int>::max()},
-               {"+7", 7},
-               {"0.5", 0},
-               {"1.5", 2},
-               {"2.5", 2},
-               {"-2.5", -2},
-               {".75", 1},
-               {"1E2", 100},
-               {"2147483648", std::nullopt},
-               {"-2147483649", std::nullopt},
-               {"1e999", std::nullopt},
-               {"12abc", std::nullopt},
-               {"1,5", std::nullopt},
-               {"- 5", std::nullopt},
-               {"-", std::nullopt},
-               {".", std::nullopt},
-               {"", std::nullopt}};
-  for (const auto& c : cases) EXPECT_EQ(parseInteger(c.text), c.number) << c.text;
-  EXPECT_EQ(parseInteger(std::string(1'000'000, '9')), std::nullopt);
+  using Int = std::numeric_limits<int>;
+  const std::pair<const char*, int> numbers[] = {{"12648447", 12648447},
+                                                 {"-2147483648", Int::min()},
+                                                 {"2147483647", Int::max()},
+                                                 {"+7", 7},
+                                                 {"0.5", 0},
+                                                 {"1.5", 2},
+                                                 {"2.5", 2},
+                                                 {"-2.5", -2},
+                                                 {"-1.5", -2},
+                                                 {"-0.5", 0},
+                                                 {"2.500001", 3},
+                                                 {"-2.7", -3},
+                                                 {".75", 1},
+                                                 {"1E2", 100},
+                                                 {"999999999", 999999999},
+                                                 {"-1000000000", -1000000000},
+                                                 {"2147483647.4", Int::max()}};
+  for (const auto& [text, number] : numbers) EXPECT_EQ(parseInteger(text), number) << text;
+  for (const char* bad : {"2147483648", "-2147483649", "1e999", "12abc", "1,5", "- 5", "-", ".", "",
+                          ":", "/", "1:", "1/"})
+    EXPECT_EQ(parseInteger(bad), std::nullopt) << bad;
+  EXPECT_EQ(parseInteger(std::string(63, '0') + "7"), 7);
+  EXPECT_EQ(parseInteger(std::string(64, '0') + "7"), std::nullopt) << "costs no time";
 }
 
 TEST(Values, PositionsStayWithinBounds) {
@@ -95,21 +95,13 @@ std::string written(void (*write)(LineWriter&)) {
   return written(write, FakeCodec::CodePage::Western);
 }
 
-TEST(LineWriter, PutsABlankWhereThePlusWouldStand) {
+TEST(LineWriter, PutsABlankWhereThePlusWouldStandAndKeepsOutWhatIsNoPosition) {
   EXPECT_EQ(written([](LineWriter& out) {
-              out.integer(0);
-              out.integer(42);
-              out.integer(std::numeric_limits<int>::min());
-              out.single(-0.0F);
-              out.single(1.5F);
-              out.single(-0.1F);
-              out.single(1e-7F);
+              for (const int value : {0, 42, std::numeric_limits<int>::min()}) out.integer(value);
+              for (const float value : {-0.0F, 1.5F, -0.1F, 1e-7F}) out.single(value);
               out.wholeTwips(2.5F);
             }),
             " 0\r\n 42\r\n-2147483648\r\n 0\r\n 1.5\r\n-0.1\r\n 0.0000001\r\n 2\r\n");
-}
-
-TEST(LineWriter, KeepsWhatIsNoPositionOutOfTheFile) {
   EXPECT_EQ(written([](LineWriter& out) {
               out.single(std::numeric_limits<float>::quiet_NaN());
               out.wholeTwips(std::numeric_limits<float>::quiet_NaN());
@@ -128,20 +120,14 @@ TEST(LineWriter, SinglesSurviveExactly) {
   }
 }
 
-TEST(LineWriter, KeepsTextOnOneLine) {
+TEST(LineWriter, KeepsTextOnOneLineAndMarksWhatWouldEndTheNote) {
   EXPECT_EQ(written([](LineWriter& out) {
               out.text(L"  a\r\nb\n");
               out.text(L" \r\n ");
-            }),
-            "a  b\r\n\r\n");
-}
-
-TEST(LineWriter, MarksOnlyTheLineThatWouldEndTheNote) {
-  EXPECT_EQ(written([](LineWriter& out) {
               out.lines(L"", "[E]");
               out.lines(L" a \n[E]\r[E] \r\n", "[E]");
             }),
-            " a \r\n[E] \r\n[E] \r\n\r\n");
+            "a  b\r\n\r\n a \r\n[E] \r\n[E] \r\n\r\n");
 }
 
 TEST(Encoding, IsChosenForAWholeFile) {
@@ -169,10 +155,13 @@ TEST(Encoding, IsChosenForAWholeFile) {
 
 TEST(Encoding, IsToldByWholeFiles) {
   EXPECT_EQ(detectEncoding("plain"), Encoding::Ascii);
-  EXPECT_EQ(detectEncoding("\xC3\xA9"), Encoding::Utf8);
-  EXPECT_EQ(detectEncoding("\xF0\x9F\x98\x80 and more"), Encoding::Utf8);
-  for (const char* ansi : {"\xE9", "\xC3\xA9 \xE9", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80",
-                           "\xE0\x80\x80", "\xF8\x88\x80\x80\x80", "\xE4\xB8"})
+  for (const char* utf8 :
+       {"\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80", "\xF0\x90\x80\x80",
+        "\xF4\x8F\xBF\xBF and more", "longer than 8 \xC3\xA9"})
+    EXPECT_EQ(detectEncoding(utf8), Encoding::Utf8) << utf8;
+  for (const char* ansi :
+       {"\xE9", "\xC3\xA9 \xE9", "\xC1\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x9F\xBF",
+        "\xF0\x8F\xBF\xBF", "\xF8\x88\x80\x80\x80", "\xE4\xB8", "\xC3\x28"})
     EXPECT_EQ(detectEncoding(ansi), Encoding::Ansi) << ansi;
 }
 

@@ -9,60 +9,60 @@ namespace {
 
 using Format = PictureFormat;
 
-std::string bytes(std::initializer_list<int> values) {
+// Bytes in hexadecimal, with texts between slashes; what comes behind is zero.
+std::string fileOf(std::string_view text) {
   std::string out;
-  for (const int v : values) out.push_back(static_cast<char>(v));
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '/') {
+      const std::size_t end = text.find('/', i + 1);
+      out += text.substr(i + 1, end - i - 1);
+      i = end;
+    } else if (text[i] != ' ') {
+      out.push_back(static_cast<char>(std::stoi(std::string(text.substr(i++, 2)), nullptr, 16)));
+    }
+  }
+  out.resize(64, '\0');
   return out;
 }
 
-std::string padded(std::string text) {
-  text.resize(64, '\0');
-  return text;
-}
-
 TEST(PictureHeader, ReadsTheClaimedSize) {
-  const std::string png = "\x89PNG\r\n\x1A\n" + bytes({0, 0, 0, 13}) + "IHDR";
   const struct {
-    const char* name;
-    std::string data;
+    const char *name, *data;
     Format format;
     std::uint32_t width, height;
   } rows[] = {
-      {"png", padded(png + bytes({0, 0, 1, 2, 0, 0, 0, 9})), Format::Png, 258, 9},
-      {"png of no width", padded(png + bytes({0, 0, 0, 0, 0, 0, 0, 9})), Format::Unknown, 0, 0},
-      {"gif", padded("GIF89a" + bytes({0x10, 0x01, 5, 0})), Format::Gif, 272, 5},
-      {"bmp, rows from the top",
-       padded("BM" + std::string(12, '\0') +
-              bytes({40, 0, 0, 0, 7, 0, 0, 0, 0xFE, 0xFF, 0xFF, 0xFF})),
-       Format::Bmp, 7, 2},
-      {"old bmp", padded("BM" + std::string(12, '\0') + bytes({12, 0, 0, 0, 7, 0, 3, 0})),
-       Format::Bmp, 7, 3},
-      {"jpeg behind another segment",
-       padded(bytes({0xFF, 0xD8, 0xFF, 0xE0, 0, 4, 1, 2, 0xFF, 0xFF, 0xC2, 0, 17, 8, 0, 5, 1, 0})),
+      {"png", "89/PNG/0D0A1A0A 0000000D/IHDR/ 00010102 03000009", Format::Png, 65794, 50331657},
+      {"png of no width", "89/PNG/0D0A1A0A 0000000D/IHDR/ 00000000 00000009", Format::Unknown, 0,
+       0},
+      {"gif", "/GIF89a/ 1001 0500", Format::Gif, 272, 5},
+      {"older gif", "/GIF87a/ 0100 0002", Format::Gif, 1, 512},
+      {"bmp, rows from the top", "/BM/ 0000 0000 0000 0000 0000 0000 28000000 07000100 FEFFFFFF",
+       Format::Bmp, 65543, 2},
+      {"old bmp", "/BM/ 0000 0000 0000 0000 0000 0000 0C000000 0700 0300", Format::Bmp, 7, 3},
+      {"jpeg behind another segment", "FFD8 FFE0 0004 0102 FFFF C2 0011 08 0005 0100", Format::Jpeg,
+       256, 5},
+      {"jpeg, tables are no frames", "FFD8 FFC4 0002 FFC8 0002 FFCC 0002 FFCF 0011 08 0005 0100",
        Format::Jpeg, 256, 5},
-      {"jpeg, segment of no length", padded(bytes({0xFF, 0xD8, 0xFF, 0xE0, 0, 0, 0xFF, 0xC0})),
-       Format::Unknown, 0, 0},
-      {"jpeg, data before a frame", padded(bytes({0xFF, 0xD8, 0xFF, 0xDA, 0, 4})), Format::Unknown,
+      {"jpeg, a frame of another kind", "FFD8 FFC0 0011 08 0005 0100", Format::Jpeg, 256, 5},
+      {"jpeg, segment of no length", "FFD8 FFE0 0000 FFC0 0011 08 0005 0100", Format::Unknown, 0,
+       0},
+      {"jpeg, data before a frame", "FFD8 FFDA 0004 0000 FFC0 0011 08 0005 0100", Format::Unknown,
        0, 0},
-      {"ico", padded(bytes({0, 0,  1, 0, 1, 0,  0, 0, 0, 0,  1, 0, 32, 0,  40, 0, 0,
-                            0, 22, 0, 0, 0, 40, 0, 0, 0, 16, 0, 0, 0,  32, 0,  0, 0})),
+      {"ico", "0000 0100 0100 00000000 0100 2000 28000000 16000000 28000000 10000000 20000000",
        Format::Ico, 16, 16},
-      {"ico that points outside", padded(bytes({0, 0,  1, 0,  1, 0, 0, 0,    0,    0,    1,
-                                                0, 32, 0, 40, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF})),
+      {"ico that points outside", "0000 0100 0100 00000000 0100 2000 28000000 FFFFFFFF",
        Format::Unknown, 0, 0},
-      {"ico of nothing", padded(bytes({0, 0, 1, 0, 0, 0})), Format::Unknown, 0, 0},
-      {"text", padded("hello"), Format::Unknown, 0, 0},
-      {"empty", "", Format::Unknown, 0, 0},
+      {"ico of nothing", "0000 0100 0000", Format::Unknown, 0, 0},
+      {"text", "/hello/", Format::Unknown, 0, 0},
   };
   for (const auto& row : rows) {
-    const PictureHeader header = readPictureHeader(row.data);
+    const std::string data = fileOf(row.data);
+    const PictureHeader header = readPictureHeader(data);
     EXPECT_EQ(header.format, row.format) << row.name;
     EXPECT_EQ(header.width, row.width) << row.name;
     EXPECT_EQ(header.height, row.height) << row.name;
     // Cut anywhere, it is read without a step outside.
-    for (std::size_t cut = 0; cut < row.data.size(); ++cut) {
-      readPictureHeader(std::string(row.data, 0, cut));
-    }
+    for (std::size_t cut = 0; cut < data.size(); ++cut) readPictureHeader(data.substr(0, cut));
   }
 }
 

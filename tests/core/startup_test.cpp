@@ -13,29 +13,29 @@ struct Startup : testing::Test {
   MemoryFiles files;
   FakeSystem system;
   FakeMsgBox msgBox;
+  StartDecision start() { return decideStart(files, system, msgBox); }
 };
 
-TEST_F(Startup, RefusesWhereItCannotRun) {
-  system.program = L"E:\\";
-  system.version = 4;  // the folder is looked at first
-  EXPECT_FALSE(decideStart(files, system, msgBox).mayRun);
-  system.program = L"C:\\Varnowick";
-  EXPECT_FALSE(decideStart(files, system, msgBox).mayRun);
-  const std::vector<FakeMsgBox::Shown> expected{
-      {L"Varnowick cannot run from the root folder of the drive.", 16 + 4096, L"Varnowick"},
-      {L"Varnowick Requires Windows 2000 or above. Sorry.", 16 + 4096, L"Varnowick"}};
-  EXPECT_EQ(msgBox.shown, expected);
-}
-
-TEST_F(Startup, ChoosesTheDataFolder) {
-  StartDecision decision = decideStart(files, system, msgBox);
-  EXPECT_TRUE(decision.mayRun && !decision.portable);
-  EXPECT_EQ(decision.dataFolder, L"C:\\Data\\Varnowick");
+TEST_F(Startup, RunsWhereItsDataHasAPlace) {
+  EXPECT_EQ(start().dataFolder, L"C:\\Data\\Varnowick");
+  EXPECT_TRUE(start().mayRun && !start().portable);
   files.contents[L"C:\\Program Files\\Varnowick\\LOCATIONROOT"] = "";
-  decision = decideStart(files, system, msgBox);
-  EXPECT_TRUE(decision.mayRun && decision.portable);
-  EXPECT_EQ(decision.dataFolder, system.program);
-  EXPECT_TRUE(msgBox.shown.empty() && files.log.empty());
+  EXPECT_EQ(start().dataFolder, system.program);
+  system.version = 5;
+  system.applicationData.clear();
+  EXPECT_TRUE(start().mayRun && start().portable && files.log.empty() && msgBox.shown.empty());
+
+  files.contents.clear();
+  EXPECT_FALSE(start().mayRun);
+  system.version = 4;
+  EXPECT_FALSE(start().mayRun);
+  system.program = L"E:\\";  // is looked at first
+  EXPECT_FALSE(start().mayRun);
+  const std::vector<FakeMsgBox::Shown> expected{
+      {L"Varnowick can't find the folder for its data.", 16 + 4096, L"Varnowick"},
+      {L"Varnowick Requires Windows 2000 or above. Sorry.", 16 + 4096, L"Varnowick"},
+      {L"Varnowick cannot run from the root folder of the drive.", 16 + 4096, L"Varnowick"}};
+  EXPECT_EQ(msgBox.shown, expected);
 }
 
 TEST_F(Startup, RestartGivesUpRecentChangesOnlyWhenAgreed) {
@@ -44,9 +44,7 @@ TEST_F(Startup, RestartGivesUpRecentChangesOnlyWhenAgreed) {
   files.contents[restarter] = "MZ";
   msgBox.answers = {kMsgAnswerNo};
   EXPECT_FALSE(decideRestart(files, system, msgBox).restart);
-  const RestartDecision yes = decideRestart(files, system, msgBox);
-  EXPECT_TRUE(yes.restart);
-  EXPECT_EQ(yes.restarterPath, restarter);
+  EXPECT_EQ(decideRestart(files, system, msgBox).restarterPath, restarter);
   const FakeMsgBox::Shown question{L"Ignore all recent changes and restart the program?", 4 + 48,
                                    L"Varnowick"};
   const std::vector<FakeMsgBox::Shown> expected{

@@ -36,9 +36,9 @@ class Changes {
         w_.pictures.add({L"C:\\new.png", panel(), {{}, {}, far, far}});
         break;
       case 2: {
-        const ContainerSlot slot = w_.containers.add();
-        w_.containers[slot].rect = w_.containers[slot].savedRect = {far, far, far, far};
-        w_.containers[slot].note = L"a note";
+        clsContainer& c = w_.containers[w_.containers.add()];
+        c.rect = c.savedRect = {far, far, far, far};
+        c.note = L"a note";
         break;
       }
       case 3:

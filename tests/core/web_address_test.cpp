@@ -7,42 +7,75 @@ namespace {
 
 TEST(WebAddressTest, TakesAddressesApart) {
   const struct {
-    const wchar_t *address, *site, *path, *query;
+    const wchar_t *address, *parts;
     unsigned port;
   } cases[] = {
-      {L"http://a.org", L"http://a.org", L"/", L"", 80},
-      {L"HTTPS://a.org:8443/b/c?d=/e#f", L"https://a.org:8443", L"/b/c", L"?d=/e", 8443},
-      {L"https://a.org:443?q", L"https://a.org", L"/", L"?q", 443},
-      {L"http://[::1]:81/x", L"http://[::1]:81", L"/x", L"", 81},
-      {L"http://a.org:/x", L"http://a.org", L"/x", L"", 80},
+      {L"http://a.org", L"http://a.org|/|", 80},
+      {L"HTTPS://a.org:8443/b/c?d=/e#f", L"https://a.org:8443|/b/c|?d=/e", 8443},
+      {L"https://a.org:443?q", L"https://a.org|/|?q", 443},
+      {L"http://[::1]:81/x", L"http://[::1]:81|/x|", 81},
+      {L"http://a.org:/x", L"http://a.org|/x|", 80},
+      {L"http://a.org:65535/x?", L"http://a.org:65535|/x|?", 65535},
   };
   for (const auto& c : cases) {
     const auto address = parseWebAddress(c.address);
     ASSERT_TRUE(address) << c.address;
-    EXPECT_EQ(address->site(), c.site);
-    EXPECT_EQ(address->path, c.path);
-    EXPECT_EQ(address->query, c.query);
+    EXPECT_EQ(address->site() + L"|" + address->path + L"|" + address->query, c.parts);
     EXPECT_EQ(address->port, c.port);
   }
-  for (const wchar_t* address :
-       {L"", L"http:", L"http://", L"http:///x", L"ftp://a.org/", L"file://c:/x",
-        L"http://user@a.org/", L"http://a.org:0/", L"http://a.org:65536/", L"http://a.org:8x/",
-        L"http://a.org:99999999999999999999/", L"http://a b/", L"http://a.org\\x",
-        L"http://a.org/\r\nHost:x", L"javascript:http://a.org"})
+  for (const wchar_t* address : {L"",
+                                 L"http:",
+                                 L"http://",
+                                 L"http:///x",
+                                 L"ftp://a.org/",
+                                 L"file://c:/x",
+                                 L"http://user@a.org/",
+                                 L"http://a.org:0/",
+                                 L"http://a.org:65536/",
+                                 L"http://a.org:8x/",
+                                 L"http://a.org:99999999999999999999/",
+                                 L"http://a b/",
+                                 L"http://a.org\\x",
+                                 L"http://a.org/\r\nHost:x",
+                                 L"javascript:http://a.org",
+                                 L"http://a\x7F",
+                                 L"http://a\x80",
+                                 L"http://a.org/<",
+                                 L"http://a.org/>",
+                                 L"http://a.org/`",
+                                 L"http://a.org/\""})
     EXPECT_FALSE(parseWebAddress(address)) << address;
-  EXPECT_FALSE(parseWebAddress(L"http://a.org/" + std::wstring(kMaxWebAddress, L'x')));
+  const std::wstring longest = L"http://a.org/" + std::wstring(kMaxWebAddress - 13, L'x');
+  EXPECT_TRUE(parseWebAddress(longest));
+  EXPECT_FALSE(parseWebAddress(longest + L"x"));
 }
 
-TEST(WebAddressTest, RedirectsMayLeadToTheWebOnly) {
-  EXPECT_EQ(resolveWebReference(L"https://a.org/b", L"http://c.org/"), L"http://c.org/");
-  EXPECT_EQ(resolveWebReference(L"http://a.org/b/c", L"d"), L"http://a.org/b/d");
-  for (const wchar_t* target : {L"file:///c:/x", L"ftp://a.org/x", L"mailto:x@a.org", L"", L"#x"})
-    EXPECT_FALSE(resolveWebReference(L"http://a.org/", target)) << target;
+TEST(WebAddressTest, ReferencesLeadToTheWebOnly) {
+  const wchar_t* page = L"http://a.org:8080/b/c.html?q=/x#f";
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+      {L"i.ico", L"http://a.org:8080/b/i.ico"},
+      {L"/i.ico?v=1#x", L"http://a.org:8080/i.ico?v=1"},
+      {L"//cdn.org/i.ico", L"http://cdn.org/i.ico"},
+      {L"https://b.org", L"https://b.org"},
+      {L"../../../i.ico", L"http://a.org:8080/i.ico"},
+      {L"./x/../i/./j.ico", L"http://a.org:8080/b/i/j.ico"},
+      {L"x/.", L"http://a.org:8080/b/x/"},
+      {L"x/y/..", L"http://a.org:8080/b/x/"},
+      {L"?q", L"http://a.org:8080/b/c.html?q"},
+      {L"i?u=http://x", L"http://a.org:8080/b/i?u=http://x"}};
+  for (const auto& [reference, address] : cases)
+    EXPECT_EQ(resolveWebReference(page, reference), address);
+  EXPECT_EQ(resolveWebReference(L"https://a.org", L"i.ico"), L"https://a.org/i.ico");
+  EXPECT_FALSE(resolveWebReference(L"ftp://a.org/", L"i.ico"));
+  for (const wchar_t* reference :
+       {L"", L"#x", L"data:image/png;base64,AAAA", L"javascript:x", L"file:///c:/x",
+        L"ftp://a/i.ico", L"mailto:x@a.org", L"http://u:p@b.org/i", L"a b.ico", L"\\\\srv\\i"})
+    EXPECT_FALSE(resolveWebReference(page, reference)) << reference;
 }
 
 TEST(WebAddressTest, EscapesWhatIsNoPartOfARequestLine) {
   EXPECT_EQ(escapedForRequest("/a%20b?c=d"), "/a%20b?c=d");
-  EXPECT_EQ(escapedForRequest("/\xC3\xA9 \r\n"), "/%C3%A9%20%0D%0A");
+  EXPECT_EQ(escapedForRequest("/\xC3\xA9 \r\n~\x7F"), "/%C3%A9%20%0D%0A~%7F");
 }
 
 TEST(WebAddressTest, ProxiesAreNamedWithoutTheirScheme) {
