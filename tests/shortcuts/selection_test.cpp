@@ -25,20 +25,20 @@ class SelectionTest : public testing::Test {
 };
 
 TEST_F(SelectionTest, PressesSelectAndKeepForADrag) {
-  selection.press(a, false);
-  expectSelected({a});
-  selection.press(b, true);
-  selection.release(b, true, false);
+  const auto click = [&](ObjectId id, bool ctrl, bool dragged = false) {
+    selection.press(id, ctrl);
+    selection.release(id, ctrl, dragged);
+  };
+  click(a, false);
+  click(b, true);
   expectSelected({a, b});
   selection.press(a, false);
   expectSelected({a, b});
   selection.release(a, false, true);
   expectSelected({a, b});
-  selection.press(a, false);
-  selection.release(a, false, false);
+  click(a, false);
   expectSelected({a});
-  selection.press(a, true);
-  selection.release(a, true, false);
+  click(a, true);
   expectSelected({});
   selection.press(a, false);
   selection.press(picture, false);
@@ -48,6 +48,16 @@ TEST_F(SelectionTest, PressesSelectAndKeepForADrag) {
   selection.unselect(picture);
   selection.release(picture, false, false);
   expectSelected({});
+}
+
+TEST(NamesForQuestion, AreAsManyAndAsLongAsABoxCanShow) {
+  const std::wstring longest(60, L'x');
+  EXPECT_EQ(namesForQuestion({L"", longest, longest + L"y"}),
+            L"(no name)\r\n" + longest + L"\r\n" + longest + L"...\r\n");
+  std::vector<std::wstring> names(8, L"a");
+  EXPECT_EQ(namesForQuestion(names).find(L"more"), std::wstring::npos);
+  names.emplace_back(L"b");
+  EXPECT_TRUE(namesForQuestion(names).ends_with(L"a\r\nand 2 more\r\n"));
 }
 
 TEST_F(SelectionTest, TheBandAddsAndGivesBack) {
@@ -87,6 +97,10 @@ TEST_F(SelectionTest, TheCurrentOneIsTheLastOrTheOnlyOne) {
   selection.select(picture);
   selection.unselect(picture);
   EXPECT_FALSE(selection.current()) << "one of two";
+  selection.select(a);
+  selection.selectNone();
+  selection.selectAll(workspace, picBack);
+  EXPECT_FALSE(selection.current()) << "none of several";
 }
 
 TEST_F(SelectionTest, DeletingAsksForWhatIsAtStake) {
@@ -97,9 +111,7 @@ TEST_F(SelectionTest, DeletingAsksForWhatIsAtStake) {
   selection.select(picture);
   selection.select(box);
   DeletePlan plan = planDelete(workspace, selection, settings);
-  EXPECT_EQ(plan.shortcuts, std::vector{a});
-  EXPECT_EQ(plan.pictures, std::vector{picture});
-  EXPECT_TRUE(plan.files.empty());
+  EXPECT_TRUE(plan.shortcuts == std::vector{a} && plan.pictures == std::vector{picture});
   EXPECT_EQ(plan.question,
             L"Remove Selected Shortcuts?\r\n\r\nAlpha\r\nsea.png\r\n\r\n"
             L"1 shortcut, 1 picture. No file is deleted.");
