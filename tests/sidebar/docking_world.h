@@ -2,7 +2,10 @@
 // main window does and applies effects to plain fields.
 #pragma once
 
+#include <map>
 #include <set>
+#include <sstream>
+#include <string>
 #include <vector>
 
 #include "sidebar/docking.h"
@@ -100,16 +103,65 @@ struct DockingWorld {
     }
     return ticks;
   }
+  // What somebody does, in words.
+  void play(const std::string& steps);
   bool collapsed() const { return rules.collapseSide() != ScreenEdge::None && !rules.sliding(); }
 };
 
 // A point of the strip that a bar of the world leaves on its edge.
 inline void moveOntoStrip(DockingWorld& w, int dx = 0, int dy = 0) {
   const PixelRect px = toPixels(w.window, w.monitors.density());
-  const PixelRect whole = w.monitors.virtualScreen();
-  const PixelRect shown = px.intersect(whole);
+  const PixelRect shown = px.intersect(w.monitors.virtualScreen());
   w.moveMouse(shown.left.value + shown.width.value / 2 + dx,
               shown.top.value + shown.height.value / 2 + dy);
+}
+
+constexpr Point<Pixels> kFarAway{{640}, {790}};
+
+inline void DockingWorld::play(const std::string& steps) {
+  using W = DockingWorld;
+  static const std::map<std::string, void (*)(W&)> kSteps{
+      {"strip", [](W& w) { moveOntoStrip(w); }},
+      {"enter", [](W& w) { w.moveMouse(20, 200); }},
+      {"over",
+       [](W& w) {
+         w.cursor.at = {{50}, {200}};
+       }},
+      {"far", [](W& w) { w.cursor.at = kFarAway; }},
+      {"press", [](W& w) { w.cursor.down = true; }},
+      {"wander", [](W& w) { w.cursor.down = false, w.cursor.at.y += 100_px; }},
+      {"show", [](W& w) { w.tick(TimerId::TimerShow); }},
+      {"hide", [](W& w) { w.tick(TimerId::TimerHide); }},
+      {"slide", [](W& w) { w.slide(); }},
+      {"drag", [](W& w) { w.drag(4000_tw, 1500_tw); }},
+      {"atOnce", [](W& w) { w.conditions.undockImmediately = true; }},
+      {"maximised", [](W& w) { w.conditions.maximised = true; }},
+      {"blocked", [](W& w) { w.conditions.blocked = true; }},
+      {"keepOpen", [](W& w) { w.conditions.keepOpen = true; }},
+      {"dialog", [](W& w) { w.rules.dialogClosed(); }},
+      {"unfocus", [](W& w) { w.rules.lostFocus(); }},
+      {"expand", [](W& w) { w.apply(w.rules.ExpandFromEdge(w.inputs())); }},
+      {"toggle", [](W& w) { w.apply(w.rules.toggle(w.inputs())); }},
+      {"dockNow", [](W& w) { w.apply(w.rules.dockNow(w.inputs())); }},
+      {"launch", [](W& w) { w.apply(w.rules.preLaunch(w.inputs())); }},
+      {"suspend", [](W& w) { w.apply(w.rules.mnuSuspendSlideOut()); }},
+      {"right", [](W& w) { w.dockTo(ScreenEdge::Right); }}};
+  std::istringstream in(steps);
+  for (std::string step; in >> step;) kSteps.at(step)(*this);
+}
+
+constexpr ScreenEdge kAllEdges[] = {ScreenEdge::Left, ScreenEdge::Right, ScreenEdge::Top,
+                                    ScreenEdge::Bottom};
+
+// A bar that is collapsed without sliding, the mouse elsewhere.
+inline DockingWorld collapsedAt(ScreenEdge edge, DockingWorld w = {}) {
+  w.conditions.animate = false;
+  w.start();
+  w.cursor.at = kFarAway;
+  w.dockTo(edge);
+  w.conditions.animate = true;
+  w.opacities.clear();
+  return w;
 }
 
 }  // namespace varnowick

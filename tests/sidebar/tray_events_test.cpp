@@ -15,25 +15,20 @@ TEST(TrayEvents, EveryActionCountsOnce) {
     std::vector<unsigned> events;
     Actions expected;
   };
+  constexpr TrayAction kClick = TrayAction::Click, kAtCursor = TrayAction::MenuAtCursor,
+                       kAtIcon = TrayAction::MenuAtIcon, kGone = TrayAction::BalloonGone;
   const Row rows[] = {
-      {"click", true, {0x200, 0x201, 0x202, 0x400}, {TrayAction::Click}},
-      {"click, old shell", false, {0x201, 0x202}, {TrayAction::Click}},
-      {"double click", true, {0x201, 0x202, 0x400, 0x203, 0x202, 0x400}, {TrayAction::Click}},
-      {"double click, old shell", false, {0x201, 0x202, 0x203, 0x202}, {TrayAction::Click}},
-      {"click after a double click",
-       true,
-       {0x201, 0x202, 0x400, 0x203, 0x202, 0x201, 0x202, 0x400},
-       {TrayAction::Click, TrayAction::Click}},
-      {"Enter, sent twice", true, {0x401, 0x401}, {TrayAction::Click}},
-      {"right click", true, {0x204, 0x205, 0x7B}, {TrayAction::MenuAtCursor}},
-      {"right click, old shell", false, {0x204, 0x205}, {TrayAction::MenuAtCursor}},
-      {"menu key", true, {0x7B}, {TrayAction::MenuAtIcon}},
-      {"right click, then menu key",
-       true,
-       {0x204, 0x205, 0x7B, 0x7B},
-       {TrayAction::MenuAtCursor, TrayAction::MenuAtIcon}},
+      {"click", true, {0x200, 0x201, 0x202, 0x400}, {kClick}},
+      {"click, old shell", false, {0x201, 0x202}, {kClick}},
+      {"two", true, {0x201, 0x202, 0x400, 0x203, 0x202, 0x201, 0x202, 0x400}, {kClick, kClick}},
+      {"double click", true, {0x201, 0x202, 0x400, 0x203, 0x202, 0x400}, {kClick}},
+      {"double click, old shell", false, {0x201, 0x202, 0x203, 0x202}, {kClick}},
+      {"Enter, sent twice", true, {0x401, 0x401}, {kClick}},
+      {"right click, then menu key", true, {0x204, 0x205, 0x7B, 0x7B}, {kAtCursor, kAtIcon}},
+      {"right click, old shell", false, {0x204, 0x205, 0x7B}, {kAtCursor}},
+      {"let go elsewhere", true, {0x205, 0x204, 0x7B}, {kAtIcon}},
       {"balloon", true, {0x402, 0x405}, {TrayAction::BalloonClick}},
-      {"balloon closed", true, {0x402, 0x404}, {TrayAction::BalloonGone}},
+      {"balloon closed", true, {0x402, 0x404, 0x403}, {kGone, kGone}},
   };
   for (const Row& row : rows) {
     TrayEvents events;
