@@ -120,12 +120,13 @@ Palette inContainer(const Palette& palette, const NodeLook& look) {
   Palette p = palette;
   if (!p.highContrast && look.back && look.fore) {
     setBody(p, *look.back, *look.fore);
-    // A container in the usual colour keeps the usual title.
-    if (bodyTopOf(palette, *look.back) == palette.bodyTop)
+    // A container in the usual colour keeps the usual title and border.
+    if (bodyTopOf(palette, *look.back) == palette.bodyTop) {
       p.titleText = readable(*look.fore, p.titleTop);
-    else
+    } else {
       setTitle(p, towardsText(*look.back, 0.12F), *look.fore);
-    p.border = towardsText(*look.back, 0.2F);
+      p.border = towardsText(*look.back, 0.2F);
+    }
   }
   p.backTop = p.bodyTop;
   p.backBottom = p.bodyBottom;
