@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <sstream>
 
 namespace varnowick {
 
@@ -41,6 +42,24 @@ std::string RecordingCanvas::written(const std::vector<std::string>& verbs) cons
   return out;
 }
 
+std::string RecordingCanvas::added(const std::string& name, const std::string& before,
+                                   const std::string& now) {
+  constexpr std::size_t kLine = 96;
+  std::string all = name + ":";
+  std::size_t lineStart = 0;
+  std::istringstream lines(now);
+  for (std::string line; std::getline(lines, line);) {
+    if (("\n" + before).find("\n" + line + "\n") != std::string::npos) continue;
+    if (all.size() - lineStart + line.size() > kLine) {
+      all += "\n ";
+      lineStart = all.size();
+    }
+    all += " " + line + ";";
+  }
+  if (all.back() == ';') all.pop_back();
+  return all + "\n";
+}
+
 const RecordingCanvas::Call* RecordingCanvas::findText(const std::string& text) const {
   const auto at = std::find_if(calls.begin(), calls.end(), [&](const Call& call) {
     return call.verb == "text" && call.detail.rfind(text, 0) == 0;
@@ -54,12 +73,15 @@ void RecordingCanvas::fill(const PixelRect& rect, Colour colour) {
 void RecordingCanvas::gradient(const PixelRect& rect, Colour from, Colour to, bool) {
   record("gradient", rect, hex(from) + " " + hex(to));
 }
-void RecordingCanvas::box(const PixelRect& rect, Pixels, Colour top, Colour, Colour border,
-                          unsigned squareCorners) {
-  record("box", rect, hex(top) + " " + hex(border) + " " + std::to_string(squareCorners));
+void RecordingCanvas::box(const PixelRect& rect, Pixels radius, Colour top, Colour bottom,
+                          Colour border, unsigned squareCorners) {
+  record("box", rect,
+         hex(top) + (bottom == top ? "" : hex(bottom)) +
+             (border == top ? "" : " in " + hex(border)) + " r" + std::to_string(radius.value) +
+             (squareCorners == 0 ? "" : " square " + std::to_string(squareCorners)));
 }
-void RecordingCanvas::frame(const PixelRect& rect, Pixels, Colour border) {
-  record("frame", rect, hex(border));
+void RecordingCanvas::frame(const PixelRect& rect, Pixels radius, Colour border) {
+  record("frame", rect, hex(border) + " r" + std::to_string(radius.value));
 }
 void RecordingCanvas::line(Point<Pixels> from, Point<Pixels> to, Colour colour) {
   record("line", {from.x, from.y, to.x - from.x, to.y - from.y}, hex(colour));
@@ -79,7 +101,15 @@ void RecordingCanvas::stroke(std::span<const FinePoint> points, float width, Col
 }
 void RecordingCanvas::invert(const PixelRect& rect) { record("invert", rect, ""); }
 void RecordingCanvas::text(const PixelRect& rect, std::wstring_view text, const TextStyle& style) {
-  record("text", rect, plain(text) + (style.bold ? " bold " : " ") + hex(style.colour));
+  char points[16];
+  std::snprintf(points, sizeof points, " %gpt", static_cast<double>(style.points));
+  std::string detail = plain(text) + (style.bold ? " bold " : " ") + hex(style.colour) + points;
+  if (style.underline) detail += " underlined";
+  if (style.horizontal != HAlign::Left)
+    detail += style.horizontal == HAlign::Centre ? " centred" : " right";
+  if (style.vertical == VAlign::Centre) detail += " midway";
+  if (style.wrap) detail += " wrapped";
+  record("text", rect, detail);
 }
 void RecordingCanvas::image(const PixelRect& rect, const ImageRef& image) {
   record("image", rect, plain(image.name));

@@ -15,7 +15,7 @@ class RecordingCanvas : public Canvas {
     std::string verb;
     PixelRect rect;
     PixelRect seen;      // what the clip in force leaves of it
-    std::string detail;  // text, picture name, colours; what is not ASCII as "?"
+    std::string detail;  // text, picture name, colours, style; what is not ASCII as "?"
   };
 
   std::vector<Call> calls;
@@ -23,6 +23,9 @@ class RecordingCanvas : public Canvas {
 
   // "verb left,top widthxheight detail" for each call with one of the verbs.
   std::string written(const std::vector<std::string>& verbs) const;
+  // What of it another picture has not, as "name: call; call".
+  static std::string added(const std::string& name, const std::string& before,
+                           const std::string& now);
   // The call that draws the text, null when there is none.
   const Call* findText(const std::string& text) const;
 

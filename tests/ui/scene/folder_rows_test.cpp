@@ -5,9 +5,7 @@
 #include <algorithm>
 
 #include "tests/fakes/recording_canvas.h"
-#include "ui/scene/accessibility.h"
 #include "ui/scene/painter.h"
-#include "ui/scene/tooltip_text.h"
 #include "ui/scene/workspace_scene.h"
 
 namespace varnowick {
@@ -20,7 +18,6 @@ struct FolderRowsTest : testing::Test {
   Workspace workspace;
   WorkspaceScene objects{settings, workspace};
   Scene& scene = objects.scene();
-  InputState input{scene};
   ContainerSlot slot;
   FolderView view{L"C:\\f"};
 
@@ -95,37 +92,9 @@ TEST_F(FolderRowsTest, WithoutEntriesTheListSaysWhy) {
   view.apply({FolderState::Missing});
   layoutFolderRows(scene, slot, view);
   EXPECT_EQ(visibleRows(), 0);
-  const auto items = accessibleItems(scene, input);
-  const auto list = std::find_if(items.begin(), items.end(), [](const AccessibleItem& item) {
-    return item.role == AccessibleRole::List;
-  });
-  ASSERT_NE(list, items.end());
-  EXPECT_EQ(list->name, L"Folder of Files");
-  EXPECT_EQ(list->value, L"Folder not found: C:\\f");
   RecordingCanvas canvas;
-  paintScene(scene, input, makePalette(settings), Density{}, {{0}, {0}, {220}, {300}}, canvas);
+  paintScene(scene, InputState(scene), makePalette(settings), {}, {{0}, {0}, {220}, {300}}, canvas);
   EXPECT_NE(canvas.findText("Folder not found: C:\\f"), nullptr);
-}
-
-TEST_F(FolderRowsTest, SelectionAndFocusAreSeenAndTold) {
-  show(10);
-  view.selectOnly(1);
-  view.move(ListMove::Down, true, false);
-  layoutFolderRows(scene, slot, view);
-  input.focus(folderListNode(slot));
-  input.keyUsed();
-  std::wstring states;
-  for (const AccessibleItem& item : accessibleItems(scene, input)) {
-    if (item.role != AccessibleRole::ListItem) continue;
-    if ((item.states & kStateSelected) != 0) states += item.name + L" selected;";
-    if ((item.states & kStateFocused) != 0) states += item.name + L" focused;";
-  }
-  EXPECT_EQ(states, L"file 1.txt selected;file 2.txt focused;");
-  RecordingCanvas canvas;
-  paintScene(scene, input, makePalette(settings), Density{}, {{0}, {0}, {220}, {300}}, canvas);
-  EXPECT_EQ(std::count_if(canvas.calls.begin(), canvas.calls.end(),
-                          [](const RecordingCanvas::Call& call) { return call.verb == "focus"; }),
-            1);
 }
 
 TEST_F(FolderRowsTest, IconsAreThoseOfFilesOnlyWhereFilesHaveTheirOwn) {
@@ -142,18 +111,6 @@ TEST_F(FolderRowsTest, IconsAreThoseOfFilesOnlyWhereFilesHaveTheirOwn) {
     layoutFolderRows(scene, slot, view);
     EXPECT_EQ(scene.find(folderRowNode(slot, 0))->image.name, row.icon);
   }
-}
-
-TEST_F(FolderRowsTest, TooltipsShowNamesThatDoNotFit) {
-  const std::wstring longName = L"A name that is much longer than the row is wide.txt";
-  view.apply({FolderState::Ready, {{longName}, {L"short"}}});
-  layoutFolderRows(scene, slot, view);
-  const auto textAt = [&](int n) {
-    return tooltipText(folderRowNode(slot, n), scene, settings, workspace, nullptr, Density{}).text;
-  };
-  EXPECT_EQ(textAt(0), longName);
-  EXPECT_EQ(textAt(1), L"");
-  EXPECT_EQ(textAt(7), L"");
 }
 
 TEST_F(FolderRowsTest, AListTooFlatForARowStillShowsOne) {

@@ -87,6 +87,39 @@ TEST_F(NoteViewTest, ScrollsWithinItsText) {
   EXPECT_EQ(note().scroll.y, Twips{});
 }
 
+TEST(NoteThumb, StandsForWhatIsInSight) {
+  const PixelRect rect{{10}, {20}, {100}, {200}};
+  const struct {
+    double first, shown;
+    int dpi, left, top, width, height;
+  } rows[] = {{0, 0.5, 96, 107, 20, 3, 100},    {0.5, 0.5, 96, 107, 120, 3, 100},
+              {0.25, 0.5, 96, 107, 70, 3, 100}, {0.9, 0.5, 96, 107, 120, 3, 100},
+              {0.5, 0.01, 96, 107, 113, 3, 16}, {0, 0.01, 192, 104, 20, 6, 32},
+              {0, 0.08, 96, 107, 20, 3, 16},    {0, 0.085, 96, 107, 20, 3, 17}};
+  for (const auto& r : rows) {
+    const PixelRect thumb = noteThumb(rect, r.first, r.shown, {r.dpi});
+    EXPECT_EQ(thumb, (PixelRect{{r.left}, {r.top}, {r.width}, {r.height}})) << r.first;
+    EXPECT_NEAR(noteThumbShare(rect, thumb, thumb.top), std::min(1.0, r.first / (1 - r.shown)),
+                0.01);
+  }
+  EXPECT_TRUE(noteThumb(rect, 0, 1, {}).empty());
+  EXPECT_TRUE(noteThumb({{0}, {0}, {100}, {15}}, 0, 0.5, {}).empty());
+  EXPECT_FALSE(noteThumb({{0}, {0}, {100}, {16}}, 0, 0.5, {}).empty());
+}
+
+TEST_F(NoteViewTest, LinesAreFoundByTheirOffset) {
+  std::wstring text;
+  for (int i = 0; i < 100; ++i) text += L"abcd\n";
+  show(text);
+  EXPECT_EQ(noteTopOffset(scene_, id_, density_), 0U);
+  scrollNoteTo(scene_, id_, 53, density_);
+  EXPECT_EQ(noteTopOffset(scene_, id_, density_), 50U);
+  // The second line in sight: margin 4, line 15, letters 6 wide.
+  const NoteHit hit = noteHit(scene_, id_, {300_tw + Twips{15 * 16}, 300_tw + Twips{15 * 20}}, {});
+  EXPECT_EQ(hit.offset, 57U);
+  EXPECT_EQ(noteHit(scene_, scene_.root(), {}, {}).offset, 0U);
+}
+
 TEST_F(NoteViewTest, TellsTheLinkUnderTheMouse) {
   std::wstring text;
   for (int i = 0; i < 50; ++i) text += L"line\n";

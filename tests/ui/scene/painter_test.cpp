@@ -3,71 +3,282 @@
 #include <gtest/gtest.h>
 
 #include "tests/fakes/recording_canvas.h"
-#include "ui/scene/workspace_scene.h"
+#include "tests/ui/scene/furnished_bar.h"
+#include "ui/scene/detached_scene.h"
 
 namespace varnowick {
 namespace {
 
 using K = ControlKind;
 
-struct PainterTest : testing::Test {
-  Settings settings;
-  Workspace workspace;
-  WorkspaceScene view{settings, workspace};
-  Scene& scene = view.scene();
-  InputState input{scene};
-  ContainerSlot box;
-  ShortcutSlot mail, small;
+// All but the strokes of signs, which have pictures of their own.
+const std::vector<std::string> kVerbs{"fill", "gradient", "box",   "frame",   "invert",
+                                      "text", "image",    "focus", "unscaled"};
 
-  PainterTest() {
-    clsContainer c;
-    c.name = L"Work";
-    c.rect = c.savedRect = {{120}, {1320}, {3000}, {1500}};
-    box = workspace.containers.add(c);
-    mail = add(picBack, L"Mail", 120, 120, 10);
-    small = add({box}, L"Build server", 120, 480, 8);
-    FrameLayout layout;
-    layout.window = {{3300}, {4500}};
-    view.build(layout);
-  }
-  ShortcutSlot add(Panel panel, const wchar_t* caption, float x, float y, float fontSize) {
-    clsShortcut s;
-    s.FullCaption = s.Path = caption;
-    s.parent = panel;
-    s.position = {{x}, {y}};
-    s.FontSize = fontSize;
-    return workspace.shortcuts.add(s);
-  }
-  RecordingCanvas paint(PixelRect dirty = {{0}, {0}, {220}, {300}}, int dpi = 96) {
+const SystemColours kSystem{rgb(0, 0, 0),    rgb(255, 255, 255), rgb(0, 255, 255), rgb(0, 0, 0),
+                            rgb(16, 16, 16), rgb(240, 240, 240), rgb(0, 255, 0)};
+
+struct PainterTest : testing::Test, FurnishedBar {
+  Palette palette() const { return makePalette(settings); }
+  RecordingCanvas paint(PixelRect dirty = {{0}, {0}, {300}, {560}}) {
     RecordingCanvas canvas;
-    paintScene(scene, input, makePalette(settings), Density{dpi}, dirty, canvas);
+    paintScene(scene, input, palette(), layout.density, dirty, canvas);
     EXPECT_TRUE(canvas.clips.empty());
     return canvas;
   }
 };
 
+std::string written(const Scene& scene, const InputState& input, const Palette& palette,
+                    const std::vector<std::string>& verbs = kVerbs) {
+  RecordingCanvas canvas;
+  paintScene(scene, input, palette, {}, {{0}, {0}, {300}, {560}}, canvas);
+  return canvas.written(verbs);
+}
+
 TEST_F(PainterTest, PaintsAReferenceWorkspace) {
-  input.focus(containerPart(K::ContainerLabel, box));
-  input.keyUsed();
-  scene.find(shortcutNode(mail))->selected = true;
-  EXPECT_EQ(paint().written({"gradient", "box", "text", "image", "focus"}),
-            R"(gradient 0,0 220x30 #1b212a #171d25
-text 8,0 88x30 Varnowick bold #c6cbd1
-gradient 0,30 220x236 #1d242e #262e3a
-box 8,38 88x57 #294259 #4fa3e0 0
-text 11,77 82x18 Mail #ebf0f6
+  layout.collapsedTo = ScreenEdge::Left;
+  layout.progress = L"Saving";
+  layout.undoLine = L"Removed";
+  layout.locked = layout.buttonImages = true;
+  view.setFrame(layout);
+  EXPECT_EQ(written(scene, input, palette()), R"(fill 0,0 300x560 #1d242e
+frame 0,0 300x560 #11151b r0
+gradient 0,0 300x30 #1b212a #171d25
+fill 0,29 300x1 #11151b
+text 8,0 168x30 Varnowick bold #c6cbd1 9pt midway
+image 180,7 16x16 shrinkall
+image 204,7 16x16 foldall
+image 228,7 16x16 rss
+image 252,7 16x16 unlock
+image 276,7 16x16 dock
+gradient 0,30 300x496 #1d242e #262e3a
+text 11,77 82x17 Mail #ebf0f6 8pt centred
 image 36,42 32x32 Mail
-box 8,118 200x100 #33404e #4a5662 0
-text 43,150 74x22 Build server #ebf0f6
-image 21,153 16x16 Build server
-box 8,118 200x23 #4a627a #4a5662 12
-text 16,118 169x23 Work bold #ebf0f6
-focus 10,120 196x19
-box 190,123 13x13 #4a627a #99a8b6 0
-gradient 0,266 220x34 #1b212a #171d25
-text 35,266 36x34 Add #c6cbd1
-text 91,266 54x34 Settings #c6cbd1
-text 178,266 40x34 Menu #c6cbd1
+text 107,77 82x30 Quarterly report bold #ffff80 8pt centred wrapped
+image 132,42 32x32 Quarterly report
+text 35,122 68x22 Build server #ebf0f6 8pt midway
+image 13,125 16x16 Build server
+box 200,38 88x70 #33404e#293543 in #465a6e r4
+image 204,42 80x62 C:\sea.png
+box 8,150 192x100 #5f2525#531c1c in #7b4b4b r5
+text 19,221 82x17 Notes #ffffff 8pt centred
+image 44,186 32x32 Notes
+box 8,150 192x23 #774545#613232 in #7b4b4b r5 square 12
+fill 9,172 190x1 #312124
+text 16,150 161x23 Work bold #ffffff 9pt midway
+box 182,155 13x13 #774545 in #b9a0a0 r3
+box 208,150 84x23 #33404e#293543 in #4a5662 r5
+box 208,150 84x23 #4a627a#374d64 in #4a5662 r5
+text 216,150 53x23 Folded bold #ebf0f6 9pt midway
+box 274,155 13x13 #4a627a in #99a8b6 r3
+box 208,182 47x63 #33404e#293543 in #4a5662 r5
+box 208,182 47x63 #374d64#33404e in #4a5662 r5
+image 217,199 28x28 feed
+box 8,258 140x100 #33404e#293543 in #4a5662 r5
+box 8,281 140x77 #fff4c8 in #4a5662 r5 square 3
+text 16,289 26x15 Milk #3c3214 9pt
+text 16,319 92x15 www.example.org #466b7a 9pt underlined
+text 16,334 32x15 Bread #3c3214 9pt
+box 141,285 3x55 #bbb089 r1
+box 8,258 140x23 #4a627a#374d64 in #4a5662 r5 square 12
+fill 9,280 138x1 #202b38
+text 16,258 109x23 List bold #ebf0f6 9pt midway
+box 130,263 13x13 #4a627a in #99a8b6 r3
+box 156,258 136x80 #33404e#293543 in #4a5662 r5
+text 172,289 112x21 Click to download headlines [F5] #a5adb6 8pt centred midway wrapped
+text 164,318 120x20 Last Update 4 minutes ago #a5adb6 8pt midway
+box 156,258 136x23 #4a627a#374d64 in #4a5662 r5 square 12
+fill 157,280 134x1 #202b38
+text 164,258 105x23 Feed bold #ebf0f6 9pt midway
+box 274,263 13x13 #4a627a in #99a8b6 r3
+box 8,366 284x96 #33404e#293543 in #4a5662 r5
+frame 16,393 267x22 #4a5662 r5
+image 21,396 16x16 *.txt
+text 43,393 236x22 a.txt #ebf0f6 9pt midway
+image 21,418 16x16 C:\Papers\b.exe
+text 43,415 236x22 b.exe #ebf0f6 9pt midway
+image 21,440 16x16 *.txt
+text 43,437 236x22 c.txt #ebf0f6 9pt midway
+box 286,410 5x32 #5a6470 r2
+box 8,366 284x23 #4a627a#374d64 in #4a5662 r5 square 12
+fill 9,388 282x1 #202b38
+text 16,366 253x23 Papers bold #ebf0f6 9pt midway
+box 274,371 13x13 #4a627a in #99a8b6 r3
+fill 0,506 300x20 #1b212a
+text 4,510 292x12 Saving #c6cbd1 8pt midway
+box 1,487 298x18 #191f28 in #4fa3e0 r4
+text 5,491 290x10 Removed #c6cbd1 8pt midway
+gradient 0,526 300x34 #1b212a #171d25
+fill 0,526 300x1 #11151b
+text 48,526 50x34 Add #c6cbd1 9pt midway
+text 131,526 67x34 Settings #c6cbd1 9pt midway
+text 245,526 53x34 Menu #c6cbd1 9pt midway
+box 294,30 5x380 #575f69 r2
+fill 297,0 3x560 #4fa3e0
+)");
+}
+
+// What a state of a node adds to the picture, and nothing that stays.
+struct States : FurnishedBar {
+  std::string all;
+  bool highContrast = false;
+
+  std::string now(const Scene& on, const InputState& state) {
+    const Palette p =
+        highContrast ? makeHighContrastPalette(settings, kSystem) : makePalette(settings);
+    std::vector<std::string> verbs = kVerbs;
+    if (&on != &scene) verbs.emplace_back("stroke");
+    return written(on, state, p, verbs);
+  }
+  void mouse(const std::string& name, NodeId id, bool press = true) {
+    const std::string before = now(scene, input);
+    input.mouseMoved(middle(id));
+    all += RecordingCanvas::added(name + " under the mouse", before, now(scene, input));
+    if (press) {
+      input.mousePressed(middle(id));
+      all += RecordingCanvas::added(name + " pressed", before, now(scene, input));
+      input.captureLost();
+    }
+    input.mouseLeft();
+  }
+  void select(const std::string& name, NodeId id) {
+    const std::string before = now(scene, input);
+    scene.find(id)->selected = true;
+    all += RecordingCanvas::added(name + " selected", before, now(scene, input));
+    scene.find(id)->selected = false;
+  }
+  void focus(const std::string& name, NodeId id) {
+    const std::string before = now(scene, input);
+    input.focus(id);
+    EXPECT_EQ(now(scene, input), before) << "the mouse needs no ring";
+    input.keyUsed();
+    all += RecordingCanvas::added(name + " focused", before, now(scene, input));
+    input.mousePressed(middle(id));
+    input.captureLost();
+    input.mouseLeft();
+    EXPECT_EQ(now(scene, input), before) << "the mouse is in use again";
+    input.focus({});
+  }
+};
+
+TEST(PainterStates, ShowWhatTheMouseAndTheKeysAreAbout) {
+  States s;
+  const auto title = [](ContainerSlot slot) { return containerPart(K::ContainerLabel, slot); };
+  s.mouse("tool", {K::PicDockToolbar, 0});
+  s.mouse("button", {K::cmdAdd, 0});
+  s.mouse("shortcut", shortcutNode(s.mail));
+  s.mouse("picture", pictureNode(s.picture), false);
+  s.mouse("title", title(s.work), false);
+  s.mouse("fold box", containerPart(K::lblFoldUnfold, s.work));
+  s.mouse("body", containerPart(K::ContainerFrame, s.work), false);
+  s.mouse("tile", containerPart(K::ContainerIcon, s.tile), false);
+  s.mouse("headlines", containerPart(K::LstRSS, s.feed), false);
+  s.mouse("row", folderRowNode(s.papers, 0));
+  s.mouse("thumb", {K::ScrollThumb, 0}, false);
+  s.select("shortcut", shortcutNode(s.tool));
+  s.select("picture", pictureNode(s.picture));
+  s.select("container", containerNode(s.work));
+  s.select("tile", containerNode(s.tile));
+  s.focus("tool", {K::PicDockToolbar, 0});
+  s.focus("button", {K::cmdAdd, 0});
+  s.focus("shortcut", shortcutNode(s.mail));
+  s.focus("picture", pictureNode(s.picture));
+  s.focus("title", title(s.work));
+  s.focus("tile", containerPart(K::ContainerIcon, s.tile));
+  s.focus("note", containerPart(K::ContainerNote, s.note));
+  s.focus("headlines", containerPart(K::LstRSS, s.feed));
+  s.focus("folder", folderListNode(s.papers));
+  s.layout.undoLine = L"Removed";
+  s.view.setFrame(s.layout);
+  s.mouse("undo line", {K::UndoLine, 0}, false);
+  s.focus("undo line", {K::UndoLine, 0});
+  EXPECT_EQ(s.all, R"(tool under the mouse: box 273,4 22x22 #32373f r4
+tool pressed: box 273,4 22x22 #32373f r4; invert 275,6 18x18
+button under the mouse: box 3,529 94x28 #32373f r4; text 48,526 50x34 Add #ebf0f6 9pt midway
+button pressed: box 3,529 94x28 #242a33 in #4fa3e0 r4; text 48,526 50x34 Add #ebf0f6 9pt midway
+shortcut under the mouse: box 8,38 88x56 #323842 in #4a515a r5
+shortcut pressed: box 8,38 88x56 #2e4f6b#345672 in #4fa3e0 r5
+picture under the mouse: box 200,38 88x70 #33404e#293543 in #4fa3e0 r4
+title under the mouse: box 8,150 192x23 #815252#6c4040 in #7b4b4b r5 square 12;
+  box 159,152 16x19 #6c3c3c r3; box 139,152 16x19 #6c3c3c r3; box 119,152 16x19 #6c3c3c r3;
+  fill 125,162 2x2 #ffffff
+fold box under the mouse: box 182,155 13x13 #774545 in #cfbebe r3; box 159,152 16x19 #6c3c3c r3;
+  box 139,152 16x19 #6c3c3c r3; box 119,152 16x19 #6c3c3c r3; fill 125,162 2x2 #ffffff
+fold box pressed: box 182,155 13x13 #997474 in #cfbebe r3; box 159,152 16x19 #6c3c3c r3;
+  box 139,152 16x19 #6c3c3c r3; box 119,152 16x19 #6c3c3c r3; fill 125,162 2x2 #ffffff
+body under the mouse: fill 11,176 6x1 #a78787; fill 11,177 5x1 #a78787; fill 11,178 4x1 #a78787;
+  fill 11,179 3x1 #a78787; fill 11,180 2x1 #a78787; fill 11,181 1x1 #a78787
+tile under the mouse: box 208,182 47x63 #4b5f74#33404e in #4fa3e0 r5
+headlines under the mouse:
+  text 172,289 112x21 Click to download headlines [F5] #4fa3e0 8pt centred midway wrapped
+row under the mouse: box 16,393 267x22 #45525f in #5b6773 r5
+row pressed: box 16,393 267x22 #3d6280#365a78 in #4fa3e0 r5
+thumb under the mouse: box 294,30 5x380 #7f858f r2
+shortcut selected: box 8,122 99x22 #294259#304a62 in #4fa3e0 r5
+picture selected: box 200,38 88x70 #33404e#293543 in #4fa3e0 r4
+container selected: box 8,150 192x100 #5f2525#531c1c in #4fa3e0 r5;
+  box 8,150 192x23 #774545#613232 in #4fa3e0 r5 square 12
+tile selected: box 208,182 47x63 #33404e#293543 in #4fa3e0 r5;
+  box 208,182 47x63 #374d64#33404e in #4fa3e0 r5
+tool focused: focus 274,5 20x20
+button focused: focus 4,530 92x26
+shortcut focused: focus 10,40 84x52
+picture focused: focus 201,39 86x68
+title focused: focus 10,152 188x19
+tile focused: focus 210,184 43x59
+note focused: focus 9,282 138x75
+headlines focused: focus 166,283 124x33
+folder focused: box 16,393 267x22 #3a5871#324f69 in #4fa3e0 r5; focus 17,394 265x20
+undo line under the mouse: box 1,507 298x18 #32373f in #4fa3e0 r4;
+  text 5,511 290x10 Removed #ebf0f6 8pt midway
+undo line focused: focus 2,508 296x16
+)");
+
+  s.all.clear();
+  s.highContrast = true;
+  s.mouse("high contrast tool", {K::PicDockToolbar, 0}, false);
+  s.mouse("button", {K::cmdAdd, 0}, false);
+  s.mouse("shortcut", shortcutNode(s.mail));
+  s.select("shortcut", shortcutNode(s.tool));
+  s.mouse("title", title(s.work), false);
+  s.select("tile", containerNode(s.tile));
+  EXPECT_EQ(s.all, R"(high contrast tool under the mouse: box 273,4 22x22 #101010 in #00ffff r4
+button under the mouse: box 3,529 94x28 #101010 in #00ffff r4;
+  text 48,526 50x34 Add #ffffff 9pt midway
+shortcut under the mouse: box 8,38 88x56 #000000 in #00ffff r5
+shortcut pressed: box 8,38 88x56 #00ffff r5; text 11,77 82x17 Mail #000000 8pt centred
+shortcut selected: box 8,122 99x22 #00ffff r5; text 35,122 68x22 Build server #000000 8pt midway
+title under the mouse: box 159,152 16x19 #101010 r3; box 139,152 16x19 #101010 r3;
+  box 119,152 16x19 #101010 r3; fill 125,162 2x2 #f0f0f0
+tile selected: box 208,182 47x63 #000000 in #00ffff r5; box 208,182 47x63 #000000 in #00ffff r5
+)");
+}
+
+// In a window of its own the title's buttons are of another kind.
+TEST(PainterStates, ButtonsComeWithTheMouseOnTheTitle) {
+  States s;
+  s.workspace.containers[s.work].Detached = s.workspace.containers[s.work].DetachedUseTab = true;
+  for (const int edge : {0, 3}) {
+    s.workspace.containers[s.work].DetachedTabDockedWhere = edge;
+    DetachedScene window(s.settings, s.workspace, s.work);
+    window.build({{2880}, {1500}}, {{2880}, {1500}}, {});
+    InputState mouse{window.scene()};
+    const std::string before = s.now(window.scene(), mouse);
+    mouse.mouseMoved({{600}, {100}});
+    s.all += RecordingCanvas::added("tab at " + std::to_string(edge), before,
+                                    s.now(window.scene(), mouse));
+  }
+  EXPECT_EQ(
+      s.all,
+      R"(tab at 0: box 0,0 192x23 #815252#6c4040 in #7b4b4b r5 square 12; box 151,2 16x19 #6c3c3c r3;
+  stroke 154,7 11x1 #ffffff; stroke 154,11 11x1 #ffffff; stroke 154,15 11x1 #ffffff;
+  box 131,2 16x19 #6c3c3c r3; stroke 135,8 8x8 #ffffff; stroke 138,7 6x6 #ffffff;
+  stroke 138,9 4x4 #ffffff; box 111,2 16x19 #6c3c3c r3; stroke 115,14 9x1 #ffffff
+tab at 3: box 0,0 192x23 #815252#6c4040 in #7b4b4b r5 square 12; box 151,2 16x19 #6c3c3c r3;
+  stroke 154,7 11x1 #ffffff; stroke 154,11 11x1 #ffffff; stroke 154,15 11x1 #ffffff;
+  box 131,2 16x19 #6c3c3c r3; stroke 135,8 8x8 #ffffff; stroke 138,7 6x6 #ffffff;
+  stroke 138,9 4x4 #ffffff; box 111,2 16x19 #6c3c3c r3; stroke 114,5 11x1 #ffffff;
+  stroke 119,8 1x10 #ffffff; stroke 115,8 9x5 #ffffff
 )");
 }
 
@@ -77,122 +288,84 @@ struct CanvasWithoutPictures : RecordingCanvas {
 };
 
 TEST_F(PainterTest, APictureThatCannotBeShownTellsItsPath) {
-  const PictureSlot picture =
-      workspace.pictures.add({L"C:\\gone.png", picBack, {{120}, {1200}, {1800}, {1500}}});
-  view.updatePicture(picture);
-  const auto painted = [&](ImageState state) {
+  const auto painted = [&](ImageState state, float height) {
+    workspace.pictures[picture].rect.height = Twips{height};
+    view.updatePicture(picture);
     CanvasWithoutPictures canvas;
     canvas.state = state;
-    paintScene(scene, input, makePalette(settings), {}, {{0}, {0}, {220}, {300}}, canvas);
+    const PixelRect dirty = toPixels(scene.windowRect(pictureNode(picture)), Density{});
+    paintScene(scene, input, palette(), {}, dirty, canvas);
     return canvas.written({"text", "image"});
   };
-  EXPECT_NE(painted(ImageState::Failed).find("gone.png?C:\\gone.png #"), std::string::npos);
-  EXPECT_EQ(painted(ImageState::Waiting).find("C:\\gone.png"), std::string::npos);
-  EXPECT_NE(painted(ImageState::Waiting).find("32x32 picture"), std::string::npos);
-  EXPECT_NE(painted(ImageState::Ready).find("112x92 C:\\gone.png"), std::string::npos);
+  const std::string sign = "image 228,50 32x32 picture\n";
+  EXPECT_EQ(painted(ImageState::Failed, 1200),
+            sign + "text 208,88 72x22 sea.png?C:\\sea.png #9fa5ad 8pt centred wrapped\n");
+  EXPECT_EQ(painted(ImageState::Failed, 900), "image 228,52 32x32 picture\n") << "no room for it";
+  EXPECT_EQ(painted(ImageState::Waiting, 1200), sign);
 }
 
 TEST_F(PainterTest, TouchesOnlyWhatLiesInTheDirtyRectangle) {
-  const PixelRect dirty = toPixels(scene.windowRect(shortcutNode(small)), Density{96});
-  const RecordingCanvas canvas = paint(dirty);
-  EXPECT_NE(canvas.findText("Build server"), nullptr);
+  const RecordingCanvas canvas = paint(toPixels(scene.windowRect(shortcutNode(inside)), Density{}));
+  EXPECT_NE(canvas.findText("Notes"), nullptr);
   for (const char* elsewhere : {"Mail", "Varnowick", "Settings"})
     EXPECT_EQ(canvas.findText(elsewhere), nullptr) << elsewhere;
-  for (const auto& call : canvas.calls)
-    if (call.verb == "box") {
-      EXPECT_FALSE(call.seen.empty());
-    }
   EXPECT_TRUE(paint({{5}, {5}, {0}, {10}}).calls.empty());
 }
 
 TEST_F(PainterTest, ContentsAreClippedToTheirContainer) {
-  workspace.shortcuts[small].position = {{1800}, {1250}};  // across the lower edge
-  view.updateShortcut(small);
+  workspace.shortcuts[inside].position = {{1800}, {1250}};  // across the lower edge
+  view.updateShortcut(inside);
   const RecordingCanvas canvas = paint();
   const PixelRect body =
-      toPixels(scene.windowRect(containerPart(K::ContainerFrame, box)), Density{96});
-  const auto* text = canvas.findText("Build server");
+      toPixels(scene.windowRect(containerPart(K::ContainerFrame, work)), Density{});
+  const auto* text = canvas.findText("Notes");
   ASSERT_NE(text, nullptr);
   EXPECT_EQ(text->seen, text->seen.intersect(body));
 }
 
-TEST_F(PainterTest, HoverPressSelectionAndFocusAreAllVisible) {
-  const NodeId id = shortcutNode(mail);
-  const TwipsRect rect = scene.windowRect(id);
-  const PixelRect dirty = toPixels(rect, Density{96});
-  const Point<Twips> inside{rect.left + Twips{30}, rect.top + Twips{30}};
-  const std::vector<std::string> all{"box", "focus", "text"};
-  std::vector<std::string> looks{paint(dirty).written(all)};
-  input.mouseMoved(inside);
-  looks.push_back(paint(dirty).written(all));
-  input.mousePressed(inside);
-  looks.push_back(paint(dirty).written(all));
-  input.mouseReleased(inside);
-  input.mouseLeft();
-  input.focus(id);
-  EXPECT_EQ(paint(dirty).written(all), looks.front()) << "the mouse needs no ring";
-  input.keyUsed();
-  looks.push_back(paint(dirty).written(all));
-  input.focus({});
-  scene.find(id)->selected = true;
-  looks.push_back(paint(dirty).written(all));
-  for (std::size_t i = 0; i < looks.size(); ++i)
-    for (std::size_t j = 0; j < i; ++j) EXPECT_NE(looks[i], looks[j]) << i << " " << j;
-  const TwipsRect button = scene.windowRect({K::PicDockToolbar, 0});
-  input.mousePressed({button.left + Twips{30}, button.top + Twips{30}});
-  EXPECT_EQ(paint().written({"focus"}), "") << "the mouse is in use again";
-  EXPECT_NE(paint().written({"invert"}), "");
-}
-
 TEST_F(PainterTest, SettingsDecideOnTheDockStripAndTheWallpaper) {
-  FrameLayout layout = view.layout();
   layout.collapsedTo = ScreenEdge::Left;
-  settings.dockingColor = rgb(1, 2, 3);
   settings.wallpaper = L"C:\\hills.jpg";
-  for (const bool visible : {true, false}) {
-    settings.visibleBorderCollapsed = settings.stretch = visible;
-    view.build(layout);
-    const std::string drawn = paint().written({"fill", "image", "unscaled"});
-    EXPECT_EQ(drawn.find("fill 217,0 3x300 #010203") != std::string::npos, visible) << drawn;
-    EXPECT_NE(
-        drawn.find(std::string(visible ? "image" : "unscaled") + " 0,30 220x236 C:\\hills.jpg"),
-        std::string::npos)
-        << drawn;
+  const auto shows = [&](const Palette& p, const char* what) {
+    return written(scene, input, p).find(what) != std::string::npos;
+  };
+  for (const bool on : {true, false}) {
+    settings.visibleBorderCollapsed = settings.stretch = on;
+    view.setFrame(layout);
+    EXPECT_EQ(shows(palette(), "fill 297,0 3x560"), on);
+    EXPECT_EQ(shows(palette(), "image 0,30 300x496 C:\\hills.jpg"), on);
+    EXPECT_EQ(shows(palette(), "unscaled 0,30 300x496"), !on);
+    EXPECT_FALSE(shows(makeHighContrastPalette(settings, kSystem), "hills"));
   }
 }
 
-TEST_F(PainterTest, EveryDensityKeepsCaptionsInTheirCells) {
+// Also where places come from files, and from times when the font was smaller.
+TEST_F(PainterTest, CaptionsStayInTheirCellsAndEndWhereTheRowBelowBegins) {
+  settings.fontSize = 16;
+  workspace.shortcuts[tool] = workspace.shortcuts[mail];
+  workspace.shortcuts[tool].position = {{1560}, {1080}};
+  WorkspaceScene unmeasured(settings, workspace);
+  const Scene& all = unmeasured.scene();
   for (const int dpi : {96, 120, 144, 192, 288}) {
-    const Density density{dpi};
-    const PixelRect all{{0}, {0}, {220 * dpi / 96 + 1}, {300 * dpi / 96 + 1}};
-    const RecordingCanvas canvas = paint(all, dpi);
-    const PixelRect cell = toPixels(scene.windowRect(shortcutNode(mail)), density);
+    layout.density = {dpi};
+    unmeasured.build(layout);
+    RecordingCanvas canvas;
+    paintScene(all, InputState(all), palette(), layout.density,
+               {{0}, {0}, {300 * dpi / 96}, {560 * dpi / 96}}, canvas);
+    const auto cell = [&](ShortcutSlot slot) {
+      return toPixels(all.windowRect(shortcutNode(slot)), layout.density);
+    };
     const auto* text = canvas.findText("Mail");
     ASSERT_NE(text, nullptr);
-    EXPECT_EQ(text->rect, text->rect.intersect(cell)) << dpi;
+    EXPECT_EQ(text->rect, text->rect.intersect(cell(mail))) << dpi;
     // Room for the line at its height, leading included.
     EXPECT_GE(text->rect.height.value * 72, 8 * dpi) << dpi;
-  }
-}
-
-// Places come from files, and from times when the font was smaller.
-TEST_F(PainterTest, CaptionsEndWhereTheRowBelowBegins) {
-  settings.fontSize = 16;
-  const ShortcutSlot upper = add(picBack, L"Two lines of words", 1560, 120, 10);
-  const ShortcutSlot lower = add(picBack, L"Below", 1560, 1080, 10);
-  for (const int dpi : {96, 120, 144, 192}) {
-    FrameLayout layout = view.layout();
-    layout.density = {dpi};
-    view.build(layout);
-    const RecordingCanvas canvas = paint({{0}, {0}, {220 * dpi / 96}, {300 * dpi / 96}}, dpi);
-    const auto* text = canvas.findText("Two lines of words");
+    text = canvas.findText("Quarterly report");
     ASSERT_NE(text, nullptr);
-    const PixelRect below = toPixels(scene.windowRect(shortcutNode(lower)), Density{dpi});
-    EXPECT_LE(text->rect.bottom(), below.top + Pixels{1}) << dpi;
-    EXPECT_GT(scene.windowRect(shortcutNode(upper)).bottom(),
-              scene.windowRect(shortcutNode(lower)).top);
+    EXPECT_LE(text->rect.bottom(), cell(tool).top + Pixels{1}) << dpi;
+    EXPECT_GT(cell(report).bottom(), cell(tool).top);
   }
-  EXPECT_GE(view.shortcutCell(false).height, scene.find(shortcutNode(upper))->rect.height);
+  EXPECT_GE(unmeasured.shortcutCell(false).height, all.find(shortcutNode(report))->rect.height);
 }
 
 }  // namespace

@@ -147,5 +147,40 @@ TEST_F(SceneTest, FocusWalksVisibleEnabledStopsAndWraps) {
   EXPECT_TRUE(input.focused().none());
 }
 
+// Letters where nodes lie, 100 by 100 each with a gap between them.
+TEST(Focus, GoesToTheNearestNodeInADirection) {
+  const char* const rows[] = {"A.B..", "..C.D", "E...."};
+  Scene scene;
+  InputState input{scene};
+  scene.find(scene.root())->rect = at(0, 0, 1000, 1000);
+  const auto node = [](char c) { return NodeId{K::cmdAdd, c}; };
+  for (int y = 0; y < 3; ++y)
+    for (int x = 0; x < 5; ++x)
+      if (rows[y][x] != '.') {
+        Node& made = scene.create(node(rows[y][x]), scene.root());
+        made.rect = at(static_cast<float>(x) * 120, static_cast<float>(y) * 120, 100, 100);
+        made.focusable = true;
+      }
+  const struct {
+    char from;
+    const char* to;  // left, right, up, down; itself where there is none
+  } cases[] = {{'A', "ABAE"}, {'B', "ADBC"}, {'C', "ADBE"}, {'D', "CDBD"}, {'E', "ECAE"}};
+  for (const auto& c : cases) {
+    std::string to;
+    for (const Point<int> direction : {Point<int>{-1, 0}, {1, 0}, {0, -1}, {0, 1}}) {
+      input.focus(node(c.from));
+      const bool moved = input.focusTowards(direction);
+      to += static_cast<char>(input.focused().slot);
+      EXPECT_EQ(moved, to.back() != c.from);
+    }
+    EXPECT_EQ(to, c.to) << c.from;
+  }
+  input.focus({});
+  EXPECT_TRUE(input.focusTowards({0, 1}));
+  EXPECT_EQ(input.focused(), node('A')) << "the first one";
+  scene.find(node('B'))->enabled = false;
+  EXPECT_FALSE(input.focusTowards({0, -1}));
+}
+
 }  // namespace
 }  // namespace varnowick

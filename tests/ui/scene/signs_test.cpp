@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
 #include "tests/fakes/recording_canvas.h"
 
 namespace varnowick {
@@ -29,7 +34,6 @@ TEST(Signs, StraightLinesAreSharpAtEveryDensity) {
   for (const int dpi : {96, 120, 144, 192})
     for (int sign = 0; sign <= static_cast<int>(Sign::Lens); ++sign) {
       const Pens canvas = drawn(static_cast<Sign>(sign), dpi);
-      EXPECT_FALSE(canvas.lines.empty() && canvas.calls.empty()) << sign;
       for (const Pens::Line& line : canvas.lines) {
         if (line.points.size() > 5) continue;  // an arc
         for (std::size_t i = 1; i < line.points.size(); ++i) {
@@ -42,24 +46,96 @@ TEST(Signs, StraightLinesAreSharpAtEveryDensity) {
     }
 }
 
-TEST(Signs, TheDockingArrowPointsToItsEdge) {
-  // Its tip is the middle of the three points of its head.
-  const auto tip = [](ScreenEdge edge) { return drawn(Sign::Dock, 96, edge).lines.back().points; };
-  struct Case {
-    ScreenEdge edge;
-    float dx, dy;
+using Picture = std::array<std::string, 13>;
+
+// The pixels of the usual density that the pen's middle passes through.
+Picture pictureOf(Sign sign, ScreenEdge edge) {
+  Picture picture;
+  picture.fill(std::string(13, '.'));
+  constexpr int kLeast = 6;  // of the sign in its rectangle of 24
+  const auto mark = [&](double x, double y, char c) {
+    // A little to the side, where rounding might fall on either.
+    const int column = static_cast<int>(std::floor(x + 0.13)) - kLeast;
+    const int row = static_cast<int>(std::floor(y + 0.13)) - kLeast;
+    if (column >= 0 && row >= 0 && column < 13 && row < 13)
+      picture[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = c;
+    else
+      ADD_FAILURE() << "too large";
   };
-  for (const Case& c : {Case{ScreenEdge::Left, -1, 0},
-                        {ScreenEdge::Right, 1, 0},
-                        {ScreenEdge::Top, 0, -1},
-                        {ScreenEdge::Bottom, 0, 1}}) {
-    const std::vector<FinePoint> head = tip(c.edge);
-    ASSERT_EQ(head.size(), 3U);
-    for (const std::size_t side : {0U, 2U}) {
-      const float along = (head[1].x - head[side].x) * c.dx + (head[1].y - head[side].y) * c.dy;
-      EXPECT_GT(along, 0) << static_cast<int>(c.edge);
-    }
+  const Pens canvas = drawn(sign, 96, edge);
+  for (const auto& call : canvas.calls)
+    for (int y = call.rect.top.value; y < call.rect.bottom().value; ++y)
+      for (int x = call.rect.left.value; x < call.rect.right().value; ++x) mark(x, y, '#');
+  for (const Pens::Line& line : canvas.lines) {
+    if (line.points.size() == 1)
+      mark(line.points[0].x, line.points[0].y, line.width > 3 && line.width < 4 ? 'o' : '?');
+    for (std::size_t i = 1; i < line.points.size(); ++i)
+      for (float share = 0; share < 1.01F; share += 0.02F) {
+        const FinePoint a = line.points[i - 1], b = line.points[i];
+        mark(a.x + (b.x - a.x) * share, a.y + (b.y - a.y) * share, '#');
+      }
   }
+  return picture;
+}
+
+// In the order of their names, those that point to the left; then what points to the
+// right, up and down.
+TEST(Signs, LookLikeThis) {
+  std::vector<Picture> pictures;
+  for (int sign = 0; sign <= static_cast<int>(Sign::Lens); ++sign)
+    pictures.push_back(pictureOf(static_cast<Sign>(sign), ScreenEdge::Left));
+  for (const ScreenEdge edge : {ScreenEdge::Right, ScreenEdge::Top, ScreenEdge::Bottom})
+    pictures.push_back(pictureOf(Sign::Dock, edge));
+  pictures.push_back(pictureOf(Sign::Detach, ScreenEdge::Right));
+  std::string all;
+  for (std::size_t first = 0; first < pictures.size(); first += 7)
+    for (std::size_t line = 0; line < 13; ++line) {
+      for (std::size_t i = first; i < std::min(first + 7, pictures.size()); ++i)
+        all += " " + pictures[i][line];
+      all += "\n";
+    }
+  EXPECT_EQ(
+      all,
+      R"( ............. ............. ............. ............. ............. ............. .............
+ .#........... .###########. .####........ .....####.... .....####.... #............ .............
+ ..#.......... .###########. ....###...... ....##..##... ....##..##... #......#..... ......#......
+ ...#......#.. ............. ......###.... ...##....#... ...##....#... #.....##..... ......#......
+ ....#.....#.. ............. ........##... ...#.....#... ...#.....#... #....##...... ......#......
+ .....#....#.. .###########. .###.....#... ...#......... ...#.....#... #...##....... ......#......
+ ......#...#.. .###########. ...###...##.. ..#########.. ..#########.. #..########## ..#########..
+ .......#..#.. ............. .....##...#.. ..#########.. ..#########.. #...#........ ......#......
+ ........#.#.. ............. ......##..##. ..#########.. ..#########.. #....#....... ......#......
+ .........##.. .###########. .......#...#. ..#########.. ..#########.. #.....#...... ......#......
+ ...########.. .###########. ..o....#...#. ..#########.. ..#########.. #......#..... ......#......
+ ............. ............. .......#...#. ..#########.. ..#########.. #............ .............
+ ............. ............. ............. ............. ............. ............. .............
+ ............. ............. ............. ............. ............. ............. .............
+ ............. ............. ............. ............. ............. ............. .............
+ .#######o###. .###########. ..#########.. ......#####.. ..........#.. ............. .............
+ ............. ............. ..#.......#.. ..####...##.. ..####...##.. ............. ......#......
+ ............. ............. ..#.......#.. ..#.....###.. ..#..#..##... ............. ......#......
+ ............. ............. ..#.......#.. ..#....##.#.. ..#..#.##.... ............. ......#......
+ .##o########. .###########. ..#.......#.. ..#...##..#.. ..#..###..... ............. ...#######...
+ ............. ............. ..#.##....#.. ..#..##..#... ..#..#####... ............. ......#......
+ ............. ............. ..#.##....#.. ..#......#... ..#......#... ............. ......#......
+ ............. ............. ..#.......#.. ..#......#... ..#......#... ..#########.. ......#......
+ .######o####. .###########. ..#########.. ..########... ..########... ............. .............
+ ............. ............. ............. ............. ............. ............. .............
+ ............. ............. ............. ............. ............. ............. .............
+ ............. ............. ............. .###########. ......#...... .............
+ ............. ....####..... ............# ............. ......#...... .............
+ ............. ..###..##.... .....#......# ............. ......#...... ..#####......
+ ............. ..#.....##... ......#.....# ......#...... ......#...... ..##...####..
+ ............. .##......#... .......#....# .....###..... ......#...... ..#.#.....#..
+ ............. .#.......#... ........#...# ....###.#.... ..#...#...#.. ..#..#....#..
+ ...#######... .#.......#... ##########..# ...##.#..#... ...#..#..##.. ..#...#...#..
+ ............. .##.....##... ........##..# ..##..#...#.. ....#.#.##... ...#...#..#..
+ ............. ..##...##.... .......##...# ......#...... .....####.... ...#......#..
+ ............. ...#####.#... ......##....# ......#...... ......##..... ...#......#..
+ ............. ..........#.. .....##.....# ......#...... ............. ...########..
+ ............. ...........#. ............# ......#...... ............. .............
+ ............. ............# ............. ......#...... .###########. .............
+)");
 }
 
 }  // namespace
