@@ -24,25 +24,21 @@ TEST(Colours, GetLighterAndDarker) {
   }
 }
 
-struct ColoursOfContainers : testing::Test {
+TEST(Colours, AreGivenToContainersAndNeverHideTheText) {
   Workspace workspace;
-  ContainerSlot one = workspace.containers.add({});
-  ContainerSlot two = workspace.containers.add({});
+  const ContainerSlot one = workspace.containers.add({}), two = workspace.containers.add({});
   const ContainerColours red{rgb(200, 0, 0), rgb(255, 255, 0)};
-};
-
-TEST_F(ColoursOfContainers, AreGivenToAll) {
   EXPECT_FALSE(ownColours(workspace.containers[one])) << "a new container has none";
   EXPECT_EQ(applyColours(workspace, {one, {99}, two}, red), (std::vector{one, two}));
   EXPECT_EQ(ownColours(workspace.containers[two]), red);
   EXPECT_TRUE(applyColours(workspace, {one, two}, red).empty()) << "nothing to save";
-}
-
-TEST_F(ColoursOfContainers, TextNeverHasTheColourOfItsGround) {
-  for (const Colour colour : {rgb(0, 0, 0), rgb(255, 255, 255), rgb(10, 200, 30)}) {
-    applyColours(workspace, {one}, ContainerColours{colour, colour});
-    ASSERT_TRUE(ownColours(workspace.containers[one])) << colour.bgr;
-    EXPECT_EQ(ownColours(workspace.containers[one])->back, colour);
+  const Colour white = rgb(255, 255, 255), black = rgb(0, 0, 0);
+  for (const auto& [ground, ink] : {std::pair{black, white},
+                                    {white, black},
+                                    {rgb(10, 200, 30), white},
+                                    {rgb(10, 220, 30), black}}) {
+    applyColours(workspace, {one}, ContainerColours{ground, ground});
+    EXPECT_EQ(ownColours(workspace.containers[one]), (ContainerColours{ground, ink}));
   }
 }
 

@@ -66,63 +66,47 @@ TEST(DetachedMenu, EveryItemButTheHeadsAndActionsChangesTheRecord) {
 }
 
 TEST(DetachedMenu, ToggleBothGoesByAutoHide) {
-  struct Case {
-    bool hide, show, both;
-  };
-  for (const Case& k : {Case{false, false, true}, Case{false, true, true}, Case{true, false, false},
-                        Case{true, true, false}}) {
-    FakeMsgBox msgBox;
-    Settings settings;
-    clsContainer c;
-    c.DetachedAutoHide = k.hide;
-    c.DetachedAutoShow = k.show;
-    changeDetached(mnuToggleAutoShowHide, c, settings, msgBox);
-    EXPECT_EQ(c.DetachedAutoHide, k.both);
-    EXPECT_EQ(c.DetachedAutoShow, k.both);
-  }
+  FakeMsgBox msgBox;
+  Settings settings;
+  for (const bool hide : {false, true})
+    for (const bool show : {false, true}) {
+      clsContainer c;
+      c.DetachedAutoHide = hide;
+      c.DetachedAutoShow = show;
+      changeDetached(mnuToggleAutoShowHide, c, settings, msgBox);
+      EXPECT_TRUE(c.DetachedAutoHide == !hide && c.DetachedAutoShow == !hide);
+    }
 }
 
-TEST(DetachedMenu, FadeOutAsksForEffectsThatAreOff) {
-  const FakeMsgBox::Shown question{L"Do you want to enable special effects?",
-                                   kMsgYesNo | kMsgQuestion, kProgramTitle};
+TEST(DetachedMenu, WhatIsAskedIsDoneOnlyAfterAYes) {
+  using Shown = FakeMsgBox::Shown;
   for (const MsgAnswer answer : {kMsgAnswerYes, kMsgAnswerNo, MsgAnswer::None}) {
+    const bool yes = answer == kMsgAnswerYes;
     FakeMsgBox msgBox;
-    msgBox.answers = {answer};
+    msgBox.answers = {answer, answer};
     Settings settings;
     settings.animate = false;
     clsContainer c;
-    const bool yes = answer == kMsgAnswerYes;
     EXPECT_EQ(changeDetached(mnuEnableFadeOut, c, settings, msgBox),
               yes ? DetachedChange::Settings : DetachedChange::None);
-    EXPECT_THAT(msgBox.shown, ElementsAre(question));
-    EXPECT_EQ(settings.animate, yes);
-    EXPECT_EQ(c.DetachedFadeOut, yes);
+    EXPECT_TRUE(settings.animate == yes && c.DetachedFadeOut == yes);
+    EXPECT_EQ(confirmCloseAndDelete(settings, msgBox), yes);
+    EXPECT_THAT(
+        msgBox.shown,
+        ElementsAre(Shown{L"Do you want to enable special effects?", kMsgYesNo | kMsgQuestion,
+                          kProgramTitle},
+                    Shown{L"Close detached container and delete it from the workspace?",
+                          kMsgYesNo | kMsgExclamation | kMsgSystemModal, L"Close & Delete"}));
   }
   FakeMsgBox msgBox;
   Settings settings;
-  settings.animate = false;
+  settings.animate = settings.confirmDelete = false;
   clsContainer c;
   c.DetachedFadeOut = true;
   changeDetached(mnuEnableFadeOut, c, settings, msgBox);
   EXPECT_FALSE(c.DetachedFadeOut || settings.animate);
-  EXPECT_THAT(msgBox.shown, IsEmpty()) << "unchecking asks nothing";
-}
-
-TEST(DetachedMenu, CloseAndDeleteDeletesOnlyAfterAYes) {
-  const FakeMsgBox::Shown question{L"Close detached container and delete it from the workspace?",
-                                   kMsgYesNo | kMsgExclamation | kMsgSystemModal,
-                                   L"Close & Delete"};
-  for (const MsgAnswer answer : {kMsgAnswerYes, kMsgAnswerNo, MsgAnswer::None}) {
-    FakeMsgBox msgBox;
-    msgBox.answers = {answer};
-    EXPECT_EQ(confirmCloseAndDelete({}, msgBox), answer == kMsgAnswerYes);
-    EXPECT_THAT(msgBox.shown, ElementsAre(question));
-  }
-  FakeMsgBox msgBox;
-  Settings settings;
-  settings.confirmDelete = false;
   EXPECT_FALSE(confirmCloseAndDelete(settings, msgBox));
-  EXPECT_THAT(msgBox.shown, IsEmpty());
+  EXPECT_THAT(msgBox.shown, IsEmpty()) << "neither unchecking nor the setting asks";
 }
 
 TEST(DetachedMenu, DetachTakesTheContainersAndRefusesPictures) {

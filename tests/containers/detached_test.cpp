@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <sstream>
 
 namespace varnowick {
 namespace {
@@ -16,15 +17,16 @@ constexpr Point<Pixels> kFarAway{{100}, {700}};
 constexpr Point<Pixels> kOnWindow{{900}, {150}};
 constexpr Point<Pixels> kOnTab{{1270}, {200}};
 
-// A window with its tab, timers and mouse as plain fields.
+// A window with its tab, timers and mouse as plain fields. It acts stories: words for
+// what happens, and "=..." for what there is to be seen then: window, tab, fading.
 struct DetachedWorld {
   clsContainer record;
   DetachedRules rules;
   Point<Pixels> cursor = kFarAway;
-  bool foreground = false, busy = false, animate = true, systemAnimations = true;
+  bool foreground = false, fullScreen = false, busy = false, animate = true,
+       systemAnimations = true;
   std::wstring_view feedStatus;
   bool shown = true, tabShown = false, closed = false;
-  int opacity = 255;
   std::vector<int> opacities;
   std::set<DetachedTimerId> running;
 
@@ -33,13 +35,13 @@ struct DetachedWorld {
     apply(rules.start());
   }
   DetachedInputs inputs() const {
-    return {record, kWindow, kTab,    cursor,           foreground,
-            false,  busy,    animate, systemAnimations, feedStatus};
+    return {record,     kWindow, kTab,    cursor,           foreground,
+            fullScreen, busy,    animate, systemAnimations, feedStatus};
   }
   void apply(const DetachedEffects& e) {
     if (e.tab != TabChange::None) tabShown = e.tab == TabChange::Place;
     if (e.show) shown = *e.show;
-    if (e.opacity) opacities.push_back(opacity = *e.opacity);
+    if (e.opacity) opacities.push_back(*e.opacity);
     for (const DetachedTimerAction& t : e.timers) {
       if (t.start)
         running.insert(t.id);
@@ -49,8 +51,6 @@ struct DetachedWorld {
     closed = closed || e.unload;
   }
   bool fading() const { return running.contains(DetachedTimerId::TimerFadeOut); }
-  void dock() { apply(rules.DockMe(inputs())); }
-  void undock() { apply(rules.Undock(inputs())); }
   int fade(int atMost = 100) {
     int ticks = 0;
     for (; fading() && ticks < atMost; ++ticks) apply(rules.TimerFadeOutTick(inputs()));
@@ -64,95 +64,135 @@ struct DetachedWorld {
     }
     return 0;
   }
+  std::string seen() const {
+    return std::string(closed  ? "closed"
+                       : shown ? "window"
+                               : "") +
+           (tabShown ? "+tab" : "") + (fading() ? "+fading" : "");
+  }
+  // useTab and the like turn that flag of the record round.
+  void play(const std::string& story) {
+    std::istringstream words(story);
+    for (std::string word; words >> word;) {
+      SCOPED_TRACE(word + " in " + story);
+      if (word == "dock") apply(rules.DockMe(inputs()));
+      if (word == "dockNow") apply(rules.DockNow(inputs()));
+      if (word == "undock") apply(rules.Undock(inputs()));
+      if (word == "unload") apply(rules.unload(inputs()));
+      if (word == "touch") apply(rules.tabTouched(inputs()));
+      if (word == "left") rules.tabLeft();
+      if (word == "launch") apply(rules.launched(inputs()));
+      if (word == "tick") apply(rules.TimerHideTick(inputs()));
+      if (word == "fade") fade();
+      if (word == "changed") apply(rules.recordChanged(inputs()));
+      if (word == "system") apply(rules.systemChanged(inputs()));
+      if (word == "useTab") record.DetachedUseTab = !record.DetachedUseTab;
+      if (word == "fadeOut") record.DetachedFadeOut = !record.DetachedFadeOut;
+      if (word == "autoShow") record.DetachedAutoShow = !record.DetachedAutoShow;
+      if (word == "onClick") record.DetachedCollapseOnClick = !record.DetachedCollapseOnClick;
+      if (word == "busy") busy = !busy;
+      if (word == "fullScreen") fullScreen = !fullScreen;
+      if (word == "ontoTab") cursor = kOnTab;
+      if (word == "ontoWindow") cursor = kOnWindow;
+      if (word == "away") cursor = kFarAway;
+      if (word[0] == '=') {
+        EXPECT_EQ(seen(), word.substr(1));
+      }
+    }
+  }
 };
 
 TEST(Detached, FadesInTwentyStepsThenActsOnItsTag) {
   DetachedWorld w;
-  w.record.DetachedFadeOut = true;
-  for (int round = 0; round < 2; ++round) {
+  for (const char* hide : {"fadeOut dock =window+tab+fading", "dock =window+tab+fading"}) {
     w.opacities.clear();
-    w.dock();
-    EXPECT_EQ(w.rules.state(), DetachedState::Fading);
-    EXPECT_TRUE(w.tabShown) << "the tab stands there from the beginning";
-    EXPECT_TRUE(w.shown);
+    w.play(hide);
     EXPECT_EQ(w.fade(), 20);
     EXPECT_THAT(w.opacities, ElementsAre(243, 230, 217, 204, 191, 178, 165, 152, 139, 126, 113, 100,
                                          87, 74, 61, 48, 35, 22, 9, 255));
-    EXPECT_EQ(w.rules.state(), DetachedState::HiddenInTab);
-    EXPECT_FALSE(w.shown);
-    w.undock();
-    EXPECT_TRUE(w.shown);
-    EXPECT_FALSE(w.tabShown);
+    w.play("=+tab undock =window");
   }
-  w.apply(w.rules.unload(w.inputs()));
-  EXPECT_TRUE(w.rules.unloading());
-  w.undock();
+  w.play("unload =window+fading undock =window+fading");
   EXPECT_TRUE(w.rules.unloading()) << "what is being closed does not come back";
-  EXPECT_FALSE(w.closed);
   EXPECT_EQ(w.fade(), 20);
-  EXPECT_TRUE(w.closed);
-  EXPECT_FALSE(w.tabShown);
+  EXPECT_EQ(w.seen(), "closed");
 }
 
 TEST(Detached, HidesAtOnceUnlessEverythingAnimates) {
-  struct Case {
-    bool fadeOut, animate, system, fades;
-  };
-  for (const Case& c : {Case{true, true, true, true}, Case{false, true, true, false},
-                        Case{true, false, true, false}, Case{true, true, false, false}}) {
-    SCOPED_TRACE(testing::Message() << c.fadeOut << c.animate << c.system);
+  for (int off = 0; off < 4; ++off) {
+    SCOPED_TRACE(off);
     DetachedWorld w;
-    w.record.DetachedFadeOut = c.fadeOut;
-    w.animate = c.animate;
-    w.systemAnimations = c.system;
-    w.dock();
-    EXPECT_EQ(w.fading(), c.fades);
-    EXPECT_EQ(w.rules.state(), c.fades ? DetachedState::Fading : DetachedState::HiddenInTab);
-    EXPECT_EQ(w.shown, c.fades);
-    EXPECT_TRUE(w.tabShown);
-    w.apply(w.rules.unload(w.inputs()));
-    EXPECT_NE(w.closed, c.fades);
+    w.record.DetachedFadeOut = off != 1;
+    w.animate = off != 2;
+    w.systemAnimations = off != 3;
+    w.play(off == 0 ? "dock =window+tab+fading unload =window+fading"
+                    : "dock =+tab unload =closed");
   }
 }
 
-TEST(Detached, WithoutTabItIsOnlyHidden) {
-  for (const bool fadeOut : {false, true}) {
+TEST(Detached, Stories) {
+  const char* const stories[] = {
+      // Without a tab it is only hidden.
+      "useTab dock = system = undock =window",
+      "useTab fadeOut dock =window+fading fade = undock =window",
+      // The tab answers to the mouse that comes onto it, unless it is not to.
+      "autoShow dock touch =+tab autoShow busy touch =+tab busy fullScreen touch =+tab fullScreen "
+      "touch =window",
+      // Hidden by hand under a mouse that is where the tab appears.
+      "ontoTab dock touch =+tab left touch =window dock away tick ontoTab touch =window",
+      "ontoTab dock tick touch =+tab",
+      // A fade is broken off by its tab, or ended at once.
+      "fadeOut dock touch =window", "fadeOut dock dockNow =+tab dockNow =+tab",
+      "launch =window onClick launch =+tab",
+      // Switching the tab off does not lose the window.
+      "dock useTab changed =window dock = useTab changed =+tab",
+      "fadeOut dock useTab changed =window+fading fade =",
+      "useTab fadeOut dock useTab changed =window+tab+fading",
+      "unload fadeOut useTab changed system =closed",
+      "fadeOut unload changed system =window+fading"};
+  for (const char* story : stories) DetachedWorld().play(story);
+  // Monitors that change place the tab anew.
+  for (const auto& [story, place] : {std::pair{"", false},
+                                     {"dock", true},
+                                     {"fadeOut dock", true},
+                                     {"useTab dock", false},
+                                     {"useTab fadeOut dock", false}}) {
     DetachedWorld w;
-    w.record.DetachedUseTab = false;
-    w.record.DetachedFadeOut = fadeOut;
-    w.dock();
-    EXPECT_FALSE(w.tabShown);
-    w.fade();
-    EXPECT_EQ(w.rules.state(), DetachedState::Hidden);
-    EXPECT_FALSE(w.shown || w.tabShown);
-    w.apply(w.rules.systemChanged(w.inputs()));
-    EXPECT_FALSE(w.tabShown);
-    w.undock();
-    EXPECT_TRUE(w.shown);
+    w.play(story);
+    EXPECT_EQ(w.rules.systemChanged(w.inputs()).tab == TabChange::Place, place) << story;
   }
+}
+
+TEST(Detached, AFadeThatIsAskedForAgainGoesOn) {
+  DetachedWorld w;
+  w.play("fadeOut dock");
+  w.fade(5);
+  w.play("dock");
+  w.fade(1);
+  w.play("undock");
+  EXPECT_THAT(w.opacities, ElementsAre(243, 230, 217, 204, 191, 178, 255));
+  w.play("dock");
+  w.fade(1);
+  EXPECT_EQ(w.opacities.back(), 243) << "the counter starts anew";
 }
 
 TEST(Detached, StaysWhileHeadlinesAreDownloaded) {
   DetachedWorld w;
   w.feedStatus = L"Downloading latest headlines...";
-  w.dock();
+  w.play("dock =window");
   EXPECT_EQ(w.hidesAfter(), 0);
-  w.record.DetachedCollapseOnClick = true;
-  w.apply(w.rules.launched(w.inputs()));
-  EXPECT_EQ(w.rules.state(), DetachedState::Shown);
-  EXPECT_FALSE(w.tabShown);
+  w.play("onClick launch =window");
   w.feedStatus = L"Last Update 4 minutes ago";
   EXPECT_EQ(w.hidesAfter(), 1);
 }
 
 TEST(Detached, AutoHideNeedsTheMouseAwayAndTheWindowInTheBackground) {
-  struct Case {
+  const struct {
     const char* what;
     bool autoHide, foreground, busy;
     Point<Pixels> cursor;
     int hidesAfter;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"away", true, false, false, kFarAway, 1},
       {"not checked", false, false, false, kFarAway, 0},
       {"foreground", true, true, false, kFarAway, 0},
@@ -161,9 +201,10 @@ TEST(Detached, AutoHideNeedsTheMouseAwayAndTheWindowInTheBackground) {
       {"on the left border", true, false, false, {{800}, {100}}, 0},
       {"on the right border", true, false, false, {{1100}, {300}}, 0},
       {"beside it", true, false, false, {{1101}, {200}}, 1},
+      {"above it", true, false, false, {{900}, {99}}, 1},
       {"where the tab will stand", true, false, false, kOnTab, 0},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     DetachedWorld w;
     w.record.DetachedAutoHide = c.autoHide;
@@ -176,109 +217,12 @@ TEST(Detached, AutoHideNeedsTheMouseAwayAndTheWindowInTheBackground) {
 
 TEST(Detached, AWindowFetchedByItsTabWaitsForTheMouse) {
   DetachedWorld w;
-  w.dock();
-  w.cursor = kOnTab;
-  w.apply(w.rules.tabTouched(w.inputs()));
-  EXPECT_TRUE(w.shown);
+  w.play("dock ontoTab touch =window");
   EXPECT_EQ(w.hidesAfter(), 0) << "the mouse is still where the tab was";
   w.cursor = kFarAway;
   EXPECT_EQ(w.hidesAfter(), 3) << "on its way, then elsewhere";
-  w.undock();
-  w.cursor = kOnWindow;
-  EXPECT_EQ(w.hidesAfter(), 0);
-  w.cursor = kFarAway;
+  w.play("undock ontoWindow tick away");
   EXPECT_EQ(w.hidesAfter(), 1) << "it has been there and has left";
-}
-
-TEST(Detached, TheTabAnswersToTheMouseThatComesOntoIt) {
-  DetachedWorld w;
-  w.record.DetachedAutoShow = false;
-  w.dock();
-  w.apply(w.rules.tabTouched(w.inputs()));
-  EXPECT_FALSE(w.shown);
-  w.record.DetachedAutoShow = true;
-  w.busy = true;
-  w.apply(w.rules.tabTouched(w.inputs()));
-  EXPECT_FALSE(w.shown);
-  w.busy = false;
-  w.apply(w.rules.tabTouched(w.inputs()));
-  EXPECT_TRUE(w.shown);
-
-  // Hidden by hand under a mouse that is where the tab appears.
-  w.cursor = kOnTab;
-  w.dock();
-  w.apply(w.rules.tabTouched(w.inputs()));
-  EXPECT_FALSE(w.shown);
-  w.rules.tabLeft();
-  w.apply(w.rules.tabTouched(w.inputs()));
-  EXPECT_TRUE(w.shown);
-  w.dock();
-  w.cursor = kFarAway;
-  w.apply(w.rules.TimerHideTick(w.inputs()));
-  w.cursor = kOnTab;
-  w.apply(w.rules.tabTouched(w.inputs()));
-  EXPECT_TRUE(w.shown);
-}
-
-TEST(Detached, AFadeIsBrokenOffByItsTab) {
-  DetachedWorld w;
-  w.record.DetachedFadeOut = true;
-  w.dock();
-  w.fade(5);
-  EXPECT_EQ(w.opacity, 191);
-  w.dock();
-  EXPECT_EQ(w.fade(1), 1);
-  EXPECT_EQ(w.opacity, 178) << "hiding once more does not begin again";
-  w.undock();
-  EXPECT_EQ(w.opacity, 255);
-  EXPECT_FALSE(w.fading());
-  EXPECT_TRUE(w.shown);
-  EXPECT_FALSE(w.tabShown);
-  w.dock();
-  w.apply(w.rules.TimerFadeOutTick(w.inputs()));
-  EXPECT_EQ(w.opacity, 243) << "the counter starts anew";
-  w.apply(w.rules.DockNow(w.inputs()));
-  EXPECT_FALSE(w.shown || w.fading());
-  EXPECT_EQ(w.opacity, 255);
-}
-
-TEST(Detached, HideOnClickFollowsALaunch) {
-  DetachedWorld w;
-  w.apply(w.rules.launched(w.inputs()));
-  EXPECT_TRUE(w.shown);
-  w.record.DetachedCollapseOnClick = true;
-  w.apply(w.rules.launched(w.inputs()));
-  EXPECT_FALSE(w.shown);
-}
-
-TEST(Detached, SwitchingTheTabOffDoesNotLoseTheWindow) {
-  DetachedWorld w;
-  w.dock();
-  w.record.DetachedUseTab = false;
-  w.apply(w.rules.recordChanged(w.inputs()));
-  EXPECT_TRUE(w.shown);
-  w.dock();
-  EXPECT_EQ(w.rules.state(), DetachedState::Hidden);
-  w.record.DetachedUseTab = true;
-  w.apply(w.rules.recordChanged(w.inputs()));
-  EXPECT_EQ(w.rules.state(), DetachedState::HiddenInTab);
-  EXPECT_TRUE(w.tabShown);
-
-  w.undock();
-  w.record.DetachedFadeOut = true;
-  w.dock();
-  w.record.DetachedUseTab = false;
-  w.apply(w.rules.recordChanged(w.inputs()));
-  EXPECT_FALSE(w.tabShown);
-  w.fade();
-  EXPECT_EQ(w.rules.state(), DetachedState::Hidden);
-}
-
-TEST(Detached, MonitorsThatChangePlaceTheTabAnew) {
-  DetachedWorld w;
-  EXPECT_EQ(w.rules.systemChanged(w.inputs()).tab, TabChange::None);
-  w.dock();
-  EXPECT_EQ(w.rules.systemChanged(w.inputs()).tab, TabChange::Place);
 }
 
 }  // namespace

@@ -37,14 +37,12 @@ clsContainer tile(const TwipsRect& rect) {
   return c;
 }
 
-struct UnfoldCase {
-  const char* what;
-  float top, height;
-  float unfoldedTop, savedTop;
-};
-
 TEST(Layout, UnfoldsTowardTheRoomThereIs) {
-  const UnfoldCase cases[] = {
+  const struct {
+    const char* what;
+    float top, height;
+    float unfoldedTop, savedTop;
+  } cases[] = {
       {"room below", 1000, 3000, 1000, 1000},
       {"ends exactly at the surface's end", 6000, 3000, 6000, 6000},
       {"one twip too far: the title's bottom stays", 6001, 3000, 3351, 3351},
@@ -53,7 +51,7 @@ TEST(Layout, UnfoldsTowardTheRoomThereIs) {
       {"not even upward: at the top", 4000, 6000, 0, 4000},
       {"taller than the surface, title at the top", 0, 12000, 0, 0},
   };
-  for (const UnfoldCase& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     clsContainer box = folded(at(300, c.top, 2000, c.height));
     ASSERT_TRUE(unfold(box, kSurface));
@@ -81,39 +79,36 @@ TEST(Layout, FoldingOftenMovesNothing) {
     }
 }
 
-// A container moved while it is open has its titles at the new place, also when
-// adding the distance was not exact.
-TEST(Layout, TitleOfAFlippedContainerFollowsItsMoves) {
-  clsContainer box = folded(at(0, 8000.3F, 2000, 3000.7F));
-  unfold(box, kSurface);
-  box.savedRect.top = box.rect.top + Twips{-1000.1F} + Twips{0.0006F};
-  box.rect.top += Twips{-1000.1F};
-  fold(box, kSurface);
-  EXPECT_NEAR(box.rect.top.value, 7000.2F, 0.01F);
-}
-
-TEST(Layout, FoldedTitleStaysOnTheSurface) {
-  // The surface has shrunk since; and the mark may come from a file.
-  for (const TwipsRect& rect : {at(0, 6000, 2000, 3000), at(0, 0, 2000, 12000)}) {
-    clsContainer box = open(rect);
+TEST(Layout, FoldedTitleFollowsMovesAndStaysOnTheSurface) {
+  // Moved while it was open, also when adding the distance was not exact.
+  clsContainer moved = folded(at(0, 8000.3F, 2000, 3000.7F));
+  unfold(moved, kSurface);
+  moved.savedRect.top = moved.rect.top + Twips{-1000.1F} + Twips{0.0006F};
+  moved.rect.top += Twips{-1000.1F};
+  fold(moved, kSurface);
+  EXPECT_NEAR(moved.rect.top.value, 7000.2F, 0.01F);
+  // The surface has shrunk since; the mark may come from a file; nobody knows a surface.
+  const struct {
+    TwipsRect rect;
+    Size<Twips> surface;
+    float top;
+  } rows[] = {{at(0, 6000, 2000, 3000), {{4500}, {5000}}, 4650},
+              {at(0, 0, 2000, 12000), {{4500}, {5000}}, 4650},
+              {at(0, 6000, 2000, 3000), {}, 8650}};
+  for (const auto& row : rows) {
+    clsContainer box = open(row.rect);
     box.CloseToEdgeY = true;
-    fold(box, {{4500}, {5000}});
-    EXPECT_EQ(box.rect.top, Twips{4650});
+    fold(box, row.surface);
+    EXPECT_EQ(box.rect.top, Twips{row.top});
   }
-  clsContainer unknown = open(at(0, 6000, 2000, 3000));
-  unknown.CloseToEdgeY = true;
-  fold(unknown);
-  EXPECT_EQ(unknown.rect.top, Twips{8650});
 }
-
-struct ExpandCase {
-  const char* what;
-  TwipsRect saved;
-  Point<Twips> expanded;
-};
 
 TEST(Layout, ExpandsWithinTheSurfaceAndShrinksToItsPlace) {
-  const ExpandCase cases[] = {
+  const struct {
+    const char* what;
+    TwipsRect saved;
+    Point<Twips> expanded;
+  } cases[] = {
       {"fits", at(100, 200, 2000, 3000), {{100}, {200}}},
       {"fits exactly", at(2500, 6000, 2000, 3000), {{2500}, {6000}}},
       {"too far right", at(2501, 200, 2000, 3000), {{2400}, {200}}},
@@ -123,7 +118,7 @@ TEST(Layout, ExpandsWithinTheSurfaceAndShrinksToItsPlace) {
       {"leaves no margin", at(100, 50, 4450, 8950), {{0}, {50}}},
       {"as wide as a tile", at(100, 200, 700, 950), {{100}, {200}}},
   };
-  for (const ExpandCase& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     clsContainer box = tile(c.saved);
     for (int i = 0; i < 3; ++i) {
@@ -137,25 +132,34 @@ TEST(Layout, ExpandsWithinTheSurfaceAndShrinksToItsPlace) {
   }
 }
 
-TEST(Layout, ShrinkingKeepsALeftThatTheUserChose) {
+TEST(Layout, ShrinkingKeepsALeftThatTheUserChoseAndTheTitlesPlace) {
   clsContainer box = open(at(100, 200, 2000, 3000));
   box.rect.left = Twips{900};  // moved by someone who told the saved layout nothing
   shrink(box);
   EXPECT_EQ(box.rect.left, Twips{900});
+  // Fold, unfold upward, shrink, expand, fold: the title is where it was.
+  clsContainer up = folded(at(0, 8000, 2000, 3000)), top = folded(at(0, 4000, 2000, 6000));
+  for (clsContainer* c : {&up, &top}) {
+    const Twips title = c->rect.top;
+    unfold(*c, kSurface);
+    shrink(*c);
+    expand(*c, c == &top ? Size<Twips>{{4500}, {30000}} : kSurface);
+    fold(*c, kSurface);
+    EXPECT_EQ(c->rect.top, title);
+  }
 }
 
-// Fold, unfold upward, shrink, expand, fold: the title is where it was.
-TEST(Layout, FlippedContainersShrinkAndComeBack) {
-  clsContainer up = folded(at(0, 8000, 2000, 3000));
-  clsContainer top = folded(at(0, 4000, 2000, 6000));
-  for (clsContainer* box : {&up, &top}) {
-    const Twips title = box->rect.top;
-    unfold(*box, kSurface);
-    shrink(*box);
-    expand(*box, box == &top ? Size<Twips>{{4500}, {30000}} : kSurface);
-    fold(*box, kSurface);
-    EXPECT_EQ(box->rect.top, title);
+// A bar that is scrolled down: what opens upward stops at the first line in sight.
+TEST(Layout, OpensNoHigherThanTheFirstLineInSight) {
+  for (const auto& [first, top] :
+       {std::pair{5000.0F, 6000.0F}, {6000.0F, 6000.0F}, {6001.0F, 6001.0F}}) {
+    clsContainer box = folded(at(0, 8650, 2000, 3000));
+    unfold(box, kSurface, Twips{first});
+    EXPECT_EQ(box.rect.top, Twips{top});
   }
+  clsContainer box = tile(at(0, 8000, 2000, 3000));
+  expand(box, kSurface, Twips{5901});
+  EXPECT_EQ(box.rect.top, Twips{5901});
 }
 
 TEST(Layout, EveryStateHasOnlyItsOwnWaysOut) {
@@ -178,42 +182,37 @@ TEST(Layout, EveryStateHasOnlyItsOwnWaysOut) {
   EXPECT_TRUE(isOpen(both));
 }
 
-struct SpotCase {
-  float x, y;
-  bool on, onWithNote;
-};
-
 TEST(Layout, HotSpotLiesAtTheBodysLeftEnds) {
-  // The body of the open box is 2650 high, the tile 950.
-  const SpotCase inOpen[] = {
-      {100, 150, true, true},    {300, 150, false, false},  {229, 199, true, true},
-      {230, 199, false, false},  {229, 200, false, false},  {0, 0, true, true},
-      {120, 120, true, true},    {100, 2350, false, false}, {100, 2351, true, false},
-      {230, 2600, false, false}, {-1, 100, false, false},   {100, -1, false, false},
-      {kNaN, 100, false, false}, {100, kNaN, false, false}};
-  const SpotCase inTile[] = {{100, 150, true, true},
-                             {100, 400, false, false},
-                             {100, 651, true, false},
-                             {400, 700, false, false}};
-  const auto check = [](clsContainer box, const SpotCase& c) {
-    EXPECT_EQ(IsOnShrinkHotSpot(box, {{c.x}, {c.y}}), c.on) << c.x << " " << c.y;
-    box.noteVisible = true;
-    EXPECT_EQ(IsOnShrinkHotSpot(box, {{c.x}, {c.y}}), c.onWithNote) << c.x << " " << c.y;
-  };
-  for (const SpotCase& c : inOpen) check(open(at(0, 0, 2000, 3000)), c);
-  for (const SpotCase& c : inTile) check(tile(at(0, 0, 2000, 3000)), c);
+  // The body of the open box is 2650 high, the tile 950; where a note is shown the
+  // lower end is its own.
+  const clsContainer box = open(at(0, 0, 2000, 3000)), small = tile(at(0, 0, 2000, 3000));
+  const struct {
+    const clsContainer& c;
+    float x, y;
+    bool on, onWithNote;
+  } cases[] = {{box, 100, 150, true, true},     {box, 229, 199, true, true},
+               {box, 230, 199, false, false},   {box, 229, 200, false, false},
+               {box, 0, 0, true, true},         {box, 100, 2350, false, false},
+               {box, 100, 2351, true, false},   {box, 230, 2600, false, false},
+               {box, -1, 100, false, false},    {box, 100, -1, false, false},
+               {box, kNaN, 100, false, false},  {box, 100, kNaN, false, false},
+               {small, 100, 650, false, false}, {small, 100, 651, true, false}};
+  for (const auto& [container, x, y, on, onWithNote] : cases) {
+    clsContainer c = container;
+    EXPECT_EQ(IsOnShrinkHotSpot(c, {{x}, {y}}), on) << x << " " << y;
+    c.noteVisible = true;
+    EXPECT_EQ(IsOnShrinkHotSpot(c, {{x}, {y}}), onWithNote) << x << " " << y;
+  }
 }
-
-struct ResizeCase {
-  const char* what;
-  Edges edges;
-  Point<Twips> distance;
-  TwipsRect result;
-};
 
 TEST(Layout, DraggingABorderKeepsTheOppositeOne) {
   const Edges right{.right = true}, left{.left = true}, bottom{.bottom = true}, top{.top = true};
-  const ResizeCase cases[] = {
+  const struct {
+    const char* what;
+    Edges edges;
+    Point<Twips> distance;
+    TwipsRect result;
+  } cases[] = {
       {"wider", right, {{500}, {900}}, at(1000, 2000, 2500, 3000)},
       {"not beyond the surface", right, {{9000}, {}}, at(1000, 2000, 3500, 3000)},
       {"not under the least width", right, {{-9000}, {}}, at(1000, 2000, 1080, 3000)},
@@ -228,7 +227,7 @@ TEST(Layout, DraggingABorderKeepsTheOppositeOne) {
       {"no distance", right, {{kNaN}, {kNaN}}, at(1000, 2000, 2000, 3000)},
       {"an enormous one", bottom, {{}, {kInf}}, at(1000, 2000, 2000, 7000)},
   };
-  for (const ResizeCase& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     clsContainer box = open(at(1000, 2000, 2000, 3000));
     box.CloseToEdge = box.CloseToEdgeY = true;
@@ -252,14 +251,12 @@ TEST(Layout, DraggingABorderKeepsTheOppositeOne) {
             at(4000, 0, 2000, 400));
 }
 
-struct DrawCase {
-  Point<Twips> from, to;
-  TwipsRect result;
-};
-
 TEST(Layout, ABoxIsDrawnInAnyDirection) {
   const TwipsRect box = at(1000, 2000, 2000, 3000);
-  const DrawCase cases[] = {
+  const struct {
+    Point<Twips> from, to;
+    TwipsRect result;
+  } cases[] = {
       {{{1000}, {2000}}, {{3000}, {5000}}, box},
       {{{3000}, {5000}}, {{1000}, {2000}}, box},
       {{{3000}, {2000}}, {{1000}, {5000}}, box},
@@ -273,7 +270,7 @@ TEST(Layout, ABoxIsDrawnInAnyDirection) {
       {{{2000}, {3000}}, {{99999}, {99999}}, at(2000, 3000, 2500, 6000)},
       {{{kNaN}, {kInf}}, {{2000}, {-kInf}}, at(0, 0, 2000, 9000)},
   };
-  for (const DrawCase& c : cases)
+  for (const auto& c : cases)
     EXPECT_EQ(drawnRect(c.from, c.to, kLeastContainer, kSurface), c.result)
         << c.from.x.value << " " << c.from.y.value;
   EXPECT_EQ(drawnRect({{100}, {100}}, {{9000}, {20000}}, kLeastContainer).size(),
@@ -294,17 +291,14 @@ TEST(Layout, NumbersThatAreNoneDoNotSpread) {
         const TwipsRect rect = at(a, b, b, a);
         clsContainer box = folded(rect);
         box.rect = rect;
-        unfold(box, surface);
-        EXPECT_TRUE(usable(box.rect) && usable(box.savedRect)) << a << " " << b;
-        fold(box, surface);
-        EXPECT_TRUE(usable(box.rect) && usable(box.savedRect)) << a << " " << b;
+        const auto isUsable = [&] { return usable(box.rect) && usable(box.savedRect); };
+        EXPECT_TRUE(unfold(box, surface) && isUsable()) << a << " " << b;
+        EXPECT_TRUE(fold(box, surface) && isUsable()) << a << " " << b;
         box = open(rect);
-        shrink(box);
-        EXPECT_TRUE(usable(box.rect) && usable(box.savedRect)) << a << " " << b;
-        expand(box, surface);
-        EXPECT_TRUE(usable(box.rect) && usable(box.savedRect)) << a << " " << b;
+        EXPECT_TRUE(shrink(box) && isUsable()) << a << " " << b;
+        EXPECT_TRUE(expand(box, surface) && isUsable()) << a << " " << b;
         resize(box, {.top = true, .right = true}, {{a}, {b}}, kLeastContainer, surface);
-        EXPECT_TRUE(usable(box.rect) && usable(box.savedRect)) << a << " " << b;
+        EXPECT_TRUE(isUsable()) << a << " " << b;
         EXPECT_TRUE(usable(drawnRect({{a}, {b}}, {{b}, {a}}, kLeastContainer, surface)));
       }
 }

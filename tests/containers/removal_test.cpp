@@ -14,14 +14,10 @@ TEST(Removal, AsksAndTakesOnlyYesForIt) {
   workspace.containers[music].CopyPath = L"D:\\Music";
   workspace.shortcuts.add();
   workspace.shortcuts[{0}].parent = {plain};
-  const struct {
-    MsgAnswer answer;
-    bool removes;
-  } cases[] = {{kMsgAnswerYes, true}, {kMsgAnswerNo, false}, {MsgAnswer::None, false}};
-  for (const auto& [answer, removes] : cases) {
+  for (const MsgAnswer answer : {kMsgAnswerYes, kMsgAnswerNo, MsgAnswer::None}) {
     FakeMsgBox box;
     box.answers = {answer};
-    EXPECT_EQ(confirmRemoval(Settings{}, box, workspace, {plain, music}), removes);
+    EXPECT_EQ(confirmRemoval(Settings{}, box, workspace, {plain, music}), answer == kMsgAnswerYes);
     ASSERT_EQ(box.shown.size(), 1U);
     EXPECT_EQ(box.shown[0].text,
               L"Remove Selected Containers?\r\n\r\n2 Container(s) Selected\r\n\r\n"
@@ -29,13 +25,10 @@ TEST(Removal, AsksAndTakesOnlyYesForIt) {
               L"\r\nThe files in their folders stay.");
     EXPECT_EQ(box.shown[0].caption, L"Remove Containers");
   }
-}
-
-TEST(Removal, RemovesUnaskedWhereThatIsWanted) {
   FakeMsgBox box;
-  Settings settings;
-  settings.confirmDelete = false;
-  EXPECT_TRUE(confirmRemoval(settings, box, {}, {{0}}));
+  Settings unasked;
+  unasked.confirmDelete = false;
+  EXPECT_TRUE(confirmRemoval(unasked, box, {}, {{0}}));
   EXPECT_TRUE(box.shown.empty());
 }
 

@@ -28,13 +28,12 @@ void expectWithin(const TwipsRect& r, const TwipsRect& work) {
 }
 
 TEST(TabPlace, StandsFlushWithItsEdge) {
-  struct Case {
+  const struct {
     const char* what;
     int where;
     TwipsRect label;
     TabPlace place;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"left", 1, {}, {Left, {{0}, {2700}, {220}, {1600}}}},
       {"right", 2, {}, {Right, {{18980}, {2700}, {220}, {1600}}}},
       {"top", 3, {}, {Top, {{13200}, {0}, {1600}, {180}}}},
@@ -46,7 +45,7 @@ TEST(TabPlace, StandsFlushWithItsEdge) {
       {"too far down", 2, {{18980}, {90000}, {}, {}}, {Right, {{18980}, {9800}, {220}, {1600}}}},
       {"beyond a number", 3, {{kNan}, {kInfinite}, {kNan}, {}}, {Top, {{0}, {0}, {1600}, {180}}}},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     const TabPlace got = placeTab({c.where, c.label, kWindow}, {{kWork}}, {});
     EXPECT_EQ(got.LabelLocation, c.place.LabelLocation);
@@ -67,12 +66,11 @@ TEST(TabPlace, IsOnTheMonitorOfItsPlaceOrOfItsWindow) {
 
 TEST(TabPlace, MovesAlongPastOtherTabs) {
   const auto tabAt = [](float top) { return TwipsRect{{18980}, {top}, {220}, {1600}}; };
-  struct Case {
+  const struct {
     const char* what;
     std::vector<float> others;
     float wanted, got;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"free", {800}, 2600, 2600},
       {"after the one", {2000}, 2600, 3720},
       {"the gap is too small", {2000, 5400}, 2600, 7120},
@@ -80,7 +78,7 @@ TEST(TabPlace, MovesAlongPastOtherTabs) {
       {"on another edge it does not matter", {}, 2600, 2600},
       {"no room at all", {0, 1500, 3000, 4500, 6000, 7500, 9000, 9800}, 2600, 2600},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     std::vector<TwipsRect> others{{{0}, {2600}, {220}, {1600}}};
     for (const float top : c.others) others.push_back(tabAt(top));
@@ -91,18 +89,17 @@ TEST(TabPlace, MovesAlongPastOtherTabs) {
 
 TEST(TabPlace, FollowsTheMouseToTheNearestEdge) {
   const TwipsRect works[] = {kWork, kSecond};
-  struct Case {
+  const struct {
     Point<Twips> pointer;
     TabPlace place;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {{{100}, {5000}}, {Left, {{0}, {4200}, {220}, {1600}}}},
       {{{9000}, {11900}}, {Bottom, {{8200}, {11220}, {1600}, {180}}}},
       {{{9000}, {300}}, {Top, {{8200}, {0}, {1600}, {180}}}},
       {{{34000}, {-2950}}, {Top, {{32960}, {-3000}, {1600}, {180}}}},
       {{{34559}, {14000}}, {Bottom, {{32960}, {11820}, {1600}, {180}}}},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     const TabPlace got = dragTab(c.pointer, works);
     EXPECT_EQ(got.LabelLocation, c.place.LabelLocation) << c.pointer.x.value;
     EXPECT_EQ(got.rect, c.place.rect) << c.pointer.x.value;
@@ -152,19 +149,18 @@ TEST(DetachedPlace, AWindowStaysWhereItCanBeReached) {
 
 TEST(DetachedPlace, TheFirstTimeItStandsBesideTheBar) {
   const TwipsRect box{{200}, {3000}, {4000}, {2500}};
-  struct Case {
+  const struct {
     const char* what;
     TwipsRect bar;
     Point<Twips> at;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"left", {{0}, {0}, {4500}, {11400}}, {{4800}, {3000}}},
       {"right", {{14700}, {0}, {4500}, {11400}}, {{10400}, {3000}}},
       {"top", {{0}, {0}, {19200}, {3000}}, {{200}, {3300}}},
       {"bottom", {{0}, {8400}, {19200}, {3000}}, {{200}, {5600}}},
       {"the whole screen", kWork, {{15200}, {3000}}},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     const TwipsRect got = defaultDetachedRect(box, c.bar, {{kWork}}, {});
     EXPECT_EQ(got.topLeft(), c.at);
