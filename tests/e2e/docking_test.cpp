@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "sidebar/commands.h"
 #include "tests/e2e/program_test.h"
 
 namespace varnowick::e2e {
@@ -25,17 +24,8 @@ class DockingTest : public ProgramTest {
       if (item.role == ROLE_SYSTEM_STATICTEXT) return item.name;
     return {};
   }
-  // Chooses an entry of the main menu that has no letter of its own.
-  void chooseByArrows(Bar& bar, Command command) {
-    bar.openMenu();
-    for (const ShownMenuRow& row : shownMenu(MenuId::Main, {})) {
-      if (row.depth != 0 || (row.caption.empty() && row.command == Command::None)) continue;
-      keyboard::press(VK_DOWN);
-      if (row.command != command) continue;
-      keyboard::press(VK_RETURN);
-      return;
-    }
-    throw HarnessError(L"the main menu has no such entry");
+  void suspend(const Bar& bar) {
+    chooseFromMenu(bar.emptyPlace(), MenuId::Main, Command::mnuSuspendSlideOut);
   }
 };
 using MainDocking = DockingTest;
@@ -133,12 +123,14 @@ TEST_F(DockingTest, EscapeCollapsesUnderTheMouse) {
 
 TEST_F(DockingTest, SuspendedItStaysOpenAndSaysSo) {
   Bar bar = startSmallBar();
-  chooseByArrows(bar, Command::mnuSuspendSlideOut);
+  bar.focus();
+  suspend(bar);
   require(L"the caption to say so", [&] { return captionOf(bar) == L"AUTO-COLLAPSE SUSPENDED"; });
   mouse::moveAwayFrom(bar.rect());
   letTimePass(kSeveralTicks);
   EXPECT_TRUE(bar.isOut());
-  chooseByArrows(bar, Command::mnuSuspendSlideOut);
+  bar.focus();
+  suspend(bar);
   require(L"the caption to be as before", [&] { return captionOf(bar) == L"Varnowick"; });
   bar.leave();
   EXPECT_FALSE(bar.isOut());

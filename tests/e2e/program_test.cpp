@@ -1,5 +1,7 @@
 #include "tests/e2e/program_test.h"
 
+#include <algorithm>
+
 #include "platform/win32/handles.h"
 
 namespace varnowick::e2e {
@@ -73,6 +75,34 @@ std::vector<std::wstring> ProgramTest::closeAnsweringDialogs() {
       answerUntil(L"the program to end", [&] { return !program().running(); });
   EXPECT_EQ(program().waitForExit(), 0U);
   return told;
+}
+
+void ProgramTest::chooseFromMenu(POINT at, MenuId menu, Command command) {
+  events().expect(kEventMenuOpened, L"menu opened", [&] { mouse::rightClick(at); });
+  require(L"the menu's window", [] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+  const std::vector<ShownMenuRow> rows = shownMenu(menu, {});
+  const auto stops = [](const ShownMenuRow& row) {
+    return row.command != Command::None || !row.caption.empty();
+  };
+  const auto wanted = std::find_if(rows.begin(), rows.end(),
+                                   [&](const ShownMenuRow& row) { return row.command == command; });
+  if (wanted == rows.end()) throw HarnessError(L"the menu has no such row");
+  auto row = rows.begin();
+  for (int depth = 0; depth <= wanted->depth; ++depth) {
+    // The head of the submenu in which it stands, or itself. Right opens a submenu
+    // at its first row.
+    auto stop = wanted;
+    while (stop->depth > depth) --stop;
+    if (depth > 0) {
+      keyboard::press(VK_RIGHT);
+      ++row;
+    } else {
+      keyboard::press(VK_DOWN);
+    }
+    for (; row != stop; ++row)
+      if (row->depth == depth && stops(*row)) keyboard::press(VK_DOWN);
+  }
+  keyboard::press(VK_RETURN);
 }
 
 RECT windowAt(double left, double top, double width, double height) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "sidebar/commands.h"
 #include "tests/e2e/harness/bar.h"
 #include "tests/e2e/harness/data_files.h"
 #include "tests/e2e/harness/dialogs.h"
@@ -43,6 +44,10 @@ class ProgramTest : public testing::Test {
   std::vector<std::wstring> closeAnsweringDialogs();
   // The same where the program has no reason to tell anything.
   void closeProgram() { EXPECT_TRUE(closeAnsweringDialogs().empty()); }
+
+  // Opens a menu by a right click there, and chooses from it with the arrow keys. The
+  // rows are those of the menu's table; the ones that windows add stand below them.
+  void chooseFromMenu(POINT at, MenuId menu, Command command);
 
   // Replaces the folder; for cases that do not use the portable one.
   void useFolder(std::unique_ptr<ProgramFolder> folder) { folder_ = std::move(folder); }

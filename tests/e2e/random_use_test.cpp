@@ -1,6 +1,6 @@
-// Two minutes of a user who does anything anywhere: seeded, so that it can be told
-// again. Afterwards the program still answers, holds no more windows than before,
-// and shows the same after a restart.
+// A user who does anything anywhere for two minutes, or VARNOWICK_MINUTES: seeded, so
+// that it can be told again. Afterwards the program still answers, holds no more windows than
+// before, and shows the same after a restart.
 #include <algorithm>
 #include <cstdlib>
 #include <random>
@@ -10,8 +10,13 @@
 namespace varnowick::e2e {
 namespace {
 
-constexpr DWORD kLength = 120'000;  // ms
+constexpr unsigned kMinutes = 2;
 constexpr unsigned kSeed = 20261121;
+
+unsigned given(const char* variable, unsigned standard) {
+  const char* const value = std::getenv(variable);
+  return value == nullptr ? standard : static_cast<unsigned>(std::strtoul(value, nullptr, 10));
+}
 
 class RandomUser {
  public:
@@ -161,14 +166,12 @@ TEST_F(RandomUse, TwoMinutesLeaveEverythingInOrder) {
     folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(rows[i]));
 
   startBar();
-  const char* const given = std::getenv("VARNOWICK_SEED");
-  const unsigned seed =
-      given == nullptr ? kSeed : static_cast<unsigned>(std::strtoul(given, nullptr, 10));
-  RandomUser user(program().process(), seed);
+  const DWORD length = given("VARNOWICK_MINUTES", kMinutes) * 60'000;
+  RandomUser user(program().process(), given("VARNOWICK_SEED", kSeed));
   const DWORD began = GetTickCount();
   std::vector<std::string> done;
   std::size_t most = 0;
-  while (GetTickCount() - began < kLength) {
+  while (GetTickCount() - began < length) {
     done.push_back(user.act());
     DWORD_PTR answer = 0;
     std::string last;

@@ -155,11 +155,11 @@ void frmMain::show() {
 void frmMain::begin() {
   store_.tellOfDamage();
   if (handle() == nullptr) return;  // the session has ended meanwhile
-  announce(handle(), kEventLoaded);
   images_.useCache(store_.dataFolder());
   images_.setWeb(true, document_.settings.rssUseProxy);
   images_.start(handle(), kMsgImages);
   extras_.applySettings();
+  announce(handle(), kEventLoaded);
 }
 
 LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

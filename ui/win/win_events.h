@@ -6,7 +6,7 @@
 namespace varnowick {
 
 enum PrivateEvent : unsigned {
-  kEventLoaded = 0x0101,  // settings and workspace are there, the bar is shown
+  kEventLoaded = 0x0101,  // the bar is shown, its hotkey and tray icon are there
   kEventExpanded,         // the bar has slid out
   kEventCollapsed,        // the bar has slid away
   kEventSaved,            // the workspace is on disk

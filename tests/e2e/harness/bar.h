@@ -34,6 +34,8 @@ class Bar {
   // Expands when needed and clicks an empty place, so that keys go to the bar.
   // The lower part of the panel has to be empty.
   void focus();
+  // A point of the panel, clear as long as its lower part is.
+  POINT emptyPlace() const;
   // Opens the main menu by a right click on an empty place.
   void openMenu();
   // Chooses from the open menu by mnemonics, one for each level.
@@ -42,7 +44,6 @@ class Bar {
   void click(const std::wstring& name);
 
  private:
-  POINT emptyPlace() const;
   HWND window_;
   Events& events_;
 };
