@@ -37,7 +37,10 @@ TEST(PublicHost, NothingOfTheLocalNetworkIsPublic) {
   check(L"93.184.216.34 8.8.2056 010.0.0.1 0x8.8.8.8", true);  // 010 is eight
   check(L"[2606:2800:220:1:248:1893:25c8:1946] [2606:2:3:4:5:6:7::] [2606:2:3:4:5:6:1.2.3.4]",
         true);
-  check(L"[2000::1] [3fff::1] [2001:1::1] [::ffff:93.184.216.34] [2002:5db8:d822::]", true);
+  check(
+      L"[2000::1] [3fff::1] [2001:1::1] [64:ff9b::8.8.8.8] [::8.8.8.8] [::ffff:8.8.8.8] "
+      L"[2002:5db8:d822::]",
+      true);
 
   check(L". localhost a.localhost LocalHost. router nas.local x.lan x.internal x.home.arpa", false);
   check(L"x.localdomain x.intranet x.private x.home x.corp x.test", false);

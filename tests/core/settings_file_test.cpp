@@ -139,21 +139,5 @@ TEST(SettingsFile, TellsOfNestedContainersOnce) {
   EXPECT_EQ(read.msgBox.shown[0].style, 48U + 4096U);
 }
 
-// Each cut loses nothing that stands whole before it.
-TEST(SettingsFile, EveryPrefixLoads) {
-  const std::string whole = render(referenceDocument());
-  for (std::size_t size = 0; size <= whole.size(); size += size + 40 < whole.size() ? 7 : 1) {
-    const Read read(std::string_view(whole).substr(0, size));
-    if (size > whole.find("[Align]")) {
-      EXPECT_EQ(read.document.settings.window.left, Twips{-60});
-    }
-    if (size > whole.find("[LinkType]")) {
-      EXPECT_EQ(read.document.workspace.shortcuts[ShortcutSlot{0}].FullCaption, L"Editor");
-    }
-    const std::string again = render(read.document);
-    EXPECT_EQ(render(Read(again).document), again);
-  }
-}
-
 }  // namespace
 }  // namespace varnowick
