@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,12 @@ namespace varnowick {
 inline std::string little(std::uint32_t value, int bytes) {
   std::string out;
   for (int i = 0; i < bytes; ++i) out.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
+  return out;
+}
+
+inline std::string longs(std::initializer_list<std::size_t> values) {
+  std::string out;
+  for (const std::size_t value : values) out += little(static_cast<std::uint32_t>(value), 4);
   return out;
 }
 
@@ -28,35 +35,30 @@ struct ShellLinkBytes {
   std::string rest;  // everything behind the header
 
   std::string bytes() const {
-    return little(0x4C, 4) + std::string("\x01\x14\x02\0\0\0\0\0\xC0\0\0\0\0\0\0\x46", 16) +
-           little(flags, 4) + little(attributes, 4) + std::string(28, '\0') + little(iconIndex, 4) +
-           std::string(16, '\0') + rest;
+    return longs({0x4C}) + std::string("\x01\x14\x02\0\0\0\0\0\xC0\0\0\0\0\0\0\x46", 16) +
+           longs({flags, attributes, 0, 0, 0, 0, 0, 0, 0, iconIndex, 0, 0, 0, 0}) + rest;
   }
 
   // With a local path in the ANSI code page, cut into base and rest.
   static std::string localInfo(const std::string& base, const std::string& suffix) {
-    const auto suffixAt = static_cast<std::uint32_t>(0x1C + base.size() + 1);
-    const auto size = static_cast<std::uint32_t>(suffixAt + suffix.size() + 1);
-    return little(size, 4) + little(0x1C, 4) + little(1, 4) + little(0, 4) + little(0x1C, 4) +
-           little(0, 4) + little(suffixAt, 4) + base + '\0' + suffix + '\0';
+    const std::size_t suffixAt = 0x1C + base.size() + 1;
+    return longs({suffixAt + suffix.size() + 1, 0x1C, 1, 0, 0x1C, 0, suffixAt}) + base + '\0' +
+           suffix + '\0';
   }
   // With wide texts beside ANSI ones that lost characters.
   static std::string wideInfo(std::u16string_view base) {
     const std::string wide = wideBytes(base) + std::string(2, '\0');
-    const auto wideAt = static_cast<std::uint32_t>(0x24 + 2);
-    const auto size = static_cast<std::uint32_t>(wideAt + wide.size() + 2);
-    return little(size, 4) + little(0x24, 4) + little(1, 4) + little(0, 4) + little(0x24, 4) +
-           little(0, 4) + little(0x25, 4) + little(wideAt, 4) + little(size - 2, 4) +
-           std::string(2, '\0') + wide + std::string(2, '\0');
+    const std::size_t wideAt = 0x24 + 2;
+    const std::size_t size = wideAt + wide.size() + 2;
+    return longs({size, 0x24, 1, 0, 0x24, 0, 0x25, wideAt, size - 2}) + std::string(2, '\0') +
+           wide + std::string(2, '\0');
   }
   static std::string networkInfo(const std::string& share, const std::string& suffix) {
     const std::string name = share + '\0';
-    const auto linkSize = static_cast<std::uint32_t>(0x14 + name.size());
-    const auto suffixAt = 0x1C + linkSize;
-    const auto size = static_cast<std::uint32_t>(suffixAt + suffix.size() + 1);
-    return little(size, 4) + little(0x1C, 4) + little(2, 4) + little(0, 4) + little(0, 4) +
-           little(0x1C, 4) + little(suffixAt, 4) + little(linkSize, 4) + little(0, 4) +
-           little(0x14, 4) + little(0, 4) + little(0, 4) + name + suffix + '\0';
+    const std::size_t linkSize = 0x14 + name.size();
+    const std::size_t suffixAt = 0x1C + linkSize;
+    return longs({suffixAt + suffix.size() + 1, 0x1C, 2, 0, 0, 0x1C, suffixAt}) +
+           longs({linkSize, 0, 0x14, 0, 0}) + name + suffix + '\0';
   }
   static std::string wideText(std::u16string_view text) {
     return little(static_cast<std::uint32_t>(text.size()), 2) + wideBytes(text);

@@ -45,6 +45,7 @@ TEST(Keys, EachKeyRunsItsCommandInItsModifierStateOnly) {
   EXPECT_EQ(decideKey(46, kShift, kPlain), run(C::mnuDeleteSelected));
   EXPECT_EQ(decideKey(113, kShift, kSelected), kNothing);
   EXPECT_EQ(decideKey('Q', kCtrl, kSelected), kNothing);
+  EXPECT_EQ(decideKey(0, 0, kSelected), kNothing) << "no key is no command's";
 }
 
 TEST(Keys, LettersAndDigitsAreTyped) {
