@@ -58,6 +58,10 @@ TEST(FolderOperations, TransfersThatWouldHarmAreRefusedWhole) {
       EXPECT_FALSE(plan.message.empty()) << row.what;
       EXPECT_TRUE(plan.operations.empty()) << row.what;
     }
+  for (const std::size_t length : {259U, 260U})
+    EXPECT_EQ(planTransfer(A::Copy, {L"D:\\" + std::wstring(length - 3, L'x')}, L"C:\\f", false)
+                  .message.empty(),
+              length == 259);
   EXPECT_EQ(planTransfer(A::Copy, {L"D:\\a"}, L"C:\\f", true).message, kLockedMessage);
   EXPECT_TRUE(planTransfer(A::Copy, {L"D:\\a"}, L"C:\\f", true).operations.empty());
   EXPECT_TRUE(planTransfer(A::None, {L"D:\\a"}, L"C:\\f", true).message.empty());
@@ -83,6 +87,7 @@ TEST(FolderOperations, NamesThatNoFileCanHave) {
                           L"lpt9", L"COM\u00B2", L"AUX .x", L"conout$"};
   for (const wchar_t* name : bad) EXPECT_NE(nameFault(name), L"") << name;
   EXPECT_NE(nameFault(std::wstring(256, L'x')), L"");
+  EXPECT_EQ(nameFault(std::wstring(255, L'x')), L"");
   const wchar_t* good[] = {L"a",     L"a & b",        L".hidden", L"console", L"COM0",  L"com10",
                            L"a.con", L"\u00E9\u4E16", L"a  b",    L"LPT",     L"%PATH%"};
   for (const wchar_t* name : good) EXPECT_EQ(nameFault(name), L"") << name;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+
 namespace varnowick {
 namespace {
 
@@ -26,6 +28,7 @@ TEST(FolderPath, TextsOfRecordsBecomeFullPathsOrNothing) {
               {L"\\\\server", L""},
               {L"\\\\", L""},
               {L"Docs", L""},
+              {L"a\\b\\c", L""},
               {L"..\\Docs", L""},
               {L"C:Docs", L""},
               {L"C:\\a\\..\\b", L""},
@@ -40,8 +43,13 @@ TEST(FolderPath, TextsOfRecordsBecomeFullPathsOrNothing) {
               {L"", L""}};
   for (const auto& row : rows)
     EXPECT_EQ(folderPath(row.text, L"E:\\Varnowick", expand), row.path) << row.text;
-  EXPECT_EQ(folderPath(L"C:\\" + std::wstring(40'000, L'x'), L"E:\\", expand), L"");
-  EXPECT_EQ(folderPath(L"C:\\" + std::wstring(30'000, L'x'), L"E:\\", {}).size(), 30'003U);
+  for (const wchar_t drive : std::wstring(L"AZaz[`{/")) {
+    const std::wstring path = std::wstring(1, drive) + L":\\x";
+    EXPECT_EQ(folderPath(path, L"E:\\", {}), std::isalpha(drive) != 0 ? path : L"") << path;
+  }
+  for (const std::size_t length : {32'000U, 32'001U, 40'000U})
+    EXPECT_EQ(folderPath(L"C:\\" + std::wstring(length - 3, L'x'), L"E:\\", {}).size(),
+              length > 32'000 ? 0U : length);
 }
 
 TEST(FolderPath, ParentsNamesAndVolumes) {
@@ -72,6 +80,12 @@ TEST(FolderPath, BelowMeansWholeNames) {
 TEST(FolderPath, NamesAreShownWithoutTricks) {
   EXPECT_EQ(shownName(L"a&b.txt"), L"a&b.txt");
   EXPECT_EQ(shownName(L"a\u202Etxt.exe\t"), L"a\uFFFDtxt.exe\uFFFD");
+  // Both ends of what turns the direction or breaks the line, and their neighbours.
+  for (const wchar_t c : {L' ', L'\u200D', L'\u2010', L'\u2027', L'\u202F', L'\u2065', L'\u206A'})
+    EXPECT_EQ(shownName({&c, 1})[0], c);
+  for (const wchar_t c : {L'\x1F', L'\x7F', L'\u061C', L'\u200E', L'\u200F', L'\u2028', L'\u202E',
+                          L'\u2066', L'\u2069'})
+    EXPECT_EQ(shownName({&c, 1})[0], L'\uFFFD');
   EXPECT_EQ(shownName(L"\u05D0\u05D1.txt"), L"\u05D0\u05D1.txt") << "Hebrew may run as it does";
 }
 

@@ -144,6 +144,15 @@ TEST(FolderView, KeysMoveAndScroll) {
   }
   view.toggleCurrent();
   EXPECT_EQ(selected(view), L"");
+  // Without a press before, a selection begins at the current row, or where it was turned.
+  for (const bool turned : {false, true}) {
+    FolderView fresh = withLetters();
+    fresh.move(M::Home, true, false);
+    if (turned) fresh.toggleCurrent();
+    fresh.move(M::Down, true, false);
+    fresh.move(M::Down, false, true);
+    EXPECT_EQ(selected(fresh), turned ? L"a b c" : L"b c");
+  }
   FolderView empty(L"C:\\f");
   EXPECT_FALSE(empty.move(M::Down, false, false));
   empty.toggleCurrent();
@@ -158,8 +167,9 @@ TEST(FolderView, LettersJump) {
     std::uint64_t pause;  // before each of them
     const wchar_t* found;
   } rows[] = {{L"b", 5000, L"beta"},   {L"b", 5000, L"Bravo"}, {L"B", 5000, L"beta"},
-              {L"br", 300, L"Bravo"},  {L"alt", 300, L"alto"}, {L"aa", 300, L"alto"},
-              {L"eer", 300, L"eerie"}, {L"q", 5000, L"eerie"}, {L"ze", 300, L"zeta"}};
+              {L"br", 300, L"Bravo"},  {L"alt", 300, L"alto"}, {L"aA", 300, L"alto"},
+              {L"eer", 300, L"eerie"}, {L"q", 5000, L"eerie"}, {L"ze", 300, L"zeta"},
+              {L"al", 300, L"alpha"},  {L"be", 1000, L"beta"}, {L"be", 1001, L"eel"}};
   std::uint64_t now = 100;
   for (const auto& row : rows) {
     now += 2000;
@@ -182,6 +192,8 @@ TEST(FolderView, RoomAndScrollingStayWithinTheEntries) {
   EXPECT_EQ(view.rowAt(989_tw), 9);
   EXPECT_EQ(view.rowAt(1000_tw), -1) << "below the last";
   EXPECT_NEAR(view.thumb().start + view.thumb().length, 1, 1e-5);
+  view.setRoom(100_tw, 330_tw);
+  EXPECT_NEAR(view.thumb().length, 0.1, 1e-5);
   view.setRoom(Twips{-5}, 0_tw);
   EXPECT_EQ(view.bottom(), view.top() + 1);
   view.setRoom(99000_tw, 330_tw);

@@ -128,6 +128,7 @@ TEST(Layout, ExpandsWithinTheSurfaceAndShrinksToItsPlace) {
       ASSERT_TRUE(shrink(box));
       EXPECT_EQ(box.rect, at(c.saved.left.value, c.saved.top.value, 700, 950));
       EXPECT_EQ(box.savedRect, c.saved);
+      EXPECT_FALSE(box.CloseToEdge);
     }
   }
 }

@@ -31,6 +31,7 @@ TEST(NoteLinks, AreFoundWhereTheyStand) {
       {L"twice www.example.org www.example.org", {L"www.example.org", L"www.example.org"}},
       {L"bare example.org/recipe, and (my-site.co.com/)",
        {L"example.org/recipe", L"my-site.co.com/"}},
+      {L"az09AZ-az09AZ.info/x", {L"az09AZ-az09AZ.info/x"}},
       {L"http://example.org/redirect?to=other.com/page",
        {L"http://example.org/redirect?to=other.com/page"}},
       {L"\x65E5\x672C http://example.org/\x65E5 \x65E5", {L"http://example.org/\x65E5"}},

@@ -25,27 +25,28 @@ TEST(NoteSlice, HoldsTheCaretAndNothingInHalves) {
   const std::wstring patterns[] = {L"A line of usual length, as people write them.\r\n", L"\r\n",
                                    L"no end ", L"\xD83D\xDE00",
                                    std::wstring(50'000, L'x') + L"\r\n"};
-  for (const std::wstring& pattern : patterns) {
-    const std::wstring text = repeated(pattern, 1'000'000);
-    for (const std::size_t offset :
-         {std::size_t{0}, std::size_t{1}, text.size() / 2 + 1, text.size() - 1, text.size()}) {
-      const NoteSlice slice = sliceAround(text, offset);
-      SCOPED_TRACE(offset);
-      EXPECT_LE(slice.size(), kMostEdited + 2);
-      const std::wstring part = text.substr(slice.start, slice.size());
-      EXPECT_LE(static_cast<std::size_t>(std::count(part.begin(), part.end(), L'\n')),
-                kMostEditedLines + 2);
-      const std::size_t caret = offset - std::min(slice.start, offset);
-      EXPECT_LE(caret, part.size() + 1);
-      EXPECT_FALSE(wantsAnotherSlice(slice, text.size(), caret, part.size()))
-          << "it would never stop changing";
-      for (const std::size_t edge : {slice.start, slice.end}) {
-        if (edge == 0 || edge == text.size()) continue;
-        EXPECT_FALSE(text[edge - 1] == L'\r' && text[edge] == L'\n');
-        EXPECT_FALSE(text[edge] >= 0xDC00 && text[edge] <= 0xDFFF);
+  for (const std::wstring& pattern : patterns)
+    for (const std::size_t size : {15'000U, 1'000'000U}) {
+      const std::wstring text = repeated(pattern, size);
+      for (const std::size_t offset :
+           {std::size_t{0}, std::size_t{1}, text.size() / 2 + 1, text.size() - 1, text.size()}) {
+        const NoteSlice slice = sliceAround(text, offset);
+        SCOPED_TRACE(offset);
+        EXPECT_LE(slice.size(), kMostEdited + 2);
+        const std::wstring part = text.substr(slice.start, slice.size());
+        EXPECT_LE(static_cast<std::size_t>(std::count(part.begin(), part.end(), L'\n')),
+                  kMostEditedLines + 2);
+        const std::size_t caret = offset - std::min(slice.start, offset);
+        EXPECT_LE(caret, part.size() + 1);
+        EXPECT_FALSE(wantsAnotherSlice(slice, text.size(), caret, part.size()))
+            << "it would never stop changing";
+        for (const std::size_t edge : {slice.start, slice.end}) {
+          if (edge == 0 || edge == text.size()) continue;
+          EXPECT_FALSE(text[edge - 1] == L'\r' && text[edge] == L'\n');
+          EXPECT_FALSE(text[edge] >= 0xDC00 && text[edge] <= 0xDFFF);
+        }
       }
     }
-  }
 }
 
 TEST(NoteSlice, EveryLineBreakBecomesOfOneKind) {

@@ -26,6 +26,11 @@ TEST(Removal, AsksAndTakesOnlyYesForIt) {
     EXPECT_EQ(box.shown[0].caption, L"Remove Containers");
   }
   FakeMsgBox box;
+  workspace.containers[music].CopyPath.clear();
+  confirmRemoval(Settings{}, box, workspace, {music});
+  EXPECT_EQ(box.shown[0].text,
+            L"Remove Selected Containers?\r\n\r\n1 Container(s) Selected\r\n\r\n(no name)\r\n");
+  box.shown.clear();
   Settings unasked;
   unasked.confirmDelete = false;
   EXPECT_TRUE(confirmRemoval(unasked, box, {}, {{0}}));

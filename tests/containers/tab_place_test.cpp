@@ -75,6 +75,8 @@ TEST(TabPlace, MovesAlongPastOtherTabs) {
       {"after the one", {2000}, 2600, 3720},
       {"the gap is too small", {2000, 5400}, 2600, 7120},
       {"before, when it is full below", {8000, 9800}, 9000, 6280},
+      {"just room enough below", {8080}, 8000, 9800},
+      {"just room enough before", {1720, 3440, 5160, 6880, 8600}, 3000, 0},
       {"on another edge it does not matter", {}, 2600, 2600},
       {"no room at all", {0, 1500, 3000, 4500, 6000, 7500, 9000, 9800}, 2600, 2600},
   };
@@ -181,6 +183,7 @@ TEST(DetachedPlace, ManyDetachedAtOnceAreAllToBeSeen) {
   for (int i = 0; i < 20; ++i)
     windows.push_back(
         defaultDetachedRect({{200}, {9000}, {4000}, {2500}}, bar, {{kWork}}, windows));
+  EXPECT_EQ(windows[1].topLeft(), (Point<Twips>{windows[0].left + 360_tw, 0_tw}));
   for (std::size_t i = 0; i < windows.size(); ++i) {
     expectWithin(windows[i], kWork);
     for (std::size_t k = 0; k < i; ++k) EXPECT_NE(windows[i].topLeft(), windows[k].topLeft());
