@@ -203,15 +203,5 @@ TEST_F(AccessibilityTest, ChangesAreToldOneByOneUntilTheyAreTooMany) {
   }
 }
 
-TEST_F(AccessibilityTest, AddingKeepsTheOrderOfTheOthers) {
-  const Items before = items();
-  const ShortcutSlot added = add(picBack, L"New", 0, 0);
-  view.updateShortcut(added);
-  Items after = items();
-  ASSERT_EQ(after.size(), before.size() + 1);
-  std::erase_if(after, [&](const AccessibleItem& i) { return i.id == shortcutNode(added); });
-  for (std::size_t i = 0; i < before.size(); ++i) EXPECT_EQ(after[i].id, before[i].id);
-}
-
 }  // namespace
 }  // namespace varnowick

@@ -15,6 +15,7 @@ TEST(CurrentThing, IsOneThingForAllKeysAndHasTheFocus) {
   const NodeId list{ControlKind::LstFolder, 7}, button{ControlKind::cmdAdd, 0}, none;
   const NodeId title = containerPart(ControlKind::ContainerLabel, box);
   const NodeId note = containerPart(ControlKind::ContainerNote, box);
+  const NodeId link = shortcutNode(a), other = shortcutNode(b), frame = pictureNode(picture);
   const struct {
     const char* name;
     std::vector<ObjectId> selected;
@@ -27,22 +28,10 @@ TEST(CurrentThing, IsOneThingForAllKeysAndHasTheFocus) {
       {"a file", {}, list, {}, true, true, list},
       {"a container, by its menu, after a file", {box}, list, box, false, true, title},
       {"all, after a file", {a, b, box}, list, box, false, true, title},
-      {"the one of several that has the focus",
-       {a, b},
-       shortcutNode(a),
-       a,
-       false,
-       true,
-       shortcutNode(a)},
-      {"another one was clicked", {b}, shortcutNode(a), b, false, true, shortcutNode(b)},
-      {"a picture, after a shortcut",
-       {picture},
-       shortcutNode(a),
-       picture,
-       false,
-       true,
-       pictureNode(picture)},
-      {"unselected", {}, shortcutNode(a), a, false, false, none},
+      {"the one of several that has the focus", {a, b}, link, a, false, true, link},
+      {"another one was clicked", {b}, other, b, false, true, other},
+      {"a picture, after a shortcut", {picture}, link, picture, false, true, frame},
+      {"unselected", {}, link, a, false, false, none},
       {"a button", {}, button, {}, false, false, button},
       {"a note, which is not its container", {}, note, {}, false, false, note},
   };

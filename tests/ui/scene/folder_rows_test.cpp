@@ -60,7 +60,11 @@ TEST_F(FolderRowsTest, OnlyRowsInSightAreNodes) {
   EXPECT_EQ(textOfRow(2), L"file 15002.txt");
   EXPECT_EQ(folderRowOf(folderRowNode(slot, 2), view), 15'002);
   EXPECT_EQ(nodeOfFolderRow(slot, view, 15'002), folderRowNode(slot, 2));
-  EXPECT_TRUE(nodeOfFolderRow(slot, view, 3).none());
+  EXPECT_EQ(nodeOfFolderRow(slot, view, 15'000), folderRowNode(slot, 0));
+  for (const int unseen : {3, 14'999, 15'004})
+    EXPECT_TRUE(nodeOfFolderRow(slot, view, unseen).none()) << unseen;
+  const TwipsRect thumb = scene.windowRect({K::ScrollThumb, slot.index + 1});
+  EXPECT_NE(scene.hitTest({thumb.left + 30_tw, thumb.top + 30_tw}).kind, K::ScrollThumb);
   EXPECT_TRUE(scene.shown({K::ScrollThumb, slot.index + 1}));
   show(1);
   EXPECT_EQ(visibleRows(), 1);

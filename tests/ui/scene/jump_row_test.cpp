@@ -46,27 +46,6 @@ TEST(JumpRow, EveryLetterIsDrawnOnceWhateverIsMatched) {
   }
 }
 
-TEST(JumpRow, MatchedLettersCanBeReadAndToldApart) {
-  Settings light;
-  light.background = rgb(250, 250, 250);
-  light.foreground = rgb(20, 20, 20);
-  for (const Palette& palette :
-       {makePalette({}), makePalette(light), makeHighContrastPalette({}, kSystem)}) {
-    EXPECT_GE(contrast(palette.text, jumpListGround(palette)), 4.5F);
-    EXPECT_GE(contrast(palette.text, jumpFieldGround(palette)), 4.5F);
-    JumpRow row;
-    row.caption = L"ab";
-    row.matched = {0};
-    RecordingCanvas canvas;
-    FakeTextMeasure measure;
-    paintJumpRow(canvas, measure, kRow, row, palette, Density{});
-    const auto* matched = canvas.findText("a");
-    const auto* other = canvas.findText("b");
-    ASSERT_TRUE(matched != nullptr && other != nullptr);
-    EXPECT_NE(matched->detail.substr(1), other->detail.substr(1));
-  }
-}
-
 TEST(JumpRow, ALongCaptionLeavesRoomForThePlace) {
   JumpRow row;
   row.caption = std::wstring(300, L'c');

@@ -164,30 +164,36 @@ struct States : FurnishedBar {
 TEST(PainterStates, ShowWhatTheMouseAndTheKeysAreAbout) {
   States s;
   const auto title = [](ContainerSlot slot) { return containerPart(K::ContainerLabel, slot); };
-  s.mouse("tool", {K::PicDockToolbar, 0});
-  s.mouse("button", {K::cmdAdd, 0});
-  s.mouse("shortcut", shortcutNode(s.mail));
-  s.mouse("picture", pictureNode(s.picture), false);
+  const NodeId tool{K::PicDockToolbar, 0}, button{K::cmdAdd, 0}, thumb{K::ScrollThumb, 0};
+  const NodeId mail = shortcutNode(s.mail), picture = pictureNode(s.picture);
+  const NodeId tile = containerPart(K::ContainerIcon, s.tile);
+  const NodeId feed = containerPart(K::LstRSS, s.feed);
+  s.mouse("tool", tool);
+  s.mouse("button", button);
+  s.mouse("shortcut", mail);
+  s.mouse("picture", picture, false);
   s.mouse("title", title(s.work), false);
   s.mouse("fold box", containerPart(K::lblFoldUnfold, s.work));
   s.mouse("body", containerPart(K::ContainerFrame, s.work), false);
-  s.mouse("tile", containerPart(K::ContainerIcon, s.tile), false);
-  s.mouse("headlines", containerPart(K::LstRSS, s.feed), false);
+  s.mouse("tile", tile, false);
+  s.mouse("headlines", feed, false);
   s.mouse("row", folderRowNode(s.papers, 0));
-  s.mouse("thumb", {K::ScrollThumb, 0}, false);
+  s.mouse("thumb", thumb, false);
   s.select("shortcut", shortcutNode(s.tool));
-  s.select("picture", pictureNode(s.picture));
+  s.select("picture", picture);
   s.select("container", containerNode(s.work));
   s.select("tile", containerNode(s.tile));
-  s.focus("tool", {K::PicDockToolbar, 0});
-  s.focus("button", {K::cmdAdd, 0});
-  s.focus("shortcut", shortcutNode(s.mail));
-  s.focus("picture", pictureNode(s.picture));
-  s.focus("title", title(s.work));
-  s.focus("tile", containerPart(K::ContainerIcon, s.tile));
-  s.focus("note", containerPart(K::ContainerNote, s.note));
-  s.focus("headlines", containerPart(K::LstRSS, s.feed));
-  s.focus("folder", folderListNode(s.papers));
+  const NodeId note = containerPart(K::ContainerNote, s.note), folder = folderListNode(s.papers);
+  for (const auto& [name, id] : {std::pair{"tool", tool},
+                                 {"button", button},
+                                 {"shortcut", mail},
+                                 {"picture", picture},
+                                 {"title", title(s.work)},
+                                 {"tile", tile},
+                                 {"note", note},
+                                 {"headlines", feed},
+                                 {"folder", folder}})
+    s.focus(name, id);
   s.layout.undoLine = L"Removed";
   s.view.setFrame(s.layout);
   s.mouse("undo line", {K::UndoLine, 0}, false);
@@ -258,23 +264,24 @@ tile selected: box 208,182 47x63 #000000 in #00ffff r5; box 208,182 47x63 #00000
 TEST(PainterStates, ButtonsComeWithTheMouseOnTheTitle) {
   States s;
   s.workspace.containers[s.work].Detached = s.workspace.containers[s.work].DetachedUseTab = true;
-  for (const int edge : {0, 3}) {
+  const auto titleOf = [&](int edge) {
     s.workspace.containers[s.work].DetachedTabDockedWhere = edge;
     DetachedScene window(s.settings, s.workspace, s.work);
     window.build({{2880}, {1500}}, {{2880}, {1500}}, {});
     InputState mouse{window.scene()};
     const std::string before = s.now(window.scene(), mouse);
     mouse.mouseMoved({{600}, {100}});
-    s.all += RecordingCanvas::added("tab at " + std::to_string(edge), before,
-                                    s.now(window.scene(), mouse));
-  }
+    return RecordingCanvas::added("title", before, s.now(window.scene(), mouse));
+  };
+  for (const int none : {-1, 5}) EXPECT_EQ(titleOf(none), titleOf(0)) << none;
+  for (const int edge : {1, 2, 4}) EXPECT_NE(titleOf(edge), titleOf(0)) << edge;
   EXPECT_EQ(
-      s.all,
-      R"(tab at 0: box 0,0 192x23 #815252#6c4040 in #7b4b4b r5 square 12; box 151,2 16x19 #6c3c3c r3;
+      titleOf(0) + titleOf(3),
+      R"(title: box 0,0 192x23 #815252#6c4040 in #7b4b4b r5 square 12; box 151,2 16x19 #6c3c3c r3;
   stroke 154,7 11x1 #ffffff; stroke 154,11 11x1 #ffffff; stroke 154,15 11x1 #ffffff;
   box 131,2 16x19 #6c3c3c r3; stroke 135,8 8x8 #ffffff; stroke 138,7 6x6 #ffffff;
   stroke 138,9 4x4 #ffffff; box 111,2 16x19 #6c3c3c r3; stroke 115,14 9x1 #ffffff
-tab at 3: box 0,0 192x23 #815252#6c4040 in #7b4b4b r5 square 12; box 151,2 16x19 #6c3c3c r3;
+title: box 0,0 192x23 #815252#6c4040 in #7b4b4b r5 square 12; box 151,2 16x19 #6c3c3c r3;
   stroke 154,7 11x1 #ffffff; stroke 154,11 11x1 #ffffff; stroke 154,15 11x1 #ffffff;
   box 131,2 16x19 #6c3c3c r3; stroke 135,8 8x8 #ffffff; stroke 138,7 6x6 #ffffff;
   stroke 138,9 4x4 #ffffff; box 111,2 16x19 #6c3c3c r3; stroke 114,5 11x1 #ffffff;

@@ -90,21 +90,6 @@ lines cecec6 4fa3e0
   EXPECT_EQ(told(makePalette(settings)).substr(0, 19), "back f0f0e6 f0f0e6\n");
 }
 
-TEST(PaletteTest, HighContrastUsesTheSystemsColoursAlone) {
-  const SystemColours system{rgb(0, 0, 0), rgb(255, 255, 255), rgb(0, 255, 255), rgb(0, 0, 1),
-                             rgb(0, 0, 2), rgb(255, 255, 254), rgb(0, 255, 0)};
-  const Palette p = makeHighContrastPalette({}, system);
-  NodeLook look;
-  look.back = rgb(200, 0, 0);
-  look.fore = rgb(0, 0, 200);
-  const Palette own = inContainer(p, look);
-  EXPECT_EQ(own.bodyTop, system.window);
-  EXPECT_EQ(own.text, system.windowText);
-  EXPECT_EQ(own.titleText, system.buttonText);
-  EXPECT_EQ(own.selectedText, system.highlightText);
-  EXPECT_EQ(p.backTop, p.backBottom);
-}
-
 // A reset ends in the usual look, whatever that becomes; so does choosing its colours.
 TEST(PaletteTest, ContainersComeBackToTheUsualLook) {
   Settings settings;

@@ -1,4 +1,6 @@
 // The commands of the hour, and what happens to records beside the mouse.
+#include <iterator>
+
 #include "containers/detached_menu.h"
 #include "shortcuts/tags.h"
 #include "tests/ui/scene/random_hour.h"
@@ -26,37 +28,25 @@ Panel RandomHour::anyPanel() {
 }
 
 void RandomHour::command() {
-  switch (dice_.roll(17)) {
-    case 0:
-      return apply(rules_.mnuFoldAll(inputs()));
-    case 1:
-      return apply(rules_.mnuShrinkAll(inputs()));
-    case 2:
-    case 3:
-      undo(dice_.chance(30));
-      return;
-    case 4:
-      return finishMove(editor_.sortByName(anyPanel()));
-    case 5:
-      return finishMove(editor_.align());
-    case 6:
-      return removeSelected();
-    case 7:
-      return dropIn();
-    case 8:
-      return addOne();
-    case 9:
-      return dice_.chance(50) ? editor_.selectAll() : editor_.selectNone();
-    case 10:
-      return changeSettings();
-    case 11:
-      return resizeWindow();
-    case 12:
-    case 13:
-      return workInWindow();
-    default:
-      return changeRecord();
-  }
+  using Hour = RandomHour;
+  static constexpr void (*kCommands[])(Hour&) = {
+      [](Hour& h) { h.apply(h.rules_.mnuFoldAll(h.inputs())); },
+      [](Hour& h) { h.apply(h.rules_.mnuShrinkAll(h.inputs())); },
+      [](Hour& h) { h.undo(h.dice_.chance(30)); },
+      [](Hour& h) { h.undo(h.dice_.chance(30)); },
+      [](Hour& h) { h.finishMove(h.editor_.sortByName(h.anyPanel())); },
+      [](Hour& h) { h.finishMove(h.editor_.align()); },
+      [](Hour& h) { h.removeSelected(); },
+      [](Hour& h) { h.dropIn(); },
+      [](Hour& h) { h.addOne(); },
+      [](Hour& h) { h.dice_.chance(50) ? h.editor_.selectAll() : h.editor_.selectNone(); },
+      [](Hour& h) { h.changeSettings(); },
+      [](Hour& h) { h.resizeWindow(); },
+      [](Hour& h) { h.workInWindow(); },
+      [](Hour& h) { h.workInWindow(); }};
+  const int which = dice_.roll(17);
+  if (which < static_cast<int>(std::size(kCommands))) return kCommands[which](*this);
+  changeRecord();
 }
 
 // As the main window does it, whatever window the key was pressed in.
@@ -184,29 +174,19 @@ void RandomHour::workInWindow() {
 
 void RandomHour::changeSettings() {
   Settings& s = document_.settings;
-  switch (dice_.roll(6)) {
-    case 0:
-      s.autoExpand = !s.autoExpand;
-      return;
-    case 1:
-      s.autoShrink = !s.autoShrink;
-      return;
-    case 2:
-      s.autoExpandDelay = dice_.roll(3);
-      return;
-    case 3:
-      s.foldOnClick = !s.foldOnClick;
-      return;
-    case 4:
-      s.align = !s.align;
-      return;
-    default: {
-      // Seldom for long: little can be done then.
-      s.locked = !s.locked && dice_.chance(30);
-      FrameLayout layout = view_.layout();
-      layout.locked = s.locked;
-      return view_.setFrame(layout);
-    }
+  bool Settings::*const flags[] = {&Settings::autoExpand, &Settings::autoShrink,
+                                   &Settings::foldOnClick, &Settings::align};
+  const auto which = static_cast<std::size_t>(dice_.roll(6));
+  if (which < std::size(flags)) {
+    s.*flags[which] = !(s.*flags[which]);
+  } else if (which == 4) {
+    s.autoExpandDelay = dice_.roll(3);
+  } else {
+    // Seldom for long: little can be done then.
+    s.locked = !s.locked && dice_.chance(30);
+    FrameLayout layout = view_.layout();
+    layout.locked = s.locked;
+    view_.setFrame(layout);
   }
 }
 

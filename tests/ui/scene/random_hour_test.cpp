@@ -80,18 +80,10 @@ TEST_P(RandomHourTest, LeavesEverythingInOrder) {
     ASSERT_EQ(hour.faultAgainstNewScene(), "");
   }
   if (std::getenv("VARNOWICK_SEED") != nullptr) return;
-  const char* const reached[] = {"shrunk",
-                                 "folded",
-                                 "open",
-                                 "undo",
-                                 "redo",
-                                 "unfolded upward",
-                                 "containers removed",
-                                 "click",
-                                 "opened by a drag",
-                                 "detached or attached",
-                                 "moved in a window"};
-  for (const char* what : reached) EXPECT_GT(hour.tally[what], 0) << what << ", seed " << seed;
+  for (const char* what :
+       {"shrunk", "folded", "open", "undo", "redo", "unfolded upward", "containers removed",
+        "click", "opened by a drag", "detached or attached", "moved in a window"})
+    EXPECT_GT(hour.tally[what], 0) << what << ", seed " << seed;
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomHourTest, testing::Values(13, 15, 27));

@@ -255,7 +255,10 @@ TEST_F(WorkspaceEditorTest, SizingKeepsToTheGridAndPicturesKeepTheirShape) {
 TEST_F(WorkspaceEditorTest, ADragMarksWhereItWouldGoIn) {
   const ShortcutSlot third = add(L"Third", picBack, 3000, 120);
   const ShortcutSlot small = add(L"Small", {box}, 120, 1680);
-  record(small).FontSize = kSmallFontSize;
+  add(L"Left", picBack, 120, 2000);
+  add(L"Right", picBack, 2940, 2000);
+  const ShortcutSlot lower = add(L"Lower", {box}, 120, 2130);
+  record(small).FontSize = record(lower).FontSize = kSmallFontSize;
   view.build({});
   press(third);
   editor.beginDrag();
@@ -268,7 +271,10 @@ TEST_F(WorkspaceEditorTest, ADragMarksWhereItWouldGoIn) {
   for (const float x : {130.0F, 440.0F, 460.0F, 1100.0F, 1120.0F, 1430.0F, 1450.0F, 1550.0F,
                         1570.0F, 2870.0F, 2890.0F})
     mark(x, 900);
-  mark(1500, 1900);
+  for (const float x : {1600.0F, 2600.0F}) mark(x, 2800);  // too far from one of the two
+  // A gap reaches as far as those beside it.
+  for (const float y : {569.0F, 570.0F, 1414.0F, 1415.0F}) mark(1500, y);
+  for (const float x : {119.0F, 120.0F, 1049.0F, 1050.0F}) mark(x, 5500);
   for (const float y : {3600.0F, 4960.0F, 5170.0F, 5290.0F, 5440.0F, 5600.0F}) mark(300, y);
   EXPECT_EQ(editor.openWithTarget(point(1110, 900)), first);
   EXPECT_TRUE(editor.openWithTarget(point(1111, 900)).none());
@@ -283,13 +289,22 @@ TEST_F(WorkspaceEditorTest, ADragMarksWhereItWouldGoIn) {
 1570,900: 1530,570 60x845
 2870,900: 2850,570 60x845
 2890,900: 0,450 4700x10560
-1500,1900: 0,450 4700x10560
+1600,2800: 0,450 4700x10560
+2600,2800: 0,450 4700x10560
+1500,569: 0,450 4700x10560
+1500,570: 1530,570 60x845
+1500,1414: 1530,570 60x845
+1500,1415: 0,450 4700x10560
+119,5500: 0,3450 4200x3000
+120,5500: 120,5550 930x60
+1049,5500: 120,5550 930x60
+1050,5500: 0,3450 4200x3000
 300,3600: 0,3450 4200x3000
 300,4960: 0,3450 4200x3000
 300,5170: 120,5100 930x60
 300,5290: 120,5130 930x330
 300,5440: 120,5430 930x60
-300,5600: 0,3450 4200x3000
+300,5600: 120,5550 930x60
 )");
   editor.cancelDrag();
   EXPECT_EQ(place(shortcutNode(third)), "3000,570 1320x845");

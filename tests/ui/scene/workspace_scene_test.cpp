@@ -71,6 +71,13 @@ TEST_F(WorkspaceSceneTest, BarsAndPanelKeepToThePartOfTheWindowOnScreen) {
     EXPECT_EQ(scene.windowRect({K::picBack, 0}), row.panel);
     EXPECT_EQ(scene.windowRect({K::BottomBar, 0}), row.bottom);
   }
+  // A bar too low for everything keeps its title and its panel.
+  layout.insets = {};
+  for (const float height : {1310.0F, 1311.0F}) {
+    layout.window = {{4700}, {height}};
+    view.setFrame(layout);
+    EXPECT_EQ(scene.shown({K::BottomBar, 0}), height > 1310);
+  }
   layout.window = {{100}, {60}};  // smaller than any bar
   view.setFrame(layout);
   EXPECT_FALSE(scene.shown({K::BottomBar, 0}));
@@ -96,47 +103,29 @@ TEST_F(WorkspaceSceneTest, TheStripIsWhereTheBarWillComeFrom) {
   EXPECT_FALSE(scene.shown({K::DockStrip, 0}));
 }
 
-TEST_F(WorkspaceSceneTest, ContainersShowTheirState) {
+TEST_F(WorkspaceSceneTest, ContentsFollowTheirContainerUntouched) {
   const ContainerSlot slot = addContainer(at(120, 240, 3000, 2000));
   const ShortcutSlot link = addShortcut({slot}, 120, 480);
   view.build(layout);
-  clsContainer& c = workspace.containers[slot];
-  const struct {
-    bool clsContainer::*flag;
-    float width, height;
-    bool title, body, tile;
-  } rows[] = {{&clsContainer::folded, 3000, 350, true, false, false},
-              {&clsContainer::shrunk, 700, 950, false, false, true},
-              {&clsContainer::Detached, 3000, 2000, false, false, false},
-              {&clsContainer::noteVisible, 3000, 2000, true, true, false}};
-  for (const auto& row : rows) {
-    c.*row.flag = true;
-    view.updateContainer(slot);
-    EXPECT_EQ(scene.find(containerNode(slot))->rect, at(120, 240, row.width, row.height));
-    EXPECT_EQ(shown(K::ContainerLabel, slot), row.title);
-    EXPECT_EQ(shown(K::ContainerFrame, slot), row.body);
-    EXPECT_EQ(scene.shown(shortcutNode(link)), row.body);
-    EXPECT_EQ(shown(K::ContainerIcon, slot), row.tile);
-    c.*row.flag = false;
-    view.updateContainer(slot);
-  }
   // Positions on a container count from its own corner, its title included.
   EXPECT_EQ(inPanel(shortcutNode(link)).topLeft(), (Point<Twips>{{240}, {720}}));
   const Point<Twips> window = scene.windowRect(shortcutNode(link)).topLeft();
   EXPECT_EQ(view.panelAt(window), (Panel{slot}));
   EXPECT_EQ(view.toPanel({slot}, window), (Point<Twips>{{120}, {480}}));
   EXPECT_EQ(view.bodyPoint(slot, window), (Point<Twips>{{120}, {130}}));
-}
-
-TEST_F(WorkspaceSceneTest, MovingAContainerLeavesItsContentsAlone) {
-  const ContainerSlot slot = addContainer(at(120, 240, 3000, 2000));
-  const ShortcutSlot link = addShortcut({slot}, 120, 480);
-  view.build(layout);
   measure.measured = 0;
   workspace.containers[slot].rect.left = {600};
   view.moveContainer(slot);
   EXPECT_EQ(inPanel(shortcutNode(link)).left, (Twips{720}));
   EXPECT_EQ(measure.measured, 0);
+  // As a tile its whole box is the body, and elsewhere it is not here.
+  workspace.containers[slot].shrunk = true;
+  view.updateContainer(slot);
+  EXPECT_EQ(scene.find(containerNode(slot))->rect, at(600, 240, 700, 950));
+  EXPECT_EQ(view.bodyPoint(slot, scene.windowRect(containerNode(slot)).topLeft()), Point<Twips>{});
+  workspace.containers[slot].Detached = true;
+  view.updateContainer(slot);
+  EXPECT_FALSE(scene.shown(containerNode(slot)) || scene.shown(shortcutNode(link)));
 }
 
 TEST_F(WorkspaceSceneTest, SlotsAreHiddenWithTheirObjectsAndReused) {
@@ -229,10 +218,22 @@ TEST_F(WorkspaceSceneTest, LongCaptionsGetASecondLineAndBigIconsABiggerCell) {
                      scene.find(shortcutNode(lengthy))->rect.height.value};
   };
   EXPECT_EQ(heights(), (std::pair{845.0F, 1040.0F}));
+  WorkspaceScene guessed(settings, workspace);  // where nothing measures
+  guessed.build(layout);
+  EXPECT_EQ(guessed.scene().find(shortcutNode(brief))->rect.height, Twips{850});
   settings.largeIconSize = 64;
   EXPECT_EQ(heights(), (std::pair{1325.0F, 1520.0F}));
   EXPECT_EQ(view.shortcutCell(false), (Size<Twips>{{1800}, {1530}}));
   EXPECT_EQ(view.shortcutCell(true), (Size<Twips>{{2700}, {330}}));
+  // Letters of 16 pixels: six need a second line.
+  settings.fontSize = 30;
+  settings.largeIconSize = 32;
+  workspace.shortcuts[brief].FullCaption = L"Wwwww";
+  workspace.shortcuts[lengthy].FullCaption = L"Wwwwww";
+  EXPECT_EQ(heights(), (std::pair{1235.0F, 1820.0F}));
+  EXPECT_EQ(view.shortcutCell(true), (Size<Twips>{{2700}, {675}}));
+  workspace.shortcuts[brief].FontSize = kSmallFontSize;
+  EXPECT_EQ(heights().first, 675);
 }
 
 TEST_F(WorkspaceSceneTest, ScrollingStaysWithinTheContent) {
@@ -251,6 +252,12 @@ TEST_F(WorkspaceSceneTest, ScrollingStaysWithinTheContent) {
   EXPECT_EQ(thumb.left, Twips{4610});
   EXPECT_NEAR(thumb.bottom().value, 11010, 0.1);
   EXPECT_NEAR(thumb.height.value, 10560.0 * 10560 / 11620, 0.1);
+  layout.window.height = {2000};  // a thumb too short to be taken hold of
+  view.setFrame(layout);
+  EXPECT_EQ(scene.find({K::ScrollThumb, 0})->rect.height, Twips{300});
+  layout.window.height = {11520};
+  layout.scroll = most;
+  view.setFrame(layout);
   // What is in sight ends where the panel does; a title out of sight has all the room.
   EXPECT_EQ(view.surfaceFor(workspace.containers[{0}]), (Size<Twips>{{4700}, {10560 + 1060}}));
   clsContainer above;
