@@ -82,6 +82,28 @@ std::wstring windowText(HWND window) {
   return text;
 }
 
+std::wstring colourText(COLORREF colour) {
+  wchar_t text[16];
+  wsprintfW(text, L"#%02X%02X%02X", static_cast<int>(GetRValue(colour)),
+            static_cast<int>(GetGValue(colour)), static_cast<int>(GetBValue(colour)));
+  return text;
+}
+
+Dialog::Dialog(std::wstring title, short width, short height, std::vector<DialogRow> rows,
+               std::wstring error)
+    : title_(std::move(title)),
+      width_(width),
+      height_(height),
+      rows_(std::move(rows)),
+      error_(std::move(error)) {
+  if (error_.empty()) return;
+  constexpr short kMargin = 7, kTwoLines = 17, kRoom = 22;
+  height_ = static_cast<short>(height_ + kRoom);
+  for (DialogRow& row : rows_) row.y = static_cast<short>(row.y + kRoom);
+  rows_.insert(rows_.begin(), {DialogControl::ErrorLabel, kErrorAbove, L"", kMargin, kMargin,
+                               static_cast<short>(width_ - 2 * kMargin), kTwoLines});
+}
+
 INT_PTR Dialog::showModal(HWND owner) {
   ready_ = false;
   TemplateWriter t;
@@ -140,6 +162,7 @@ INT_PTR Dialog::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       // Otherwise an edit takes no more than some 30 000 characters.
       for (const DialogRow& row : rows_)
         if (row.control == DialogControl::Edit) SendMessageW(item(row.id), EM_SETLIMITTEXT, 0, 0);
+      if (!error_.empty()) setText(kErrorAbove, error_);
       initialise();
       if (firstFocus() != 0) focus(firstFocus());
       ready_ = true;

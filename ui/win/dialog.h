@@ -36,11 +36,15 @@ struct DialogRow {
 
 class Dialog {
  public:
-  Dialog(std::wstring title, short width, short height, std::vector<DialogRow> rows)
-      : title_(std::move(title)), width_(width), height_(height), rows_(std::move(rows)) {}
+  // A non-empty error is shown above the rows, which make room for it.
+  Dialog(std::wstring title, short width, short height, std::vector<DialogRow> rows,
+         std::wstring error = {});
   virtual ~Dialog() = default;
   Dialog(const Dialog&) = delete;
   Dialog& operator=(const Dialog&) = delete;
+
+  // The control with the error.
+  static constexpr int kErrorAbove = 99;
 
   // Shows the dialog and waits. The identifier passed to end(), or IDCANCEL.
   INT_PTR showModal(HWND owner);
@@ -87,9 +91,13 @@ class Dialog {
   short width_;
   short height_;
   std::vector<DialogRow> rows_;
+  std::wstring error_;
   HWND handle_ = nullptr;
   bool ready_ = false;  // what initialise() fills in is no change of the user's
 };
+
+// As it stands on a swatch.
+std::wstring colourText(COLORREF colour);
 
 // The text of any window, whatever its length.
 std::wstring windowText(HWND window);

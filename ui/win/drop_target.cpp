@@ -9,6 +9,7 @@
 
 #include "platform/win32/handles.h"
 #include "ui/win/com_guard.h"
+#include "ui/win/data_medium.h"
 #include "ui/win/file_drag.h"
 
 namespace varnowick {
@@ -32,15 +33,6 @@ std::array<UINT, 5> droppableFormats() {
   return {CF_HDROP, urlFormat(), ansiUrlFormat(), CF_UNICODETEXT, CF_TEXT};
 }
 
-FORMATETC asMemory(UINT format) {
-  return {static_cast<CLIPFORMAT>(format), nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
-}
-
-bool offers(IDataObject& data, UINT format) {
-  FORMATETC wanted = asMemory(format);
-  return data.QueryGetData(&wanted) == S_OK;
-}
-
 std::wstring fromAnsi(const std::string& text) {
   const int length = static_cast<int>(text.size());
   std::wstring wide(
@@ -50,43 +42,16 @@ std::wstring fromAnsi(const std::string& text) {
   return wide;
 }
 
-// One medium of a data object, locked in memory.
-class Medium {
- public:
-  Medium(IDataObject& data, UINT format) {
-    FORMATETC wanted = asMemory(format);
-    if (FAILED(data.GetData(&wanted, &medium_))) return;
-    owned_ = true;
-    if (medium_.tymed != TYMED_HGLOBAL) return;
-    size_ = GlobalSize(medium_.hGlobal);
-    memory_ = GlobalLock(medium_.hGlobal);
-  }
-  Medium(const Medium&) = delete;
-  Medium& operator=(const Medium&) = delete;
-  ~Medium() {
-    if (memory_ != nullptr) GlobalUnlock(medium_.hGlobal);
-    if (owned_) ReleaseStgMedium(&medium_);
-  }
-  const void* memory() const { return memory_; }
-  std::size_t size() const { return memory_ == nullptr ? 0 : size_; }
-
-  // Up to the first NUL, the end of the memory or the limit.
-  std::wstring wideText(std::size_t limit) const {
-    const auto* begin = static_cast<const wchar_t*>(memory_);
-    const auto* end = begin + std::min(size() / sizeof(wchar_t), limit);
-    return {begin, std::find(begin, end, L'\0')};
-  }
-  std::wstring ansiText(std::size_t limit) const {
-    const auto* begin = static_cast<const char*>(memory_);
-    return fromAnsi({begin, std::find(begin, begin + std::min(size(), limit), '\0')});
-  }
-
- private:
-  STGMEDIUM medium_{};
-  void* memory_ = nullptr;
-  std::size_t size_ = 0;
-  bool owned_ = false;
-};
+// Up to the first NUL, the end of the memory or the limit.
+std::wstring wideText(const DataMedium& medium, std::size_t limit) {
+  const auto* begin = static_cast<const wchar_t*>(medium.memory());
+  const auto* end = begin + std::min(medium.size() / sizeof(wchar_t), limit);
+  return {begin, std::find(begin, end, L'\0')};
+}
+std::wstring ansiText(const DataMedium& medium, std::size_t limit) {
+  const auto* begin = static_cast<const char*>(medium.memory());
+  return fromAnsi({begin, std::find(begin, begin + std::min(medium.size(), limit), '\0')});
+}
 
 // The names behind a DROPFILES header, each ended by a NUL, the last by two. The
 // system's own reader would trust the header of a foreign block.
@@ -122,7 +87,7 @@ std::vector<std::wstring> pathsIn(const void* memory, std::size_t size, std::siz
 }
 
 std::vector<std::wstring> pathsIn(IDataObject& data, std::size_t most) {
-  const Medium medium(data, CF_HDROP);
+  const DataMedium medium(data, CF_HDROP);
   return pathsIn(medium.memory(), medium.size(), most);
 }
 
@@ -171,7 +136,7 @@ void letMessagesThrough(HWND window) {
 
 // Browsers describe the link as a file, "Title of the page.url".
 std::wstring titleOfLink(IDataObject& data) {
-  const Medium medium(data, groupDescriptorFormat());
+  const DataMedium medium(data, groupDescriptorFormat());
   if (medium.size() < sizeof(FILEGROUPDESCRIPTORW)) return {};
   const auto* group = static_cast<const FILEGROUPDESCRIPTORW*>(medium.memory());
   if (group->cItems == 0) return {};
@@ -185,7 +150,7 @@ std::wstring titleOfLink(IDataObject& data) {
 
 bool offersDroppable(IDataObject& data) {
   const auto formats = droppableFormats();
-  return std::any_of(formats.begin(), formats.end(), [&](UINT f) { return offers(data, f); });
+  return std::any_of(formats.begin(), formats.end(), [&](UINT f) { return offersFormat(data, f); });
 }
 
 bool clipboardOffersDroppable() {
@@ -196,19 +161,19 @@ bool clipboardOffersDroppable() {
 
 Dropped readDropped(IDataObject& data) {
   Dropped result;
-  if (offers(data, CF_HDROP))
+  if (offersFormat(data, CF_HDROP))
     for (std::wstring& path : pathsIn(data, kMaxDroppedPaths))
       result.paths.push_back({std::move(path)});
   if (!result.paths.empty()) return result;
-  if (offers(data, urlFormat()))
-    result.address = Medium(data, urlFormat()).wideText(kMostDroppedText);
-  else if (offers(data, ansiUrlFormat()))
-    result.address = Medium(data, ansiUrlFormat()).ansiText(kMostDroppedText);
+  if (offersFormat(data, urlFormat()))
+    result.address = wideText(DataMedium(data, urlFormat()), kMostDroppedText);
+  else if (offersFormat(data, ansiUrlFormat()))
+    result.address = ansiText(DataMedium(data, ansiUrlFormat()), kMostDroppedText);
   if (!result.address.empty()) result.title = titleOfLink(data);
-  if (offers(data, CF_UNICODETEXT))
-    result.text = Medium(data, CF_UNICODETEXT).wideText(kMostDroppedText);
-  else if (offers(data, CF_TEXT))
-    result.text = Medium(data, CF_TEXT).ansiText(kMostDroppedText);
+  if (offersFormat(data, CF_UNICODETEXT))
+    result.text = wideText(DataMedium(data, CF_UNICODETEXT), kMostDroppedText);
+  else if (offersFormat(data, CF_TEXT))
+    result.text = ansiText(DataMedium(data, CF_TEXT), kMostDroppedText);
   return result;
 }
 
@@ -219,7 +184,7 @@ Dropped readClipboard() {
 }
 
 std::vector<std::wstring> droppedPaths(IDataObject& data, std::size_t most) {
-  return offers(data, CF_HDROP) ? pathsIn(data, most) : std::vector<std::wstring>();
+  return offersFormat(data, CF_HDROP) ? pathsIn(data, most) : std::vector<std::wstring>();
 }
 
 class DropTarget::Object final : public IDropTarget {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "ui/win/com_guard.h"
+#include "ui/win/data_medium.h"
 #include "ui/win/drop_target.h"
 
 namespace varnowick {
@@ -30,10 +31,6 @@ UINT logicalEffectFormat() {
 UINT pasteSucceededFormat() {
   static const UINT format = RegisterClipboardFormatW(L"Paste Succeeded");
   return format;
-}
-
-FORMATETC asMemory(UINT format) {
-  return {static_cast<CLIPFORMAT>(format), nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
 }
 
 GlobalHandle memoryWith(const void* bytes, std::size_t size) {
@@ -264,17 +261,9 @@ void tell(IDataObject& data, UINT format, DWORD effect) {
 }
 
 DWORD effectIn(IDataObject& data, UINT format) {
-  FORMATETC wanted = asMemory(format);
-  STGMEDIUM medium{};
-  if (FAILED(data.GetData(&wanted, &medium))) return 0;
+  const DataMedium medium(data, format);
   DWORD effect = 0;
-  if (medium.tymed == TYMED_HGLOBAL && GlobalSize(medium.hGlobal) >= sizeof effect) {
-    if (const void* bytes = GlobalLock(medium.hGlobal); bytes != nullptr) {
-      std::memcpy(&effect, bytes, sizeof effect);
-      GlobalUnlock(medium.hGlobal);
-    }
-  }
-  ReleaseStgMedium(&medium);
+  if (medium.size() >= sizeof effect) std::memcpy(&effect, medium.memory(), sizeof effect);
   return effect;
 }
 
@@ -374,10 +363,7 @@ bool putFilesOnClipboard(const std::vector<std::wstring>& paths, bool cut) {
   return SUCCEEDED(OleSetClipboard(data.get())) && SUCCEEDED(OleFlushClipboard());
 }
 
-bool offersFiles(IDataObject& data) {
-  FORMATETC wanted = asMemory(CF_HDROP);
-  return data.QueryGetData(&wanted) == S_OK;
-}
+bool offersFiles(IDataObject& data) { return offersFormat(data, CF_HDROP); }
 
 OfferedFiles readFiles(IDataObject& data) {
   return {droppedPaths(data, kMostOfferedFiles), effectIn(data, preferredEffectFormat())};

@@ -181,14 +181,7 @@ bool FolderContainers::contextMenu(NodeId node, POINT screen) {
       {0, kDelete, L"&Delete", L"Del", false, any && !locked},
       {},
       {0, kSelectAll, L"Select &all", L"Ctrl+A", false, view->count() > 0}};
-  const HWND window = pane->window;
-  int chosen = 0;
-  {
-    const ModalDepth::MenuScope scope(modal_);
-    announce(window, kEventMenuOpened);
-    chosen = showPopupMenu(window, items, screen);
-    announce(window, kEventMenuClosed);
-  }
+  const int chosen = chooseFromMenu(pane->window, modal_, items, screen);
   // The container may have gone meanwhile.
   if (chosen != 0 && shown(slot) != nullptr) run(slot, chosen);
   return true;

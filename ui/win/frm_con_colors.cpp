@@ -34,12 +34,6 @@ std::vector<DialogRow> rows() {
 
 COLORREF colourRef(Colour colour) { return static_cast<COLORREF>(colour.bgr); }
 
-std::wstring colourText(Colour colour) {
-  wchar_t text[16];
-  wsprintfW(text, L"#%02X%02X%02X", colour.red(), colour.green(), colour.blue());
-  return text;
-}
-
 // A container with a shortcut, alone on a panel.
 void buildPreview(Scene& scene, Size<Twips> size, const frmConColors::Subject& subject,
                   const std::optional<ContainerColours>& colours) {
@@ -98,8 +92,8 @@ void frmConColors::set(std::optional<ContainerColours> colours) {
   colours_ = colours;
   backBrush_.reset(CreateSolidBrush(colourRef(shown().back)));
   foreBrush_.reset(CreateSolidBrush(colourRef(shown().fore)));
-  setText(kBack, colourText(shown().back));
-  setText(kFore, colourText(shown().fore));
+  setText(kBack, colourText(colourRef(shown().back)));
+  setText(kFore, colourText(colourRef(shown().fore)));
   for (const int id : {kBack, kFore, kPreview}) InvalidateRect(item(id), nullptr, TRUE);
   if (!colours_ && GetFocus() == item(kReset)) focus(kChooseBack);
   enable(kReset, colours_.has_value());

@@ -8,11 +8,11 @@
 #include "platform/sound.h"
 #include "platform/win32/handles.h"
 #include "ui/win/frm_container.h"
+#include "ui/win/sizing_edges.h"
 
 namespace varnowick {
 namespace {
 
-constexpr int kResizeGrip = 5;    // pixels at 96 dots per inch
 constexpr int kCornerRadius = 5;  // as the painter draws the box
 
 }  // namespace
@@ -117,21 +117,8 @@ void frmContainer::systemChanged() {
 LRESULT frmContainer::onHitTest(POINT screen) const {
   const clsContainer* c = record();
   if (c == nullptr || desk_.document.settings.locked) return HTCLIENT;
-  RECT r{};
-  GetWindowRect(handle(), &r);
-  const int grip = MulDiv(kResizeGrip, density().dpi, 96);
-  const bool right = screen.x >= r.right - grip;
-  const bool left = screen.x < r.left + grip;
-  const bool bottom = !c->DetachedFolded && screen.y >= r.bottom - grip;
-  const bool top = !c->DetachedFolded && screen.y < r.top + grip;
-  if (top && left) return HTTOPLEFT;
-  if (top && right) return HTTOPRIGHT;
-  if (bottom && left) return HTBOTTOMLEFT;
-  if (bottom && right) return HTBOTTOMRIGHT;
-  if (right) return HTRIGHT;
-  if (left) return HTLEFT;
-  if (bottom) return HTBOTTOM;
-  return top ? HTTOP : HTCLIENT;
+  const bool open = !c->DetachedFolded;
+  return hitOnSides(handle(), screen, {.top = open, .bottom = open}, density().dpi);
 }
 
 // The system sizes windows with a sizing border only, which this one must not have.

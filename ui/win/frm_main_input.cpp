@@ -2,36 +2,22 @@
 
 #include "platform/screen.h"
 #include "ui/win/frm_main.h"
+#include "ui/win/sizing_edges.h"
 
 namespace varnowick {
-namespace {
-
-constexpr int kResizeGrip = 5;  // pixels at 96 dots per inch
-
-}  // namespace
 
 LRESULT frmMain::onHitTest(POINT screen) const {
   // Only an expanded or floating bar can be resized, at the side away from its
   // edge; the collapsed strip must stay client area.
   if (docking_.rules().collapseSide() != ScreenEdge::None || document_.settings.locked)
     return HTCLIENT;
-  RECT r{};
-  GetWindowRect(handle(), &r);
-  const int grip = MulDiv(kResizeGrip, platform_.monitors.density().dpi, 96);
   const ScreenEdge edge = docking_.rules().expandedEdge();
-  const bool right = edge != ScreenEdge::Right && screen.x >= r.right - grip;
-  const bool left = edge != ScreenEdge::Left && screen.x < r.left + grip;
-  const bool bottom = edge != ScreenEdge::Bottom && screen.y >= r.bottom - grip;
-  const bool top = edge != ScreenEdge::Top && screen.y < r.top + grip;
-  if (top && left) return HTTOPLEFT;
-  if (top && right) return HTTOPRIGHT;
-  if (bottom && left) return HTBOTTOMLEFT;
-  if (bottom && right) return HTBOTTOMRIGHT;
-  if (right) return HTRIGHT;
-  if (left) return HTLEFT;
-  if (bottom) return HTBOTTOM;
-  if (top) return HTTOP;
-  return HTCLIENT;
+  return hitOnSides(handle(), screen,
+                    {.left = edge != ScreenEdge::Left,
+                     .top = edge != ScreenEdge::Top,
+                     .right = edge != ScreenEdge::Right,
+                     .bottom = edge != ScreenEdge::Bottom},
+                    platform_.monitors.density().dpi);
 }
 
 void frmMain::mouseMoved() {

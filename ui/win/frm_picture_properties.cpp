@@ -13,12 +13,11 @@ namespace varnowick {
 namespace {
 
 using Id = frmPictureProperties::Id;
-constexpr short kErrorHeight = 22;
 constexpr int kMostPixels = 10'000;
 
-std::vector<DialogRow> rows(bool withError) {
+std::vector<DialogRow> rows() {
   using enum DialogControl;
-  std::vector<DialogRow> rows{
+  return {
       {Label, -1, L"&Picture file", 7, 7, 286, 8},
       {Edit, Id::kPath, L"", 7, 17, 232, 14},
       {Button, Id::kBrowse, L"&Change...", 243, 17, 50, 14},
@@ -32,26 +31,19 @@ std::vector<DialogRow> rows(bool withError) {
       {DefaultButton, IDOK, L"OK", 189, 88, 50, 14},
       {Button, IDCANCEL, L"Cancel", 243, 88, 50, 14},
   };
-  if (!withError) return rows;
-  for (DialogRow& row : rows) row.y = static_cast<short>(row.y + kErrorHeight);
-  rows.insert(rows.begin(), {ErrorLabel, Id::kError, L"", 7, 7, 286, 17});
-  return rows;
 }
 
 }  // namespace
 
 frmPictureProperties::frmPictureProperties(clsPicture& picture, Density density,
                                            const std::wstring& error)
-    : Dialog(L"Picture properties", 300,
-             static_cast<short>(109 + (error.empty() ? 0 : kErrorHeight)), rows(!error.empty())),
+    : Dialog(L"Picture properties", 300, 109, rows(), error),
       picture_(picture),
-      density_(density),
-      error_(error) {}
+      density_(density) {}
 
 bool frmPictureProperties::edit(HWND owner) { return showModal(owner) == IDOK; }
 
 void frmPictureProperties::initialise() {
-  if (!error_.empty()) setText(kError, error_);
   setText(kPath, picture_.Path);
   setChecked(kKeepProportions, true);
   const Twips frame = kPictureFrame * 2;

@@ -18,16 +18,7 @@ class frmPictureProperties : public Dialog {
   bool edit(HWND owner);
 
   // The controls, for whoever drives the dialog from outside.
-  enum Id : int {
-    kError = 100,
-    kPath,
-    kBrowse,
-    kWidth,
-    kHeight,
-    kOriginal,
-    kKeepProportions,
-    kFault
-  };
+  enum Id : int { kPath = 100, kBrowse, kWidth, kHeight, kOriginal, kKeepProportions, kFault };
 
  protected:
   void initialise() override;
@@ -47,7 +38,6 @@ class frmPictureProperties : public Dialog {
 
   clsPicture& picture_;
   Density density_;
-  std::wstring error_;
   double shape_ = 1;  // height for a width of 1
   bool filling_ = false;
 };

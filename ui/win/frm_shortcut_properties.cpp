@@ -7,12 +7,11 @@ namespace varnowick {
 namespace {
 
 using Id = frmShortcutProperties::Id;
-constexpr short kErrorHeight = 22;
 constexpr std::wstring_view kErrorStart = L"Error: ";
 
-std::vector<DialogRow> rows(bool withError) {
+std::vector<DialogRow> rows() {
   using enum DialogControl;
-  std::vector<DialogRow> rows{
+  return {
       {FirstRadioButton, Id::kWebAddress, L"&Web address", 7, 7, 70, 10},
       {RadioButton, Id::kFileOrFolder, L"F&ile or folder", 81, 7, 70, 10},
       {RadioButton, Id::kCommand, L"&System command", 155, 7, 90, 10},
@@ -42,10 +41,6 @@ std::vector<DialogRow> rows(bool withError) {
       {DefaultButton, IDOK, L"OK", 189, 219, 50, 14},
       {Button, IDCANCEL, L"Cancel", 243, 219, 50, 14},
   };
-  if (!withError) return rows;
-  for (DialogRow& row : rows) row.y = static_cast<short>(row.y + kErrorHeight);
-  rows.insert(rows.begin(), {ErrorLabel, Id::kError, L"", 7, 7, 286, 17});
-  return rows;
 }
 
 std::wstring errorText(const std::wstring& error) {
@@ -53,27 +48,14 @@ std::wstring errorText(const std::wstring& error) {
   return std::wstring(kErrorStart) + error;
 }
 
-std::wstring colourText(int colour) {
-  if (colour == -1) return L"none";
-  wchar_t text[16];
-  const auto value = static_cast<COLORREF>(colour);
-  wsprintfW(text, L"#%02X%02X%02X", static_cast<int>(GetRValue(value)),
-            static_cast<int>(GetGValue(value)), static_cast<int>(GetBValue(value)));
-  return text;
-}
-
 }  // namespace
 
 frmShortcutProperties::frmShortcutProperties(clsShortcut& shortcut, const std::wstring& error)
-    : Dialog(L"Shortcut properties", 300,
-             static_cast<short>(240 + (error.empty() ? 0 : kErrorHeight)), rows(!error.empty())),
-      shortcut_(shortcut),
-      error_(errorText(error)) {}
+    : Dialog(L"Shortcut properties", 300, 240, rows(), errorText(error)), shortcut_(shortcut) {}
 
 bool frmShortcutProperties::edit(HWND owner) { return showModal(owner) == IDOK; }
 
 void frmShortcutProperties::initialise() {
-  if (!error_.empty()) setText(kError, error_);
   const ShortcutForm form = formOf(shortcut_);
   setText(kPath, form.path);
   setText(kCaption, form.caption);
@@ -109,7 +91,7 @@ ShortcutKindCode frmShortcutProperties::kind() const {
 void frmShortcutProperties::setColour(int colour) {
   colour_ = colour;
   swatch_.reset(colour == -1 ? nullptr : CreateSolidBrush(static_cast<COLORREF>(colour)));
-  setText(kSwatch, colourText(colour));
+  setText(kSwatch, colour == -1 ? L"none" : colourText(static_cast<COLORREF>(colour)));
   InvalidateRect(item(kSwatch), nullptr, TRUE);
   if (colour == -1 && GetFocus() == item(kNoColour)) focus(kChooseColour);
   enable(kNoColour, colour != -1);

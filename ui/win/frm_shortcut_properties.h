@@ -22,8 +22,7 @@ class frmShortcutProperties : public Dialog {
 
   // The controls, for whoever drives the dialog from outside.
   enum Id : int {
-    kError = 100,
-    kWebAddress,
+    kWebAddress = 100,
     kFileOrFolder,
     kCommand,
     kPath,
@@ -61,7 +60,6 @@ class frmShortcutProperties : public Dialog {
   void confirm();
 
   clsShortcut& shortcut_;
-  std::wstring error_;
   int colour_ = -1;
   BrushHandle swatch_;
 };

@@ -3,6 +3,8 @@
 #include <cstddef>
 
 #include "platform/win32/handles.h"
+#include "ui/win/accessible.h"
+#include "ui/win/win_events.h"
 
 namespace varnowick {
 namespace {
@@ -37,15 +39,19 @@ std::wstring menuText(const std::wstring& text) {
   return result;
 }
 
-int showPopupMenu(HWND owner, const std::vector<MenuItem>& items, POINT screen) {
+int chooseFromMenu(HWND owner, ModalDepth& modal, const std::vector<MenuItem>& items,
+                   POINT screen) {
   std::size_t at = 0;
   const MenuHandle menu(build(items, at, 0));
+  const ModalDepth::MenuScope scope(modal);
+  announce(owner, kEventMenuOpened);
   SetForegroundWindow(owner);
   const int command = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x,
                                      screen.y, 0, owner, nullptr);
   // As documented for menus that are not opened from a menu bar: without a
   // message behind it the next menu could close at once.
   PostMessageW(owner, WM_NULL, 0, 0);
+  announce(owner, kEventMenuClosed);
   return command;
 }
 

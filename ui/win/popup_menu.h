@@ -1,11 +1,14 @@
 // Popup menus from rows of depth, command, caption and state. Knows nothing of
-// what the commands do; the caller runs the one that comes back.
+// what the commands do; the caller runs the one that comes back. While one is open it
+// counts as a menu of the program, and readers are told.
 #pragma once
 
 #include <windows.h>
 
 #include <string>
 #include <vector>
+
+#include "ui/win/modal.h"
 
 namespace varnowick {
 
@@ -23,6 +26,6 @@ std::wstring menuText(const std::wstring& text);
 
 // Shows the menu at a point of the screen and waits. The command chosen, or 0.
 // The owner is brought to the foreground, so that a click elsewhere closes it.
-int showPopupMenu(HWND owner, const std::vector<MenuItem>& items, POINT screen);
+int chooseFromMenu(HWND owner, ModalDepth& modal, const std::vector<MenuItem>& items, POINT screen);
 
 }  // namespace varnowick

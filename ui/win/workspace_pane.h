@@ -143,8 +143,8 @@ class WorkspacePane final : public DragStop {
   void startMany(const std::function<void(StartMany&)>& start);
   // Scrolls to it, selects and focuses it.
   void showShortcut(ShortcutSlot slot);
-  // What F2 does to the current thing: the dialog of a shortcut, the name of a
-  // container. A picture has none.
+  // What F2 does to the current thing: the dialog of a shortcut or a picture, the name
+  // of a container.
   void properties(ObjectId id);
   // Records came back, were changed or went; the first of them comes into sight.
   void objectsChanged(const std::vector<ObjectId>& objects);
@@ -161,7 +161,9 @@ class WorkspacePane final : public DragStop {
   ContainerSlot menuContainer() const { return menuContainer_; }
   // Other windows show what was changed here, or the other way round.
   void containersChanged(const std::vector<ContainerSlot>& slots);
-  bool refuseWhileLocked();
+  // True, and the user is told, while editing is locked; of the error instead, if one
+  // has led to the properties.
+  bool refuseWhileLocked(const std::wstring& error = {});
   // Adds what was dropped or entered; at no point: where there is room on the panel.
   // A refusal that is known already is told with the others.
   void takeDropped(Dropped dropped, const Point<Twips>* at);

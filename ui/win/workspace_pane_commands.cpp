@@ -1,10 +1,10 @@
 // The commands of a pane and its menus: rows from the tables, and the tags of a
 // container.
 
-#include "platform/msg_box.h"
 #include "shortcuts/paths.h"
 #include "shortcuts/tags.h"
 #include "ui/scene/command_state.h"
+#include "ui/win/edit_record.h"
 #include "ui/win/frm_shortcut_properties.h"
 #include "ui/win/win_events.h"
 #include "ui/win/workspace_pane.h"
@@ -82,13 +82,7 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
   owner_.completeMenu(menu, items);
   if (items.empty()) return;
   owner_.hovered({}, {});
-  int chosen = 0;
-  {
-    const ModalDepth::MenuScope scope(desk_.modal);
-    announce(window_, kEventMenuOpened);
-    chosen = showPopupMenu(window_, items, screen);
-    announce(window_, kEventMenuClosed);
-  }
+  const int chosen = chooseFromMenu(window_, desk_.modal, items, screen);
   if (chosen >= kOwnRows)
     owner_.ownRowChosen(chosen);
   else if (chosen > kShowTag)
@@ -212,28 +206,15 @@ void WorkspacePane::properties(ObjectId id) {
 }
 
 void WorkspacePane::editShortcut(ShortcutSlot slot, const std::wstring& error) {
-  clsShortcut* shortcut = desk_.document.workspace.shortcuts.find(slot);
-  if (shortcut == nullptr) return;
-  if (desk_.document.settings.locked && !error.empty()) {
-    desk_.platform.msgBox.show(error, kMsgOkOnly | kMsgExclamation, kProgramTitle);
-    return;
-  }
-  if (refuseWhileLocked()) return;
-  clsShortcut edited = *shortcut;
-  {
-    const ModalDepth::Scope scope(desk_.modal);
-    if (!frmShortcutProperties(edited, error).edit(window_)) return;
-  }
-  shortcut = desk_.document.workspace.shortcuts.find(slot);
-  if (shortcut == nullptr) return;
-  {
-    const UndoStep step(desk_.document, L"properties");
-    *shortcut = std::move(edited);
-  }
-  applyTagFilter(desk_.document.workspace, shortcut->parent);
+  const auto& shortcuts = desk_.document.workspace.shortcuts;
+  if (!shortcuts.contains(slot) || refuseWhileLocked(error)) return;
+  const auto ask = [&](clsShortcut& shortcut) {
+    return frmShortcutProperties(shortcut, error).edit(window_);
+  };
+  if (!editRecord(desk_, desk_.document.workspace.shortcuts, slot, ask)) return;
+  applyTagFilter(desk_.document.workspace, shortcuts.find(slot)->parent);
   editor_.shortcutChanged(slot);
-  view_.invalidate();
-  announce(window_, kEventSceneChanged);
+  sceneChanged();
   owner_.contentsMoved();
   owner_.workspaceChanged();
 }

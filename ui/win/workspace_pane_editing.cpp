@@ -8,6 +8,14 @@
 #include "ui/win/workspace_pane.h"
 
 namespace varnowick {
+namespace {
+
+Point<Twips> distanceOf(const GestureEvent& event, Density density) {
+  return {density.toTwips(event.now.x - event.start.x),
+          density.toTwips(event.now.y - event.start.y)};
+}
+
+}  // namespace
 
 void WorkspacePane::onGesture(const GestureEvent& event) {
   switch (event.kind) {
@@ -38,9 +46,7 @@ void WorkspacePane::onGesture(const GestureEvent& event) {
 }
 
 void WorkspacePane::moveObjects(const GestureEvent& event) {
-  const Density density = view_.density();
-  const Point<Twips> distance{density.toTwips(event.now.x - event.start.x),
-                              density.toTwips(event.now.y - event.start.y)};
+  const Point<Twips> distance = distanceOf(event, view_.density());
   switch (event.phase) {
     case GesturePhase::Begin:
       editor_.beginDrag();
@@ -66,7 +72,6 @@ void WorkspacePane::moveObjects(const GestureEvent& event) {
 
 // On nothing of ours there is nowhere to put them: they stay where they were.
 void WorkspacePane::dropObjects(const GestureEvent& event) {
-  const Density density = view_.density();
   WorkspacePane* target = owner_.paneAt({event.now.x.value, event.now.y.value});
   if (target == nullptr) return editor_.cancelDrag();
   if (target != this) {
@@ -82,9 +87,7 @@ void WorkspacePane::dropObjects(const GestureEvent& event) {
     view_.invalidate();
     return openWith(dragged, other);
   }
-  finishMove(editor_.drop(
-      {density.toTwips(event.now.x - event.start.x), density.toTwips(event.now.y - event.start.y)},
-      pointer));
+  finishMove(editor_.drop(distanceOf(event, view_.density()), pointer));
 }
 
 void WorkspacePane::draggedOver(POINT screen) {
@@ -106,9 +109,7 @@ bool WorkspacePane::isOutside(Point<Pixels> screen) const {
 }
 
 void WorkspacePane::moveContainers(const GestureEvent& event) {
-  const Density density = view_.density();
-  const Point<Twips> distance{density.toTwips(event.now.x - event.start.x),
-                              density.toTwips(event.now.y - event.start.y)};
+  const Point<Twips> distance = distanceOf(event, view_.density());
   switch (event.phase) {
     case GesturePhase::Begin:
       editor_.beginContainerDrag();
@@ -137,15 +138,12 @@ void WorkspacePane::moveContainers(const GestureEvent& event) {
 }
 
 void WorkspacePane::resizeObject(const GestureEvent& event) {
-  const Density density = view_.density();
   switch (event.phase) {
     case GesturePhase::Begin:
       editor_.beginResize(event.node, toScene(event.start));
       [[fallthrough]];
     case GesturePhase::Update:
-      editor_.resize({density.toTwips(event.now.x - event.start.x),
-                      density.toTwips(event.now.y - event.start.y)},
-                     GetKeyState(VK_SHIFT) < 0);
+      editor_.resize(distanceOf(event, view_.density()), GetKeyState(VK_SHIFT) < 0);
       break;
     case GesturePhase::Cancel:
       editor_.cancelResize();
@@ -198,10 +196,10 @@ void WorkspacePane::finishMove(const Moved& moved) {
   owner_.workspaceChanged();
 }
 
-// True, and the user is told, while editing is locked.
-bool WorkspacePane::refuseWhileLocked() {
+bool WorkspacePane::refuseWhileLocked(const std::wstring& error) {
   if (!desk_.document.settings.locked) return false;
-  desk_.platform.msgBox.show(kLockedMessage, kMsgOkOnly | kMsgExclamation, kProgramTitle);
+  desk_.platform.msgBox.show(error.empty() ? kLockedMessage : error, kMsgOkOnly | kMsgExclamation,
+                             kProgramTitle);
   return true;
 }
 

@@ -31,11 +31,7 @@ NoteEdit::Hooks WorkspacePane::noteHooks() {
     return PostMessageW(window_, WM_KEYDOWN, static_cast<WPARAM>(key), 0) != FALSE;
   };
   hooks.menu = [this](const std::vector<MenuItem>& items, POINT at) {
-    const ModalDepth::MenuScope scope(desk_.modal);
-    announce(window_, kEventMenuOpened);
-    const int chosen = showPopupMenu(window_, items, at);
-    announce(window_, kEventMenuClosed);
-    return chosen;
+    return chooseFromMenu(window_, desk_.modal, items, at);
   };
   return hooks;
 }

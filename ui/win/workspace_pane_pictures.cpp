@@ -4,6 +4,7 @@
 #include "platform/msg_box.h"
 #include "ui/scene/metrics.h"
 #include "ui/win/browse.h"
+#include "ui/win/edit_record.h"
 #include "ui/win/frm_picture_properties.h"
 #include "ui/win/picture_decoder.h"
 #include "ui/win/win_events.h"
@@ -95,13 +96,7 @@ bool WorkspacePane::pictureMenu(NodeId node, POINT screen) {
       {},
       {0, kProperties, L"&Properties", L"F2", false, one && !locked}};
   owner_.hovered({}, {});
-  int chosen = 0;
-  {
-    const ModalDepth::MenuScope scope(desk_.modal);
-    announce(window_, kEventMenuOpened);
-    chosen = showPopupMenu(window_, items, screen);
-    announce(window_, kEventMenuClosed);
-  }
+  const int chosen = chooseFromMenu(window_, desk_.modal, items, screen);
   // It may have gone meanwhile.
   picture = desk_.document.workspace.pictures.find(slot);
   if (picture == nullptr) return true;
@@ -116,26 +111,14 @@ bool WorkspacePane::pictureMenu(NodeId node, POINT screen) {
 }
 
 void WorkspacePane::editPicture(PictureSlot slot, const std::wstring& error) {
-  const clsPicture* picture = desk_.document.workspace.pictures.find(slot);
-  if (picture == nullptr) return;
-  if (desk_.document.settings.locked && !error.empty()) {
-    desk_.platform.msgBox.show(error, kMsgOkOnly | kMsgExclamation, kProgramTitle);
-    return;
-  }
-  if (refuseWhileLocked()) return;
-  clsPicture edited = *picture;
-  {
-    const ModalDepth::Scope scope(desk_.modal);
-    if (!frmPictureProperties(edited, view_.density(), error).edit(window_)) return;
-  }
-  clsPicture* record = desk_.document.workspace.pictures.find(slot);
-  if (record == nullptr) return;
-  const UndoStep step(desk_.document, L"properties");
+  const auto& pictures = desk_.document.workspace.pictures;
+  if (!pictures.contains(slot) || refuseWhileLocked(error)) return;
+  const auto ask = [&](clsPicture& picture) {
+    return frmPictureProperties(picture, view_.density(), error).edit(window_);
+  };
+  if (!editRecord(desk_, desk_.document.workspace.pictures, slot, ask)) return;
   // It may have been shown before, with another content.
-  desk_.images.forget({ImageRef::Source::PictureFile, edited.Path});
-  record->Path = edited.Path;
-  record->rect.width = edited.rect.width;
-  record->rect.height = edited.rect.height;
+  desk_.images.forget({ImageRef::Source::PictureFile, pictures.find(slot)->Path});
   pictureChanged(slot);
 }
 

@@ -107,14 +107,14 @@ TEST(ShortcutProperties, TheErrorOfALaunchStandsAtTheTopOnce) {
   for (const wchar_t* error : {L"File not found", L"Error: File not found"}) {
     clsShortcut s = example();
     const DialogDriver driver([](HWND dialog) {
-      EXPECT_EQ(textIn(dialog, Id::kError), L"Error: File not found");
+      EXPECT_EQ(textIn(dialog, Dialog::kErrorAbove), L"Error: File not found");
       EXPECT_EQ(textIn(dialog, Id::kCaption), L"A & B");
     });
     frmShortcutProperties(s, error).edit(nullptr);
   }
   clsShortcut s = example();
   const DialogDriver driver(
-      [](HWND dialog) { EXPECT_EQ(GetDlgItem(dialog, Id::kError), nullptr); });
+      [](HWND dialog) { EXPECT_EQ(GetDlgItem(dialog, Dialog::kErrorAbove), nullptr); });
   frmShortcutProperties(s, L"").edit(nullptr);
 }
 
