@@ -103,6 +103,31 @@ class OwnerForShell {
   HWND window_ = nullptr;
 };
 
+// Whether the shell has opened it in the course of an operation. What it asks may belong
+// to its progress window.
+bool belongsTo(HWND window, const std::vector<HWND>& shellOwners) {
+  for (HWND owner = window; owner != nullptr; owner = GetWindow(owner, GW_OWNER))
+    if (std::find(shellOwners.begin(), shellOwners.end(), owner) != shellOwners.end()) return true;
+  return false;
+}
+
+struct QuestionSearch {
+  std::vector<HWND> shellOwners;
+  HWND found = nullptr;
+};
+
+// A dialog that waits for an answer has disabled the window that it belongs to; a
+// window that only shows progress has not.
+BOOL CALLBACK lookForQuestion(HWND window, LPARAM context) {
+  auto& search = *reinterpret_cast<QuestionSearch*>(context);
+  const HWND owner = GetWindow(window, GW_OWNER);
+  if (owner == nullptr || IsWindowEnabled(owner) || !IsWindowEnabled(window) ||
+      !IsWindowVisible(window) || !belongsTo(owner, search.shellOwners))
+    return TRUE;
+  search.found = window;
+  return FALSE;
+}
+
 }  // namespace
 
 FileOperationResult carryOut(const FileOperation& operation, HWND window) {
@@ -154,6 +179,7 @@ struct Win32FileOperations::Shared {
   bool announced = false;
   int running = 0;
   std::vector<FileOperationResult> results;
+  std::vector<HWND> shellOwners;  // of what the shell shows for each operation
 
   void deliver(FileOperationResult result) {
     const Lock locked(lock);
@@ -161,6 +187,19 @@ struct Win32FileOperations::Shared {
     results.push_back(std::move(result));
     if (owner != nullptr && !announced) announced = PostMessageW(owner, message, 0, 0) != 0;
   }
+};
+
+struct Win32FileOperations::ShellOwnerEntry {
+  ShellOwnerEntry(Shared& about, HWND window) : shared(about), owner(window) {
+    const Lock locked(shared.lock);
+    shared.shellOwners.push_back(owner);
+  }
+  ~ShellOwnerEntry() {
+    const Lock locked(shared.lock);
+    std::erase(shared.shellOwners, owner);
+  }
+  Shared& shared;
+  HWND owner;
 };
 
 struct Win32FileOperations::Job {
@@ -203,6 +242,7 @@ DWORD WINAPI Win32FileOperations::threadMain(void* context) {
   try {
     const ComApartment com;
     const OwnerForShell window(job->beside);
+    const ShellOwnerEntry entry(*job->shared, window.get());
     result = carryOut(job->operation, window.get());
   } catch (...) {
     result = {{}, false, L"Not enough memory."};
@@ -222,6 +262,17 @@ std::vector<FileOperationResult> Win32FileOperations::take() {
 bool Win32FileOperations::busy() {
   const Lock locked(shared_->lock);
   return shared_->running > 0;
+}
+
+HWND Win32FileOperations::question() const {
+  QuestionSearch search;
+  {
+    // Not held while windows are asked: their threads may want it.
+    const Lock locked(shared_->lock);
+    search.shellOwners = shared_->shellOwners;
+  }
+  if (!search.shellOwners.empty()) EnumWindows(&lookForQuestion, reinterpret_cast<LPARAM>(&search));
+  return search.found;
 }
 
 }  // namespace varnowick

@@ -26,9 +26,13 @@ class Win32FileOperations final : public FileOperations {
   int start(FileOperation operation) override;
   std::vector<FileOperationResult> take() override;
   bool busy() override;
+  // The window in which the shell asks the user something about an operation, or tells
+  // why it fails; null while it does not. Its progress is no question.
+  HWND question() const;
 
  private:
   struct Shared;
+  struct ShellOwnerEntry;
   struct Job;
   static DWORD WINAPI threadMain(void* job);
   std::shared_ptr<Shared> shared_;

@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include "tests/e2e/harness/drag_source.h"
+#include "tests/e2e/harness/other_program.h"
 #include "tests/e2e/program_test.h"
 
 namespace varnowick::e2e {
@@ -292,6 +293,30 @@ TEST_F(FolderTest, CutAndPasteMoveFilesFromOneFolderToAnother) {
               centreOf(bar.accessible().waitFor(L"Folder of Mine", ROLE_SYSTEM_LIST).rect));
   require(L"the file to move back", [&] { return fileExists(path(L"moves.txt")); });
   EXPECT_FALSE(fileExists(second + L"\\moves.txt"));
+  closeProgram();
+}
+
+// It asks in a thread and a window of its own; for the user that is a question of the bar.
+TEST_F(MainFolder, WhatTheShellAsksHoldsTheBarAndComesForward) {
+  put(L"same.txt");
+  const std::wstring other = folder().file(L"same.txt");
+  writeFile(other, "other");
+  Bar bar = startOpen();
+  select(bar, L"same.txt");
+  putOnClipboard(offerFiles({other}));
+  keyboard::chord({VK_CONTROL, 'V'});
+  const DialogWindow question = waitForDialog(program().process(), L"");
+  mouse::moveAwayFrom(bar.rect());
+  letTimePass(2'500);
+  EXPECT_TRUE(bar.isOut());
+  {
+    const OtherProgram inFront;
+    const RunningProgram again(folder(), events());
+    EXPECT_EQ(again.waitForExit(), 0U);
+    require(L"the question in front", [&] { return GetForegroundWindow() == question.handle(); });
+  }
+  question.press(IDYES);
+  require(L"the file to be replaced", [&] { return readFile(path(L"same.txt")) == "other"; });
   closeProgram();
 }
 

@@ -55,6 +55,7 @@ LRESULT FolderContainers::handleMessage(UINT message, WPARAM wParam, LPARAM lPar
       return 0;
     case WM_TIMER:
       if (wParam == kSightTimer) {
+        question();
         for (auto& [slot, container] : shown_) watch({slot}, container);
         return 0;
       }

@@ -65,6 +65,9 @@ class FolderContainers final : public Window {
   std::wstring folderOf(ContainerSlot slot) const;
   // Files are being copied, moved or deleted, and will be for more than a moment.
   bool busy();
+  // The window in which the shell asks the user something about them; null for none.
+  // While it is open it counts as a dialog of the program.
+  HWND question() { return transfers_ ? transfers_->question() : nullptr; }
   // Files are being dragged out of a folder container.
   bool dragging() const { return dragging_; }
   // Puts files into the bin, after asking where the settings want that. False when

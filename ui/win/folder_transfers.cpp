@@ -1,21 +1,20 @@
 #include "ui/win/folder_transfers.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
-
-#include "platform/win32/win32_file_operations.h"
 
 namespace varnowick {
 
 FolderTransfers::FolderTransfers(HWND window, UINT message, ModalDepth& modal)
-    : modal_(modal), operations_(std::make_unique<Win32FileOperations>(window, message)) {}
+    : modal_(modal), operations_(window, message) {}
 
-void FolderTransfers::start(FileOperation operation) { operations_->start(std::move(operation)); }
+void FolderTransfers::start(FileOperation operation) { operations_.start(std::move(operation)); }
 
 void FolderTransfers::start(std::vector<FileOperation> operations, Ended ended) {
   Group group;
   for (FileOperation& operation : operations)
-    if (const int number = operations_->start(std::move(operation)); number != 0)
+    if (const int number = operations_.start(std::move(operation)); number != 0)
       group.running.push_back(number);
   if (group.running.empty()) return ended(true);
   group.ended = std::move(ended);
@@ -44,7 +43,7 @@ bool FolderTransfers::carryOut(std::vector<FileOperation> operations) {
 }
 
 std::vector<FileOperationResult> FolderTransfers::take() {
-  std::vector<FileOperationResult> results = operations_->take();
+  std::vector<FileOperationResult> results = operations_.take();
   std::vector<Group> ended;
   for (const FileOperationResult& result : results) {
     const auto group = std::find_if(groups_.begin(), groups_.end(), [&](Group& candidate) {
@@ -63,8 +62,17 @@ std::vector<FileOperationResult> FolderTransfers::take() {
 bool FolderTransfers::busy() {
   // What is just ending needs no question.
   constexpr DWORD kMoment = 20;  // ms
-  for (int i = 0; i < 20 && operations_->busy(); ++i) Sleep(kMoment);
-  return operations_->busy();
+  for (int i = 0; i < 20 && operations_.busy(); ++i) Sleep(kMoment);
+  return operations_.busy();
+}
+
+HWND FolderTransfers::question() {
+  const HWND question = operations_.question();
+  if (question == nullptr)
+    asked_.reset();
+  else if (!asked_)
+    asked_.emplace(modal_);
+  return question;
 }
 
 }  // namespace varnowick

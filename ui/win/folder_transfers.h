@@ -5,10 +5,10 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
+#include <optional>
 #include <vector>
 
-#include "platform/file_operations.h"
+#include "platform/win32/win32_file_operations.h"
 #include "ui/win/modal.h"
 
 namespace varnowick {
@@ -31,6 +31,9 @@ class FolderTransfers {
   std::vector<FileOperationResult> take();
   // Whether anything is under way, and still is after a moment.
   bool busy();
+  // Where the shell asks the user something meanwhile; null for nowhere. As long as it
+  // does, and this is called now and then, that counts as a dialog of the program.
+  HWND question();
 
  private:
   struct Group {
@@ -39,7 +42,8 @@ class FolderTransfers {
     Ended ended;
   };
   ModalDepth& modal_;
-  std::unique_ptr<FileOperations> operations_;
+  std::optional<ModalDepth::Scope> asked_;
+  Win32FileOperations operations_;
   std::vector<Group> groups_;
 };
 

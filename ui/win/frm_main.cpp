@@ -44,8 +44,9 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
       docking_(platform, document_.settings,
                {.keepOpen =
                     [this] {
-                      return modal_.active() || pane_.busy() || pane_.editor().drawMode() ||
-                             extras_.jump().hasFocus();
+                      // The shell may have asked something only just now.
+                      return folders_.question() != nullptr || modal_.active() || pane_.busy() ||
+                             pane_.editor().drawMode() || extras_.jump().hasFocus();
                     },
                 .prepareCollapse =
                     [this] {
@@ -271,8 +272,9 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 // Tray, hotkey and toolbar answer while a dialog of ours is open: then that comes
 // forward instead.
 bool frmMain::busyElsewhere() {
+  const HWND question = folders_.question();
   if (!modal_.active()) return ended_;
-  const HWND waiting = waitingDialog();
+  const HWND waiting = question != nullptr ? question : waitingDialog();
   forceForeground(waiting != nullptr ? waiting : GetLastActivePopup(handle()));
   return true;
 }
