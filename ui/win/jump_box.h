@@ -129,6 +129,7 @@ class PicJumpToLink final : public Window {
   bool shown_ = false;
   int hovered_ = -1;
   int pressed_ = -1;
+  int wheelRest_ = 0;
 };
 
 }  // namespace varnowick

@@ -8,11 +8,10 @@
 #include "ui/scene/jump_row.h"
 #include "ui/win/gdi_canvas.h"
 #include "ui/win/jump_box.h"
+#include "ui/win/wheel_lines.h"
 
 namespace varnowick {
 namespace {
-
-constexpr int kWheelRows = 3;
 
 PixelRect pixels(const RECT& r) {
   return {{r.left}, {r.top}, {r.right - r.left}, {r.bottom - r.top}};
@@ -81,7 +80,8 @@ LRESULT PicJumpToLink::onEdit(UINT message, WPARAM wParam, LPARAM lParam) {
       if (!isForField(wParam)) return 0;
       break;
     case WM_MOUSEWHEEL: {
-      const int rows = GET_WHEEL_DELTA_WPARAM(wParam) > 0 ? -kWheelRows : kWheelRows;
+      const int page = std::max(1, geometry().visibleRows - 1);
+      const int rows = wheelLines(GET_WHEEL_DELTA_WPARAM(wParam), page, wheelRest_);
       const auto top = static_cast<int>(SendMessageW(list_, LB_GETTOPINDEX, 0, 0));
       SendMessageW(list_, LB_SETTOPINDEX, static_cast<WPARAM>(std::max(0, top + rows)), 0);
       InvalidateRect(handle(), nullptr, FALSE);
