@@ -298,7 +298,7 @@ bool isEnabled(Command command, const CommandState& state) {
       {kNeedsSelection, state.anythingSelected},
       {kNeedsShortcut, state.shortcutSelected},
       {kNeedsShortcutMeant, state.shortcutMeant},
-      {kNeedsProperties, state.shortcutMeant || state.containerSelected},
+      {kNeedsProperties, state.shortcutMeant || state.containerSelected || state.pictureSelected},
       {kNeedsContainer, state.containerSelected},
       {kNeedsContainerOrPicture, state.containerSelected || state.pictureSelected},
       {kNeedsDetached, state.anyDetached},

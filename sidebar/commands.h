@@ -133,7 +133,7 @@ enum Needs : unsigned {
   kNeedsBarOut = 2048,
   kNeedsUnlocked = 4096,
   kNeedsShortcutMeant = 8192,
-  kNeedsProperties = 16384,  // of a shortcut or a container
+  kNeedsProperties = 16384,  // of a shortcut, a picture or a container
   kNeedsRedo = 32768
 };
 

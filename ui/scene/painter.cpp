@@ -101,6 +101,11 @@ class ScenePainter {
     if (rect.empty() || text.empty()) return;
     canvas_.text(rect, std::wstring_view(text).substr(0, kLongestText), style);
   }
+  // A line of text as wide as the bar begins where the captions do. It needs its whole
+  // height.
+  PixelRect lineOf(const PixelRect& rect) const {
+    return {rect.left + px(8), rect.top, rect.width - px(16), rect.height};
+  }
   TextStyle chrome(Colour colour, float points, bool bold = false) const {
     TextStyle style;
     style.points = points;
@@ -214,7 +219,7 @@ void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Pale
       return text(rect, node.text, chrome(p.mutedText, kSmallChromePoints));
     case ControlKind::ProgressText: {
       canvas_.fill(rect, p.barTop);
-      return text(rect.inset(px(4)), node.text, chrome(p.barText, kSmallChromePoints));
+      return text(lineOf(rect), node.text, chrome(p.barText, kSmallChromePoints));
     }
     case ControlKind::UndoLine:
       return paintUndoLine(node, rect, p);
@@ -223,8 +228,12 @@ void ScenePainter::paintNode(const Node& node, const PixelRect& rect, const Pale
     case ControlKind::DockStrip:
       if (p.showDockStrip) canvas_.fill(rect, p.dockStrip);
       return;
-    case ControlKind::RubberBand:
     case ControlKind::DropMark:
+      // A line between two shortcuts; else a frame around what takes the drop.
+      if (std::min(rect.width, rect.height) < px(8))
+        return canvas_.box(rect, px(2), p.accent, p.accent, p.accent, 0);
+      [[fallthrough]];
+    case ControlKind::RubberBand:
       return canvas_.frame(rect, px(3), p.accent);
     case ControlKind::LstFolder:
       return paintFolder(node, rect, p);
@@ -495,7 +504,7 @@ void ScenePainter::paintUndoLine(const Node& node, const PixelRect& rect, const 
   const Colour ground = lit ? p.barHover : mix(p.barTop, p.barBottom, 0.5F);
   const PixelRect box = rect.inset(px(1));
   canvas_.box(box, px(4), ground, ground, p.accent, 0);
-  text(box.inset(px(4)), node.text, chrome(lit ? p.text : p.barText, kSmallChromePoints));
+  text(lineOf(rect), node.text, chrome(lit ? p.text : p.barText, kSmallChromePoints));
   focus(node, box, 1);
 }
 

@@ -105,9 +105,9 @@ fill 9,388 282x1 #202b38
 text 16,366 253x23 Papers bold #ebf0f6 9pt midway
 box 274,371 13x13 #4a627a in #99a8b6 r3
 fill 0,506 300x20 #1b212a
-text 4,510 292x12 Saving #c6cbd1 8pt midway
+text 8,506 284x20 Saving #c6cbd1 8pt midway
 box 1,487 298x18 #191f28 in #4fa3e0 r4
-text 5,491 290x10 Removed #c6cbd1 8pt midway
+text 8,486 284x20 Removed #c6cbd1 8pt midway
 gradient 0,526 300x34 #1b212a #171d25
 fill 0,526 300x1 #11151b
 text 48,526 50x34 Add #c6cbd1 9pt midway
@@ -236,7 +236,7 @@ note focused: focus 9,282 138x75
 headlines focused: focus 166,283 124x33
 folder focused: box 16,393 267x22 #3a5871#324f69 in #4fa3e0 r5; focus 17,394 265x20
 undo line under the mouse: box 1,507 298x18 #32373f in #4fa3e0 r4;
-  text 5,511 290x10 Removed #ebf0f6 8pt midway
+  text 8,506 284x20 Removed #ebf0f6 8pt midway
 undo line focused: focus 2,508 296x16
 )");
 
