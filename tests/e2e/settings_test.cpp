@@ -99,6 +99,34 @@ TEST_F(SettingsTest, TheBarStartsAsTheySay) {
   }
 }
 
+TEST_F(SettingsTest, AMaximisedBarKeepsThePlaceThatItComesBackTo) {
+  write(SettingsFile()
+            .set("[WindowState]", " 2")
+            .set("[Hidden]", "0")
+            .window(6000, 1500, kBarWidth, kBarHeight));
+  const auto saved = [&](const char* key) {
+    return savedValue(folder().read(L"Varnowick.ini"), key);
+  };
+  const auto place = [&] { return saved("[X]") + saved("[Y]") + saved("[W]") + saved("[H]"); };
+  const std::string before = place();
+  for (const bool comesBack : {false, true}) {
+    Bar bar = startBar();
+    require(L"the bar to fill the screen", [&] { return IsZoomed(bar.window()) != FALSE; });
+    if (comesBack) {
+      bar.focus();
+      keyboard::press(VK_ESCAPE);
+      require(L"the bar to come back as large as it was", [&] {
+        RECT r = bar.rect(), was = windowAt(6000, 1500, kBarWidth, kBarHeight);
+        OffsetRect(&was, r.left - was.left, r.top - was.top);
+        return !IsZoomed(bar.window()) && r == was;
+      });
+    }
+    closeProgram();
+    EXPECT_EQ(saved("[WindowState]"), comesBack ? " 0" : " 2");
+    EXPECT_EQ(comesBack ? saved("[W]") : place(), comesBack ? number(kBarWidth) : before);
+  }
+}
+
 TEST_F(SettingsTest, ColoursFontsAndSizesAreThoseOfTheFile) {
   const struct {
     const char* key;
@@ -286,6 +314,19 @@ TEST_F(SettingsTest, IconsOfSitesAreAskedForAtPublicSitesAloneThroughTheProxy) {
   letTimePass(500);
   EXPECT_EQ(proxy.asked(),
             (std::vector<std::string>{"http://a.example:81/", "http://a.example:81/favicon.ico"}));
+  const auto refresh = [&] {
+    bar.focus();
+    keyboard::chord({VK_SHIFT, VK_F5});
+  };
+  refresh();
+  require(L"the site to be asked again", [&] { return proxy.asked().size() == 4; });
+  // The default is no proxy, from the next question on.
+  bar.openMenu();
+  bar.choose(L"td");
+  expectSaved([&] { waitForDialog(program().process(), kTitle).press(IDYES); });
+  refresh();
+  letTimePass(1'500);
+  EXPECT_EQ(proxy.asked().size(), 4U);
   closeProgram();
 }
 
