@@ -78,7 +78,7 @@ class FolderTest : public ProgramTest {
       DragSource source(offerFiles({file}), manners);
       if (!bar.isOut()) bar.expand();
       effect = source.dragTo(onRow(bar, row));
-      if (manners.finishesLater) waitFor([&] { return source.toldOfEnd(); }, 5000);
+      if (manners.finishesLater) waitFor([&] { return source.toldOfEnd(); });
     }
     return effect;
   }
