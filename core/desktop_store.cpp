@@ -149,13 +149,12 @@ std::optional<std::wstring> DesktopStore::settleRecovery() {
 
 // Puts the recovery copy in place of the settings file. Where that fails nothing
 // is deleted, and the copy is read from where it is, if it can be read at all.
-bool DesktopStore::adoptRecovery(std::wstring& mainPath) {
+void DesktopStore::adoptRecovery(std::wstring& mainPath) {
   const FileBytes copy = files_.read(recoveryPath());
   if (!copy.status) {
     toBackUp_.push_back(recoveryPath());
-    tell(L"The recovery file could not be read. The last saved state is loaded instead.",
-         recoveryPath(), copy.status.reason);
-    return false;
+    return tell(L"The recovery file could not be read. The last saved state is loaded instead.",
+                recoveryPath(), copy.status.reason);
   }
   Document tried;
   LoadReport report;
@@ -169,11 +168,10 @@ bool DesktopStore::adoptRecovery(std::wstring& mainPath) {
     status = kept.status;
   }
   if (status) status = files_.rename(recoveryPath(), settingsPath());
-  if (status) return true;
+  if (status) return;
   mainPath = recoveryPath();
   tell(L"The recovery file could not take the place of the settings file. Both are kept.",
        settingsPath(), status.reason);
-  return false;
 }
 
 namespace {

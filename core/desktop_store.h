@@ -79,7 +79,7 @@ class DesktopStore {
   SaveResult replay(const SavedState& state);
   // The main file to read after the recovery question; nothing without an answer.
   std::optional<std::wstring> settleRecovery();
-  bool adoptRecovery(std::wstring& mainPath);
+  void adoptRecovery(std::wstring& mainPath);
   void tell(const std::wstring& what, const std::wstring& file, const std::wstring& reason);
 
   struct Loading;
