@@ -35,11 +35,11 @@ TEST(SiteIconTest, NamesTheBestIconsFirst) {
       {"", {L"http://a.org/favicon.ico"}},
       {"<LINK HREF='/s.png' REL=\"Shortcut ICON\"><link rel=stylesheet href=x.css>",
        {L"http://a.org/s.png", L"http://a.org/favicon.ico"}},
-      {"<link rel=icon href=16.png sizes=16x16><link rel=icon href=64.png sizes=64X64>"
-       "<link rel=icon href=any.png><link rel=icon href=48.png sizes='16x16 48x48'>"
+      {"<link rel=icon href=16.png sizes=16x16><link rel=icon href=any.png>"
+       "<link rel=icon href=90.png sizes=90X90><link rel=icon href=40.png sizes='16x16 40x40'>"
        "<link rel=apple-touch-icon href=t.png sizes=32x32>"
        "<link rel=icon type=image/svg+xml href=v.svg>",
-       {L"http://a.org/48.png", L"http://a.org/64.png", L"http://a.org/any.png",
+       {L"http://a.org/40.png", L"http://a.org/90.png", L"http://a.org/any.png",
         L"http://a.org/16.png", L"http://a.org/t.png", L"http://a.org/favicon.ico"}},
       {"<base href='//b.org/d/'><link rel=icon href='i?a=1&amp;b=2'/>",
        {L"http://b.org/d/i?a=1&b=2", L"http://a.org/favicon.ico"}},

@@ -156,6 +156,11 @@ TEST(Docking, SizingKeepsTheEdgeAndBeingMovedByOthersDoesNot) {
   w.window.width += 1000_tw;
   w.apply(w.rules.sized(w.inputs()));
   EXPECT_EQ(w.rules.expandedEdge(), Right);
+  EXPECT_EQ(w.lastChange, DockChange::Expanded);
+  DockingWorld away = w;
+  away.window.width -= 2000_tw;  // its right side leaves the border
+  away.apply(away.rules.sized(away.inputs()));
+  EXPECT_EQ(away.lastChange, DockChange::Floating);
   w.tick(TimerId::TimerHide);
   EXPECT_EQ(w.rules.collapseSide(), Right);
   w.slide();
