@@ -27,7 +27,8 @@ std::string fileOf(std::string_view text) {
 
 TEST(PictureHeader, ReadsTheClaimedSize) {
   const struct {
-    const char *name, *data;
+    const char* name;
+    std::string data;
     Format format;
     std::uint32_t width, height;
   } rows[] = {
@@ -51,6 +52,10 @@ TEST(PictureHeader, ReadsTheClaimedSize) {
       {"ico", "0000 0100 0100 00000000 0100 2000 28000000 16000000 28000000 10000000 20000000",
        Format::Ico, 16, 16},
       {"ico that points outside", "0000 0100 0100 00000000 0100 2000 28000000 FFFFFFFF",
+       Format::Unknown, 0, 0},
+      {"ico with a picture that is cut off",
+       "0000 0100 0100 00000000 0100 2000 28000000 2C000000" + std::string(44, '0') +
+           "28000000 10000000 20000000",
        Format::Unknown, 0, 0},
       {"ico of nothing", "0000 0100 0000", Format::Unknown, 0, 0},
       {"text", "/hello/", Format::Unknown, 0, 0},
