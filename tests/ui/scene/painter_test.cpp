@@ -194,6 +194,13 @@ TEST(PainterStates, ShowWhatTheMouseAndTheKeysAreAbout) {
                                  {"headlines", feed},
                                  {"folder", folder}})
     s.focus(name, id);
+  for (const auto& [name, rect] : {std::pair{"line to drop on", s.box(1500, 600, 60, 900)},
+                                   {"panel to drop on", s.box(0, 450, 4500, 7440)}}) {
+    const std::string before = s.now(s.scene, s.input);
+    s.scene.create({K::DropMark, 0}, s.scene.root()).rect = rect;
+    s.all += RecordingCanvas::added(name, before, s.now(s.scene, s.input));
+    s.scene.remove({K::DropMark, 0});
+  }
   s.layout.undoLine = L"Removed";
   s.view.setFrame(s.layout);
   s.mouse("undo line", {K::UndoLine, 0}, false);
@@ -235,6 +242,8 @@ tile focused: focus 210,184 43x59
 note focused: focus 9,282 138x75
 headlines focused: focus 166,283 124x33
 folder focused: box 16,393 267x22 #3a5871#324f69 in #4fa3e0 r5; focus 17,394 265x20
+line to drop on: box 100,40 4x60 #4fa3e0 r2
+panel to drop on: frame 0,30 300x496 #4fa3e0 r3
 undo line under the mouse: box 1,507 298x18 #32373f in #4fa3e0 r4;
   text 8,506 284x20 Removed #ebf0f6 8pt midway
 undo line focused: focus 2,508 296x16
