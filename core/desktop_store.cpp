@@ -126,9 +126,11 @@ std::optional<SavedState> DesktopStore::finishLastSave() {
 // The journal may be older than it seems: one that could not be removed, beside files
 // that came from elsewhere meanwhile. So whatever differs from it is kept.
 SaveResult DesktopStore::replay(const SavedState& state) {
-  const BackupResult kept = backUpFiles(files_, dataFolder(), state_.otherThan(state));
-  if (!kept.status) return saveFailed(kept.failedFile, kept.status);
-  return carryOut(state);
+  const std::vector<std::wstring> others = state_.otherThan(state);
+  const BackupResult kept = backUpFiles(files_, dataFolder(), others);
+  if (kept.status) return carryOut(state);
+  toBackUp_.insert(toBackUp_.end(), others.begin(), others.end());
+  return saveFailed(kept.failedFile, kept.status);
 }
 
 std::optional<std::wstring> DesktopStore::settleRecovery() {
@@ -138,7 +140,8 @@ std::optional<std::wstring> DesktopStore::settleRecovery() {
       L"RECOVERY: Varnowick was not closed properly. Load the newer backed-up recovery file?"
       L"\r\n\r\n"
       L"The file name is Varnowick.REC",
-      kMsgYesNo | kMsgExclamation | kMsgSystemModal, L"Varnowick - Recover Last Session");
+      kMsgYesNo | kMsgExclamation | kMsgSystemModal | kMsgMustAnswer,
+      L"Varnowick - Recover Last Session");
   if (answer == MsgAnswer::None) return std::nullopt;
   if (answer == kMsgAnswerNo)
     files_.discard(recoveryPath());
@@ -301,26 +304,39 @@ SaveResult DesktopStore::writeJournal(const SavedState& state) {
 SaveResult DesktopStore::carryOut(const SavedState& state) {
   // What the flusher still does is about a state that is not the newest any more.
   flushing_ = false;
+  carriedOut_.clear();
   SaveResult result = state_.carryOut(state);
   if (!result) return result;
-  flusher_.begin(state_.pathsOf(state));
-  flushing_ = true;
+  carriedOut_ = state_.pathsOf(state);
+  startFlushing();
   return result;
 }
 
+void DesktopStore::startFlushing() {
+  flusher_.begin(carriedOut_);
+  flushing_ = true;
+}
+
 void DesktopStore::flushed() {
+  // A journal that cannot go says what the files say, and goes with a later one.
+  files_.losePatience();
+  takeFlushed();
+}
+
+void DesktopStore::takeFlushed() {
   if (!flushing_) return;
   const std::optional<FileStatus> status = flusher_.result();
   if (!status) return;
   flushing_ = false;
-  // A journal that cannot go says what the files say, and goes with a later one.
-  files_.losePatience();
   if (*status) journals_.drop();
 }
 
 bool DesktopStore::finish(unsigned milliseconds) {
+  files_.renewPatience();
+  // What another program held fast the last time may be free by now.
+  if (!flushing_ && !journals_.empty() && !carriedOut_.empty()) startFlushing();
   if (flushing_) flusher_.wait(milliseconds);
-  flushed();
+  takeFlushed();
   return journals_.empty();
 }
 

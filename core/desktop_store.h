@@ -57,7 +57,8 @@ class DesktopStore {
   // To be called when the flusher has a result: drops the journal when every file of
   // the last save has reached the disk.
   void flushed();
-  // Waits for that at most so long. False when the journal stays for the next start.
+  // Waits for that at most so long, and tries again what has failed. False when the journal stays
+  // for the next start.
   bool finish(unsigned milliseconds);
   // For a restart without recent changes: finishes, deletes the recovery copy and
   // suppresses saving. After a failure nothing of that is the case.
@@ -90,6 +91,8 @@ class DesktopStore {
   SaveResult backUpWhatIsAtRisk(bool recovery);
   SaveResult writeJournal(const SavedState& state);
   SaveResult carryOut(const SavedState& state);
+  void startFlushing();
+  void takeFlushed();
   void tellOfBackups();
 
   PatientFiles files_;
@@ -101,6 +104,7 @@ class DesktopStore {
   bool suppressed_ = false;
   bool loading_ = false;
   bool flushing_ = false;                 // the journal goes when the flusher is done
+  std::vector<std::wstring> carriedOut_;  // the files of the newest journal's state
   std::vector<std::wstring> toBackUp_;    // full paths, before the next save
   std::vector<std::wstring> newBackups_;  // names not yet told
   std::wstring damage_;                   // what could not be read, not yet told

@@ -7,6 +7,7 @@ namespace {
 
 constexpr unsigned kPatience = 1000;  // ms
 constexpr unsigned kStep = 50;
+constexpr int kSparesTried = 3;
 constexpr const wchar_t* kSpareStem = L"Varnowick.";
 constexpr const wchar_t* kSpareExtension = L".discarded";
 
@@ -38,13 +39,20 @@ FileStatus PatientFiles::discard(const std::wstring& path) {
 }
 
 FileStatus PatientFiles::discardOnce(const std::wstring& path) {
-  const std::wstring spare =
-      spareFolder_ + L"\\" + kSpareStem + std::to_wstring(++spares_) + kSpareExtension;
-  if (const FileStatus moved = files_.rename(path, spare); !moved)
-    return moved.kind == FileStatus::Kind::NotFound ? FileStatus{} : files_.remove(path);
-  // What cannot go yet goes at the next start.
-  files_.remove(spare);
-  return {};
+  FileStatus moved;
+  // A spare name may be taken by what an earlier run could not remove either.
+  for (int tries = 0; tries < kSparesTried; ++tries) {
+    const std::wstring spare =
+        spareFolder_ + L"\\" + kSpareStem + std::to_wstring(++spares_) + kSpareExtension;
+    moved = files_.rename(path, spare);
+    if (moved) {
+      // What cannot go yet goes at the next start.
+      files_.remove(spare);
+      return {};
+    }
+    if (moved.kind != FileStatus::Kind::Denied) break;
+  }
+  return moved.kind == FileStatus::Kind::NotFound ? FileStatus{} : files_.remove(path);
 }
 
 void PatientFiles::removeDiscarded() {

@@ -13,8 +13,10 @@ inline constexpr unsigned kMsgQuestion = 32;
 inline constexpr unsigned kMsgExclamation = 48;
 inline constexpr unsigned kMsgInformation = 64;
 inline constexpr unsigned kMsgSystemModal = 4096;
+// Not the platform's: of a Yes/No question that Esc must not answer with No.
+inline constexpr unsigned kMsgMustAnswer = 0x80000000;
 
-// None: any other button, Esc, or a box that was closed or torn down.
+// None: any other button, Esc where it is not No, or a box that was closed or torn down.
 enum class MsgAnswer { None, Yes, No };
 inline constexpr MsgAnswer kMsgAnswerYes = MsgAnswer::Yes;
 inline constexpr MsgAnswer kMsgAnswerNo = MsgAnswer::No;

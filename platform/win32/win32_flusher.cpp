@@ -10,6 +10,9 @@ namespace varnowick {
 namespace {
 
 constexpr DWORD kEndPatience = 1000;  // ms
+// Scanners and backup programs hold a file for a moment.
+constexpr int kTries = 20;
+constexpr DWORD kPause = 50;  // ms
 
 KernelHandle makeEvent(bool manual) {
   return KernelHandle(CreateEventW(nullptr, manual, FALSE, nullptr));
@@ -56,7 +59,16 @@ struct Win32Flusher::Shared {
     Win32Files files;
     FileStatus status;
     std::wstring path;
-    for (std::size_t at = 0; status && next(of, at, path); ++at) status = files.flush(path);
+    int tries = kTries;
+    for (std::size_t at = 0; status && next(of, at, path);) {
+      status = files.flush(path);
+      if (status) {
+        ++at;
+      } else if (status.kind == FileStatus::Kind::Denied && --tries > 0) {
+        status = {};
+        Sleep(kPause);
+      }
+    }
     finish(of, std::move(status));
   }
 };

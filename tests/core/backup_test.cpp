@@ -25,7 +25,8 @@ TEST(Backup, ARecoveryCopyIsAskedAbout) {
   const std::vector<FakeMsgBox::Shown> question{
       {L"RECOVERY: Varnowick was not closed properly. Load the newer backed-up recovery file?"
        L"\r\n\r\nThe file name is Varnowick.REC",
-       4 + 48 + 4096, L"Varnowick - Recover Last Session"}};
+       kMsgYesNo | kMsgExclamation | kMsgSystemModal | kMsgMustAnswer,
+       L"Varnowick - Recover Last Session"}};
   EXPECT_EQ(no.msgBox.shown, question);
   EXPECT_EQ(no.document.settings.wallpaper, L"saved");
   EXPECT_FALSE(files.contents.contains(kCopy));
@@ -131,17 +132,27 @@ TEST(Backup, WhatTurnsUpLaterIsCopiedOnceBeforeItIsWrittenOver) {
 }
 
 TEST(Backup, FinishingASaveKeepsWhatCameFromElsewhere) {
-  MemoryFiles files = diskWith(withContainers(L"before", 1));
-  {
+  for (const bool atOnce : {true, false}) {
+    MemoryFiles files = diskWith(withContainers(L"before", 1));
+    {
+      Session session(files);
+      EXPECT_TRUE(session.save(withContainers(L"after", 1)));
+    }
+    for (const std::wstring& path : {kMain, container(1), kCopy}) files.contents[path] = "put here";
+    if (!atOnce)
+      files.failure = [](Operation, const std::wstring& path) {
+        return path.find(L"Backup") != std::wstring::npos ? kDiskFull : FileStatus{};
+      };
     Session session(files);
-    EXPECT_TRUE(session.save(withContainers(L"after", 1)));
+    EXPECT_EQ(session.document.settings.wallpaper, L"after");
+    files.failure = nullptr;
+    if (!atOnce) {
+      EXPECT_TRUE(session.save(session.document));
+    }
+    for (const wchar_t* name : {L"Varnowick.ini", L"1.con", L"Varnowick.REC"})
+      EXPECT_EQ(files.contents[kBackup + name], "put here");
+    EXPECT_FALSE(files.contents.contains(kBackup + L"0.con"));
   }
-  for (const std::wstring& path : {kMain, container(1), kCopy}) files.contents[path] = "put here";
-  const Session session(files);
-  EXPECT_EQ(session.document.settings.wallpaper, L"after");
-  for (const wchar_t* name : {L"Varnowick.ini", L"1.con", L"Varnowick.REC"})
-    EXPECT_EQ(files.contents[kBackup + name], "put here");
-  EXPECT_FALSE(files.contents.contains(kBackup + L"0.con"));
 }
 
 TEST(Backup, OneThatFailsStopsTheSave) {
