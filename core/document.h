@@ -1,6 +1,8 @@
 // Everything that the data files hold, as one value, and what can be taken back.
 #pragma once
 
+#include <new>
+
 #include "core/settings.h"
 #include "core/undo_history.h"
 #include "core/workspace.h"
@@ -20,7 +22,13 @@ class UndoStep {
   UndoStep(Document& document, const wchar_t* name) : document_(document), name_(name) {
     document_.history.begin(document_.workspace);
   }
-  ~UndoStep() { document_.history.end(document_.workspace, name_); }
+  ~UndoStep() {
+    try {
+      document_.history.end(document_.workspace, name_);
+    } catch (const std::bad_alloc&) {
+      // The change stands; it only cannot be taken back.
+    }
+  }
   UndoStep(const UndoStep&) = delete;
   UndoStep& operator=(const UndoStep&) = delete;
 

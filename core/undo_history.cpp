@@ -4,6 +4,7 @@
 #include <cstring>
 #include <tuple>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
 
 namespace varnowick {
@@ -74,6 +75,28 @@ void takeBackPlace(clsContainer& now, const clsContainer& to, const clsContainer
   now.CloseToEdge = now.CloseToEdgeY = false;
 }
 
+// Finds many objects by their use: a search of the table for each would take too long
+// where thousands come back.
+template <class Table>
+class UseIndex {
+ public:
+  explicit UseIndex(const Table& table) : table_(table) {}
+  auto find(unsigned use, decltype(Table{}.slotOfUse(0, {})) likely) {
+    using Slot = decltype(likely);
+    if (use == 0 || table_.use(likely) == use) return use == 0 ? Slot{} : likely;
+    if (slots_.empty())
+      table_.forEach([&](Slot slot, const auto&) { slots_.emplace(table_.use(slot), slot.index); });
+    const auto found = slots_.find(use);
+    if (found == slots_.end()) return Slot{};
+    const Slot slot{found->second};
+    return table_.use(slot) == use ? slot : Slot{};
+  }
+
+ private:
+  const Table& table_;
+  std::unordered_map<unsigned, int> slots_;  // as they were at the first search
+};
+
 Panel panelNow(const Workspace& workspace, Panel then, unsigned use) {
   return {workspace.containers.slotOfUse(use, then.container)};
 }
@@ -86,8 +109,8 @@ bool isEmpty(const Workspace& workspace, ContainerSlot slot) {
   return empty;
 }
 
-// A note may be long, and is no part of a change.
-void forgetNote(clsContainer& container) { container.note.clear(); }
+// A note may be long, and is no part of a change: its memory goes, too.
+void forgetNote(clsContainer& container) { std::wstring().swap(container.note); }
 template <class Record>
 void forgetNote(Record&) {}
 
@@ -133,13 +156,14 @@ void compare(const Workspace& before, const Workspace& after,
 }  // namespace
 
 void UndoHistory::begin(const Workspace& workspace) {
-  if (depth_++ == 0) before_ = workspace;
+  if (depth_ == 0) before_ = workspace;
+  ++depth_;
 }
 
 void UndoHistory::end(const Workspace& workspace, const std::wstring& name) {
   if (--depth_ != 0) return;
-  Step step = difference(*before_, workspace, name);
-  before_.reset();
+  const std::optional<Workspace> before = std::exchange(before_, std::nullopt);
+  Step step = difference(*before, workspace, name);
   if (step.empty()) return;
   done_.push_back(std::move(step));
   if (done_.size() > kMostSteps) done_.pop_front();
@@ -183,11 +207,12 @@ UndoHistory::Taken UndoHistory::take(Workspace& workspace, std::deque<Step>& fro
 // First everything goes that is to go, so that slots are free for what comes back.
 void UndoHistory::apply(Step& step, Workspace& workspace, Taken& taken) {
   const auto clear = [&](auto& table, const auto& changes) {
+    UseIndex index(table);
     for (const auto& change : changes) {
-      const auto slot = table.slotOfUse(change.use, change.slot);
-      if (slot.none()) continue;
       const bool moves = change.after && change.parentBefore != change.parentAfter;
       if (change.before && !moves) continue;
+      const auto slot = index.find(change.use, change.slot);
+      if (slot.none()) continue;
       if (change.before) {
         table[slot].parent = picBack;  // out of a container that may go, see below
       } else {
@@ -210,24 +235,26 @@ void UndoHistory::apply(Step& step, Workspace& workspace, Taken& taken) {
     taken.removed.push_back(slot);
   }
 
-  const auto putBack = [&](auto& table, auto& change, const auto& modify) {
+  const auto putBack = [&](auto& table, auto& index, auto& change, const auto& modify) {
     if (!change.before) return;
-    auto slot = table.slotOfUse(change.use, change.slot);
+    auto slot = index.find(change.use, change.slot);
     // Gone since, or there already: another part of the program did that.
     if (slot.none() == change.after.has_value()) return;
     if (slot.none()) slot = table.restore(change.slot, change.use, *change.before);
     modify(table[slot]);
     taken.objects.emplace_back(slot);
   };
+  UseIndex containers(workspace.containers);
   for (auto& change : step.containers)
-    putBack(workspace.containers, change, [&](clsContainer& now) {
+    putBack(workspace.containers, containers, change, [&](clsContainer& now) {
       if (!change.after) return;
       takeBackFields(now, *change.before, *change.after);
       takeBackPlace(now, *change.before, *change.after);
     });
   const auto contents = [&](auto& table, auto& changes) {
+    UseIndex index(table);
     for (auto& change : changes)
-      putBack(table, change, [&](auto& now) {
+      putBack(table, index, change, [&](auto& now) {
         if (change.after) takeBackFields(now, *change.before, *change.after);
         if (!change.after || change.parentBefore != change.parentAfter)
           now.parent = panelNow(workspace, change.before->parent, change.parentBefore);
