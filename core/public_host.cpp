@@ -29,11 +29,12 @@ std::optional<std::uint64_t> numberOf(std::wstring_view text) {
   } else if (text.size() > 1 && text.front() == L'0') {
     base = 8;
   }
-  if (text.size() > 12) return std::nullopt;
+  constexpr std::uint64_t kTooLarge = std::uint64_t{1} << 40;  // for any part
   std::uint64_t value = 0;
   for (const wchar_t c : text) {
     if (digitOf(c) >= base) return std::nullopt;
     value = value * static_cast<unsigned>(base) + static_cast<unsigned>(digitOf(c));
+    value = std::min(value, kTooLarge);
   }
   return value;
 }
@@ -165,7 +166,7 @@ bool isPublicHost(std::wstring_view host) {
   if (!text.empty() && text.back() == L'.') text.pop_back();
   // Whatever ends in a number is an address, or nothing.
   const std::wstring_view last = std::wstring_view(text).substr(text.rfind(L'.') + 1);
-  if (!last.empty() && isDigit(last.front()) && numberOf(last)) {
+  if (std::all_of(last.begin(), last.end(), isDigit) || numberOf(last)) {
     const auto address = parseIPv4(text);
     return address && isPublicIPv4(*address);
   }

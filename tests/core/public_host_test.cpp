@@ -45,7 +45,7 @@ TEST(PublicHost, NothingOfTheLocalNetworkIsPublic) {
   check(L". localhost a.localhost LocalHost. router nas.local x.lan x.internal x.home.arpa", false);
   check(L"x.localdomain x.intranet x.private x.home x.corp x.test", false);
   check(L"127.0.0.1 127.1 0x7f.1 0177.0.0.1 012.0.0.1 1.2.3.4.5 300.1.1.1 256.1.1.1", false);
-  check(L"8.8.65536 08.1.1.1", false);
+  check(L"8.8.65536 08.1.1.1 127.0.0.0000000000000001 10.0x00000000000001 1.2.3.08", false);
   check(L"[::1] [::] [fc00::1] [FD12:3456::1] [fe80::1%25eth0] [1fff::1] [4000::1]", false);
   check(L"[::ffff:127.0.0.1] [::ffff:c0a8:1] [64:ff9b::10.0.0.1] [2002:7f00:1::] [2001::1]", false);
   check(L"[] [g::1] [2606::2::3] [2606::12345] [2606:2:3:4:5:6:7] [2606:2:3:4:5:6:7:8:]", false);
