@@ -1,6 +1,7 @@
 #include "shortcuts/arrange.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "shortcuts/natural_order.h"
@@ -162,6 +163,22 @@ void settleShortcuts(const Workspace& workspace, const Settings& settings,
   }
 }
 
+// What else moves goes first, so that shortcuts may come where it has been.
+Moved settle(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
+             const std::optional<Gap>& gap, std::vector<Place> places) {
+  std::vector<Place> shortcuts;
+  std::erase_if(places, [&](const Place& place) {
+    const bool is = std::holds_alternative<ShortcutSlot>(place.id);
+    if (is) shortcuts.push_back(place);
+    return is;
+  });
+  Moved moved = putAll(workspace, places);
+  settleShortcuts(workspace, settings, measures, gap, shortcuts);
+  const Moved rest = putAll(workspace, shortcuts);
+  moved.objects.insert(moved.objects.end(), rest.objects.begin(), rest.objects.end());
+  return moved;
+}
+
 }  // namespace
 
 Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
@@ -183,8 +200,7 @@ Moved moveSelection(Workspace& workspace, const Settings& settings, const PanelM
   }
   if (move.target != nullptr)
     if (const wchar_t* refusal = refusalOf(workspace, places, *move.target)) return {{}, refusal};
-  settleShortcuts(workspace, settings, measures, move.gap, places);
-  return putAll(workspace, places);
+  return settle(workspace, settings, measures, move.gap, std::move(places));
 }
 
 Moved moveToPanel(Workspace& workspace, const Settings& settings, const PanelMeasures& measures,
@@ -206,8 +222,7 @@ Moved moveToPanel(Workspace& workspace, const Settings& settings, const PanelMea
     places.push_back(next);
   }
   if (const wchar_t* refusal = refusalOf(workspace, places, move.panel)) return {{}, refusal};
-  settleShortcuts(workspace, settings, measures, move.gap, places);
-  return putAll(workspace, places);
+  return settle(workspace, settings, measures, move.gap, std::move(places));
 }
 
 std::vector<PlacedShortcut> placesOf(const Workspace& workspace, Panel panel) {
@@ -240,8 +255,36 @@ std::vector<ShortcutSlot> keepWithin(Workspace& workspace, const PanelMeasures& 
     else
       outside.emplace_back(place, size);
   }
-  for (const auto& [place, size] : outside)
-    put(place.slot, nearestPlace(measures, panel, size, place.position, align, taken), size);
+  // A search through a full body takes long, and this is done while the mouse moves.
+  std::optional<Size<Twips>> noRoomFor;
+  std::vector<std::pair<PlacedShortcut, Size<Twips>>> below;
+  for (const auto& [place, size] : outside) {
+    std::optional<Point<Twips>> at;
+    if (!noRoomFor || size.width < noRoomFor->width || size.height < noRoomFor->height)
+      at = freePlaceWithin(measures, panel, size, place.position, align, taken);
+    if (at) {
+      put(place.slot, *at, size);
+    } else {
+      noRoomFor = size;
+      below.emplace_back(place, size);
+    }
+  }
+  const auto onGrid = [&](Twips at) {
+    return Twips{std::ceil(at.value / measures.grid.value) * measures.grid.value};
+  };
+  Twips top, bottom;
+  for (const TwipsRect& rect : taken) bottom = std::max(bottom, rect.bottom());
+  Twips next;
+  for (const auto& [place, size] : below) {
+    const PlaceLimits limits = placeLimits(measures, panel, size, align);
+    if (next > limits.last.x || top == Twips{}) {
+      top = onGrid(std::max(bottom, limits.first.y));
+      next = limits.first.x;
+    }
+    put(place.slot, {next, top}, size);
+    next = onGrid(next + size.width);
+    bottom = std::max(bottom, top + size.height);
+  }
   return moved;
 }
 

@@ -276,17 +276,27 @@ bool overlap(const TwipsRect& a, const TwipsRect& b) {
          a.top.value + kTouch < b.bottom().value && b.top.value + kTouch < a.bottom().value;
 }
 
+std::optional<Point<Twips>> freePlaceWithin(const PanelMeasures& measures, Panel panel,
+                                            Size<Twips> size, Point<Twips> wanted, bool align,
+                                            const std::vector<TwipsRect>& taken) {
+  const PlaceLimits limits = placeLimits(measures, panel, size, align);
+  const float step = align ? measures.grid.value : 0;
+  return nearestWithin({limits.first.x.value, limits.last.x.value, step},
+                       {limits.first.y.value, limits.last.y.value, step}, size,
+                       placeWithin(measures, panel, size, wanted, align), taken);
+}
+
 Point<Twips> nearestPlace(const PanelMeasures& measures, Panel panel, Size<Twips> size,
                           Point<Twips> wanted, bool align, const std::vector<TwipsRect>& taken) {
+  if (const auto at = freePlaceWithin(measures, panel, size, wanted, align, taken)) return *at;
   const PlaceLimits limits = placeLimits(measures, panel, size, align);
   const Point<Twips> start = placeWithin(measures, panel, size, wanted, align);
   const float step = align ? measures.grid.value : 0;
-  const Line across{limits.first.x.value, limits.last.x.value, step};
-  const Line down{limits.first.y.value, limits.last.y.value, step};
-  if (const auto at = nearestWithin(across, down, size, start, taken)) return *at;
   // Below everything there is always room.
-  const Line below{down.first, std::numeric_limits<float>::max(), step};
-  return nearestWithin(across, below, size, start, taken).value_or(start);
+  return nearestWithin({limits.first.x.value, limits.last.x.value, step},
+                       {limits.first.y.value, std::numeric_limits<float>::max(), step}, size, start,
+                       taken)
+      .value_or(start);
 }
 
 std::optional<RoomMade> makeRoom(const Workspace& workspace, const PanelMeasures& measures,

@@ -12,6 +12,11 @@ namespace varnowick {
 // Whether two things share more than a border.
 bool overlap(const TwipsRect& a, const TwipsRect& b);
 
+// The free place of the panel that is nearest to `wanted`, on the grid if asked.
+std::optional<Point<Twips>> freePlaceWithin(const PanelMeasures& measures, Panel panel,
+                                            Size<Twips> size, Point<Twips> wanted, bool align,
+                                            const std::vector<TwipsRect>& taken);
+
 // Where a thing comes to lie that is let go at `wanted`: there if it is free, else at
 // the nearest place of the panel that is. A container without one goes on below its
 // body. On the grid if asked.

@@ -45,6 +45,16 @@ TEST_F(ArrangeTest, MovesKeepToGridAndPanel) {
   }
 }
 
+TEST_F(ArrangeTest, WhatMovesTogetherDoesNotDodgeItself) {
+  const ShortcutSlot a = add(picBack, {{120}, {120}});
+  const PictureSlot picture =
+      workspace.pictures.add({L"", picBack, {{1440}, {120}, {1200}, {960}}});
+  for (const ObjectId id : std::initializer_list<ObjectId>{a, picture}) selection.select(id);
+  move(600, 0);
+  expectAt(a, picBack, 720, 120);
+  EXPECT_EQ(workspace.pictures[picture].rect.left, Twips{2040});
+}
+
 TEST_F(ArrangeTest, GoesOverToAContainerWhereItIsShown) {
   const ShortcutSlot a = add(picBack, {{1320}, {240}});
   const ShortcutSlot b = add({box}, {{120}, {480}});
