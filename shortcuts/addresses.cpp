@@ -189,7 +189,7 @@ bool addLine(std::wstring_view line, std::vector<ListedItem>& items) {
     items.push_back(std::move(*whole));
     return true;
   }
-  while (!line.empty() && items.size() <= kMaxAddresses) {
+  while (!line.empty()) {
     auto item = listedItem(nextToken(line));
     if (!item) return false;
     items.push_back(std::move(*item));
@@ -205,10 +205,9 @@ std::vector<ListedItem> listedItems(std::wstring_view text) {
   while (!text.empty()) {
     const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
     if (!addLine(trimmed(text.substr(0, end)), items)) return {};
-    if (items.size() >= kMaxAddresses) break;
+    if (items.size() > kMaxAddresses) items.resize(kMaxAddresses + 1);
     text = trimmed(text.substr(end));
   }
-  items.resize(std::min(items.size(), kMaxAddresses));
   return items;
 }
 

@@ -48,7 +48,7 @@ bool isServerPath(std::wstring_view path);
 
 // What a text lists that consists of paths and addresses: one a line, or several on a
 // line with blanks between them and those that hold blanks in quotes. Nothing when
-// there is anything else in it; at most kMaxAddresses.
+// there is anything else in it. Of a list longer than kMaxAddresses one more than that.
 struct ListedItem {
   std::wstring text;
   bool isPath = false;

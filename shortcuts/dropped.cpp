@@ -56,7 +56,13 @@ class DropReader {
   }
 
   void text(const std::wstring& text) {
-    for (const ListedItem& item : listedItems(text)) {
+    std::vector<ListedItem> items = listedItems(text);
+    if (items.size() > kMaxAddresses) {
+      items.resize(kMaxAddresses);
+      refuse(L"The list is too long. Only the first " + std::to_wstring(kMaxAddresses) +
+             L" of it were taken.");
+    }
+    for (const ListedItem& item : items) {
       if (!item.isPath) {
         fromOutside(item.text, {});
         continue;
@@ -72,7 +78,8 @@ class DropReader {
     if (!records_.shortcuts.empty()) return;
     if (looksLikeAddress(text)) return refuseAddress(text);
     refuse(kNothingToLinkTo);
-    records_.note = noteOf(text);
+    // Half of a note would pass for the whole.
+    if (text.size() <= kMostDroppedText) records_.note = noteOf(text);
   }
 
   DropRecords take() { return std::move(records_); }
@@ -144,10 +151,11 @@ class DropReader {
     if (target.empty() || !isHealthyPath(target)) return;
     shortcut.Path = std::move(target);
     shortcut.Parameters = link->arguments;
-    // An icon is a file, so that only the first of several can be chosen. The
-    // target's own icon needs no mention.
+    // An icon on a server would already sign the user in there. It is a file, so that only the
+    // first of several can be chosen. The target's own icon needs no mention.
     const std::wstring icon = expanded(link->iconLocation);
-    if (link->iconIndex == 0 && isHealthyPath(icon) && !sameIgnoringCase(icon, shortcut.Path))
+    if (link->iconIndex == 0 && isHealthyPath(icon) && !isServerPath(icon) &&
+        !sameIgnoringCase(icon, shortcut.Path))
       shortcut.Icon = icon;
     if (shortcut.FullCaption.empty()) shortcut.FullCaption = tidyCaption(link->description);
   }
@@ -160,7 +168,6 @@ class DropReader {
     std::wstring caption = std::move(shortcut.FullCaption);
     shortcut = webShortcut(*address);
     if (!caption.empty()) shortcut.FullCaption = std::move(caption);
-    // An icon on a server would already sign the user in there.
     const auto icon = wholePath(link->iconFile);
     if (link->iconIndex == 0 && icon && !isServerPath(*icon)) shortcut.Icon = link->iconFile;
   }

@@ -12,6 +12,7 @@
 #include "core/workspace.h"
 #include "platform/files.h"
 #include "platform/text_codec.h"
+#include "shortcuts/addresses.h"
 #include "shortcuts/selection.h"
 
 namespace varnowick {
@@ -41,6 +42,8 @@ struct DropSurroundings {
 
 inline constexpr std::size_t kMaxCaption = 1000;
 inline constexpr std::size_t kMaxDroppedPaths = kMaxShortcutsOnMainPanel;
+// Characters. A longer text is searched for addresses up to here and becomes no note.
+inline constexpr std::size_t kMostDroppedText = kMaxSearchedText;
 
 struct DropRecords {
   // Without parent and position.

@@ -67,6 +67,10 @@ TEST_F(DroppedTest, LinkFilesAreFollowedWhereTheyCanBe) {
   EXPECT_EQ(shortcut.Path + L"|" + shortcut.Parameters + L"|" + shortcut.Icon,
             L"C:\\Win\\n.exe|/x|C:\\i.ico");
   EXPECT_EQ(shortcut.FullCaption, L"Pad");
+  link.rest = ShellLinkBytes::wideText(u"/x") + ShellLinkBytes::wideText(u"\\\\evil\\i.ico") +
+              ShellLinkBytes::environmentBlock(0xA0000001, u"%windir%\\n.exe");
+  files.contents[L"C:\\Remote.lnk"] = link.bytes();
+  EXPECT_EQ(readPath(L"C:\\Remote.lnk").Icon, L"");
 
   ShellLinkBytes advertised = link;
   advertised.flags |= 1U << 12;
@@ -109,6 +113,13 @@ TEST_F(DroppedTest, WhatComesFromABrowserAsksBeforeItStarts) {
   const DropRecords path = read({.text = L"\"C:\\x\\y.exe\""}, false);
   ASSERT_EQ(path.shortcuts.size(), 1U);
   EXPECT_EQ(path.shortcuts[0].ShortcutType, kFile);
+
+  std::wstring list;
+  for (int i = 0; i < 150; ++i) list += L"http://a.org/" + std::to_wstring(i) + L"\r\n";
+  const DropRecords most = read({.text = list}, false);
+  EXPECT_EQ(most.shortcuts.size(), 100U);
+  EXPECT_NE(most.refusal, L"");
+  EXPECT_TRUE(read({.text = list + L"and prose"}, false).shortcuts.empty());
 
   for (const DropRecords* records : {&link, &text, &path}) {
     EXPECT_EQ(records->refusal, L"");

@@ -162,7 +162,7 @@ bool clipboardOffersDroppable() {
 Dropped readDropped(IDataObject& data) {
   Dropped result;
   if (offersFormat(data, CF_HDROP))
-    for (std::wstring& path : pathsIn(data, kMaxDroppedPaths))
+    for (std::wstring& path : pathsIn(data, kMaxDroppedPaths + 1))
       result.paths.push_back({std::move(path)});
   if (!result.paths.empty()) return result;
   if (offersFormat(data, urlFormat()))
@@ -171,9 +171,9 @@ Dropped readDropped(IDataObject& data) {
     result.address = ansiText(DataMedium(data, ansiUrlFormat()), kMostDroppedText);
   if (!result.address.empty()) result.title = titleOfLink(data);
   if (offersFormat(data, CF_UNICODETEXT))
-    result.text = wideText(DataMedium(data, CF_UNICODETEXT), kMostDroppedText);
+    result.text = wideText(DataMedium(data, CF_UNICODETEXT), kMostDroppedText + 1);
   else if (offersFormat(data, CF_TEXT))
-    result.text = ansiText(DataMedium(data, CF_TEXT), kMostDroppedText);
+    result.text = ansiText(DataMedium(data, CF_TEXT), kMostDroppedText + 1);
   return result;
 }
 
@@ -294,6 +294,7 @@ bool DropTarget::attach(HWND window) {
   byMessage_ = isAboveTheDesktop();
   if (byMessage_) {
     // OLE asks nobody else once a window is registered with it, and gets nowhere.
+    if (hooks_.takesNothing) return true;
     letMessagesThrough(window);
     DragAcceptFiles(window, TRUE);
     return true;

@@ -17,9 +17,6 @@
 
 namespace varnowick {
 
-// Characters; a longer text is cut.
-inline constexpr std::size_t kMostDroppedText = 5'000'000;
-
 // Whether the object offers anything that readDropped takes.
 bool offersDroppable(IDataObject& data);
 // Of paths nothing is known but their names.
@@ -44,6 +41,8 @@ class DropTarget {
     std::function<std::optional<DWORD>(POINT screen, IDataObject& data, DWORD keys, DWORD allowed)>
         effect{};
     std::function<DWORD(POINT screen, IDataObject& data, DWORD effect)> take{};
+    // It only wants to know what is dragged over it.
+    bool takesNothing = false;
   };
   explicit DropTarget(Hooks hooks) : hooks_(std::move(hooks)) {}
   ~DropTarget() { revoke(); }

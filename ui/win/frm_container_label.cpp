@@ -51,7 +51,8 @@ frmContainerLabel::frmContainerLabel(GdiFonts& fonts, Callbacks callbacks)
                          return false;
                        },
                    .drop = [](POINT, const Dropped&) { return false; },
-                   .leave = [this] { dragLeft(); }}) {}
+                   .leave = [this] { dragLeft(); },
+                   .takesNothing = true}) {}
 
 frmContainerLabel::~frmContainerLabel() { destroy(); }
 
