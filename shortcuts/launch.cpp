@@ -62,6 +62,7 @@ void startEach(StartMany& start, Wanted&& wanted) {
   for (int i = 0; i < start.workspace.shortcuts.bound(); ++i) {
     const ShortcutSlot slot{i};
     const clsShortcut* found = start.workspace.shortcuts.find(slot);
+    if (start.eachHost.ended()) return;
     if (found == nullptr || !wanted(*found)) continue;
     const clsShortcut shortcut = *found;
     const LaunchResult result = LaunchShortcut(start.platform, start.eachHost, shortcut);
@@ -85,7 +86,8 @@ std::optional<LaunchError> launchError(int result) {
 LaunchResult LaunchShortcut(Platform& platform, LaunchHost& host, bool confirm,
                             const std::wstring& caption, const std::wstring& parameters,
                             const std::wstring& path, bool isCommand) {
-  if (host.isMainWindow() && host.launchSuppressed()) return {LaunchOutcome::Suppressed, {}};
+  if (host.ended() || (host.isMainWindow() && host.launchSuppressed()))
+    return {LaunchOutcome::Suppressed, {}};
   platform.sound.play(L"click.wav");
   if (!isCommand && refusedAsScript(platform, path)) return {LaunchOutcome::FailedReported, {}};
   if (confirm &&

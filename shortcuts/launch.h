@@ -23,6 +23,8 @@ class LaunchHost {
   virtual bool isMainWindow() const = 0;
   // Of the main window: a click that ends a drag or a selection starts nothing.
   virtual bool launchSuppressed() const = 0;
+  // The program has: nothing is started any more.
+  virtual bool ended() const { return false; }
   // Collapses or hides the window as its settings require.
   virtual void PreLaunch() = 0;
   virtual OwnerWindow ownerWindow() const = 0;

@@ -151,6 +151,7 @@ class frmContainer final : public Window, private PaneOwner {
   // LaunchHost
   bool isMainWindow() const override { return false; }
   bool launchSuppressed() const override { return pane_.launchSuppressed(); }
+  bool ended() const override { return desk_.modal.ended(); }
   void PreLaunch() override;
   OwnerWindow ownerWindow() const override;
   std::wstring pathForSystem(const std::wstring& path) const override {

@@ -137,6 +137,7 @@ class frmMain final : public Window, private PaneOwner {
   // LaunchHost
   bool isMainWindow() const override { return true; }
   bool launchSuppressed() const override { return pane_.launchSuppressed(); }
+  bool ended() const override { return modal_.ended(); }
   void PreLaunch() override;
   OwnerWindow ownerWindow() const override;
   std::wstring pathForSystem(const std::wstring& path) const override;
@@ -164,7 +165,8 @@ class frmMain final : public Window, private PaneOwner {
   bool ended_ = false;
   bool firstStart_ = false;
   TwipsRect rectBeforeSizing_;
-  POINT barOrigin_{};  // of the window when a drag of it began
+  bool sizing_ = false;  // the system moves a border of the bar
+  POINT barOrigin_{};    // of the window when a drag of it began
 };
 
 }  // namespace varnowick
