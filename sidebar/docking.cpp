@@ -41,6 +41,7 @@ DockEffects Docking::start(const DockInputs& in, bool hidden) {
   }
   if (!effects.opacity) effects.opacity = in.shownOpacity;
   startTimer(effects, TimerId::TimerHide);
+  startTimer(effects, TimerId::TimerLook);
   return effects;
 }
 
@@ -156,7 +157,6 @@ DockEffects Docking::mnuSuspendSlideOut() {
 DockEffects Docking::mouseMoved(const DockInputs& in) {
   openedByRequest_ = false;
   if (in.maximised || in.blocked || !isEdge(side_)) return {};
-  mouseEntered_ = true;
   // A window that slides away under a still mouse reports mouse moves too; they
   // must not call it back at once.
   if (in.undockImmediately && !sliding_) {
@@ -235,7 +235,6 @@ DockEffects Docking::TimerHideTick(const DockInputs& in) {
     openedByRequest_ = false;
     return {};
   }
-  mouseEntered_ = false;
   if (suspended_ || sliding_ || in.maximised || in.keepOpen) return {};
   DockEffects effects;
   if (isEdge(side_) && movedSinceCollapse(in)) effects = floatFree(in);

@@ -133,7 +133,6 @@ class Docking {
   // True from ExpandFromEdge on until the window collapses or floats.
   bool expanded() const { return expanded_; }
   bool sliding() const { return sliding_; }
-  bool mouseEntered() const { return mouseEntered_; }
   bool suspended() const { return suspended_; }
   // The monitor that the bar belongs to: a collapsed one lies mostly beyond it.
   ScreenMonitor monitor(const DockInputs& in) const;
@@ -188,7 +187,6 @@ class Docking {
   // that slides away lies says nothing: it may lie on the next one.
   TwipsRect monitor_;
   bool expanded_ = false;
-  bool mouseEntered_ = false;
   bool showArmed_ = false;
   bool showRunning_ = false;  // TimerShow runs
   bool skipRestCheck_ = false;

@@ -12,6 +12,7 @@ enum class TimerId {
   TimerShow,
   TimerSlide,
   TimerHide,
+  TimerLook,
   TimeLock,
   TimerDblClickLabelDelay,
   TimerExpandContainer,
@@ -31,10 +32,13 @@ struct TimerRow {
   bool oneShot;  // true: the first tick is the last
 };
 
-inline constexpr std::array<TimerRow, 13> kTimers{{
+inline constexpr std::array<TimerRow, 14> kTimers{{
     {TimerId::TimerShow, L"TimerShow", 250, false},
     {TimerId::TimerSlide, L"TimerSlide", 5, false},
     {TimerId::TimerHide, L"TimerHide", 1000, false},
+    // Who has the keyboard, and whether a program fills the screen: also while
+    // auto-collapse is suspended.
+    {TimerId::TimerLook, L"TimerLook", 1000, false},
     // How long the caption tells of locking or unlocking.
     {TimerId::TimeLock, L"TimeLock", 1500, true},
     {TimerId::TimerDblClickLabelDelay, L"TimerDblClickLabelDelay", 500, true},

@@ -252,16 +252,17 @@ void DockingDriver::draggedOver() {
 bool DockingDriver::tick(TimerId id) {
   switch (id) {
     case TimerId::TimerShow:
-      apply(rules_.TimerShowTick(inputs()));
+      if (!dragging_) apply(rules_.TimerShowTick(inputs()));
       return true;
     case TimerId::TimerSlide:
       apply(rules_.TimerSlideTick(inputs()));
       return true;
-    case TimerId::TimerHide: {
-      const DockInputs in = inputs();
-      apply(rules_.TimerHideTick(in));
+    case TimerId::TimerHide:
+      apply(rules_.TimerHideTick(inputs()));
+      return true;
+    case TimerId::TimerLook: {
       const bool strip = rules_.collapseSide() != ScreenEdge::None;
-      standBehind(window_, strip ? fullScreenProgram(in) : nullptr);
+      standBehind(window_, strip ? fullScreenProgram(inputs()) : nullptr);
       return true;
     }
     default:

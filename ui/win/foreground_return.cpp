@@ -4,6 +4,8 @@
 #include <iterator>
 #include <string_view>
 
+#include "platform/win32/handles.h"
+
 namespace varnowick {
 namespace {
 
@@ -25,6 +27,17 @@ bool isTaskbar(HWND window) {
   return std::find(std::begin(kTaskbars), std::end(kTaskbars), text) != std::end(kTaskbars);
 }
 
+// Windows of other desktops and apps that sleep are there and cannot be seen.
+bool isCloaked(HWND window) {
+  using Attribute = HRESULT(WINAPI*)(HWND, DWORD, void*, DWORD);
+  static const SystemLibrary dwm(L"dwmapi.dll");
+  static const auto attribute = dwm.bind<Attribute>("DwmGetWindowAttribute");
+  constexpr DWORD kCloaked = 14;  // DWMWA_CLOAKED
+  DWORD cloaked = 0;
+  return attribute != nullptr && SUCCEEDED(attribute(window, kCloaked, &cloaked, sizeof cloaked)) &&
+         cloaked != 0;
+}
+
 bool takesKeys(HWND window) {
   return IsWindow(window) && IsWindowVisible(window) && !IsIconic(window);
 }
@@ -36,7 +49,7 @@ HWND highestOfOthers(HWND from) {
     const LONG ex = GetWindowLongW(w, GWL_EXSTYLE);
     constexpr LONG kNoSwitching = WS_EX_TOOLWINDOW | 0x08000000;  // WS_EX_NOACTIVATE
     if ((ex & kNoSwitching) == 0 && takesKeys(w) && IsWindowEnabled(w) &&
-        processOf(w) != GetCurrentProcessId())
+        processOf(w) != GetCurrentProcessId() && !isCloaked(w))
       return w;
   }
   return nullptr;

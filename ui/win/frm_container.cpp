@@ -201,7 +201,6 @@ void frmContainer::onTimer(UINT_PTR timer) {
     KillTimer(handle(), timer);
     return dragRested();
   }
-  pane_.takePendingDrops();
   if (timer == systemTimer(DetachedTimerId::TimerHide)) {
     keepTabBehind();
     decide([this](const DetachedInputs& in) { return rules_.TimerHideTick(in); });
@@ -353,6 +352,8 @@ bool frmContainer::keyDown(int key, int modifiers) {
 
 LRESULT frmContainer::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HandlerScope scope(handlers_);
+  // Whoever has left the keyboard with it: nobody sees what keys would do.
+  if (rules_.hidden() && (message == WM_KEYDOWN || message == WM_CHAR)) return 0;
   if (handleSizing(message, wParam, lParam)) return 0;
   if (const auto answer = pane_.handleMessage(message, wParam, lParam)) return *answer;
   switch (message) {

@@ -45,7 +45,11 @@ bool frmContainer::ownMenu(NodeId, POINT screen) {
 
 void frmContainer::showOwnMenu(POINT screen) {
   tooltip_.hide();
+  const HWND before = GetForegroundWindow();
   pane_.showMenu(MenuId::Container, screen, slot_);
+  // The menu of a tab takes the keyboard to a window that nobody sees.
+  if (rules_.hidden() && GetForegroundWindow() == handle() && IsWindow(before))
+    SetForegroundWindow(before);
 }
 
 void frmContainer::completeMenu(MenuId menu, std::vector<MenuItem>& items) {

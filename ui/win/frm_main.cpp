@@ -45,8 +45,8 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                {.keepOpen =
                     [this] {
                       // The shell may have asked something only just now.
-                      return folders_.question() != nullptr || modal_.active() || pane_.busy() ||
-                             pane_.editor().drawMode() || extras_.jump().hasFocus();
+                      return folders_.question() != nullptr || modal_.active() || sizing_ ||
+                             pane_.busy() || pane_.editor().drawMode() || extras_.jump().hasFocus();
                     },
                 .prepareCollapse =
                     [this] {
@@ -166,7 +166,8 @@ void frmMain::begin() {
 LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   // A strip is not typed into, whoever has left the keyboard with it; keys with Alt
   // are the system's, to end the program for one.
-  if (hasGone() && (message == WM_KEYDOWN || message == WM_CHAR)) return 0;
+  const bool endsDrag = message == WM_KEYDOWN && wParam == VK_ESCAPE && pane_.busy();
+  if (hasGone() && (message == WM_KEYDOWN || message == WM_CHAR) && !endsDrag) return 0;
   if (hasGone() && message == WM_SYSKEYDOWN) return Window::handleMessage(message, wParam, lParam);
   if (const auto answer = pane_.handleMessage(message, wParam, lParam)) return *answer;
   switch (message) {
@@ -202,8 +203,10 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return onHitTest({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
     case WM_ENTERSIZEMOVE:
       rectBeforeSizing_ = docking_.rect();
+      sizing_ = true;
       return 0;
     case WM_EXITSIZEMOVE:
+      sizing_ = false;
       if (docking_.rect() == rectBeforeSizing_) return 0;
       docking_.apply(docking_.rules().sized(docking_.inputs()));
       workspaceChanged();
@@ -283,11 +286,10 @@ void frmMain::onTimer(UINT_PTR timer) {
   // Timers of others may reach the window.
   if (timer < 1 || timer > kTimers.size()) return;
   const auto id = static_cast<TimerId>(timer - 1);
-  pane_.takePendingDrops();
   detached_.sweep();
   // Also what a started program or a closed dialog has left with it.
   foreground_.look();
-  if (id == TimerId::TimerHide && hasGone() && !modal_.active()) foreground_.giveBack();
+  if (id == TimerId::TimerLook && hasGone() && !modal_.active()) foreground_.giveBack();
   if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id) || containers_.tick(id)) return;
   if (id == TimerId::TimerSave) workspaceChanged();

@@ -212,7 +212,7 @@ void frmMain::about() {
 
 void frmMain::PreLaunch() {
   docking_.apply(docking_.rules().preLaunch(docking_.inputs()));
-  foreground_.giveBackAfterStart();
+  if (hasGone()) foreground_.giveBackAfterStart();
 }
 
 OwnerWindow frmMain::ownerWindow() const { return {reinterpret_cast<std::uintptr_t>(handle())}; }

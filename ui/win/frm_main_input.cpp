@@ -28,6 +28,7 @@ void frmMain::mouseMoved() {
 void frmMain::startClickGuardTimer() { docking_.startTimer(TimerId::TimerDblClickLabelDelay); }
 
 void frmMain::moveWindow(const GestureEvent& event) {
+  if (IsZoomed(handle())) return;
   if (event.phase == GesturePhase::Begin) {
     RECT r{};
     GetWindowRect(handle(), &r);
