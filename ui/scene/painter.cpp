@@ -66,7 +66,8 @@ class ScenePainter {
         density_(density),
         hovered_(input.hovered()),
         pressed_(input.pressed()),
-        focused_(input.ringed()),
+        focused_(input.focused()),
+        ringed_(input.ringed()),
         alone_(scene.find({ControlKind::picBack, 0}) == nullptr) {}
 
   // `origin` is where the parent's content begins, in twips of the window.
@@ -115,7 +116,7 @@ class ScenePainter {
     return style;
   }
   void focus(const Node& node, const PixelRect& rect, int inset) {
-    if (node.id == focused_) canvas_.focusFrame(rect.inset(px(inset)));
+    if (node.id == ringed_) canvas_.focusFrame(rect.inset(px(inset)));
   }
   bool isHovered(const Node& node) const { return node.id == hovered_; }
   // Pressed and still under the mouse: letting go would be a click.
@@ -135,7 +136,7 @@ class ScenePainter {
   const Scene& scene_;
   Canvas& canvas_;
   Density density_;
-  NodeId hovered_, pressed_, focused_;
+  NodeId hovered_, pressed_, focused_, ringed_;
   bool alone_;  // a container in a window of its own
   // The shortcuts on the panel that is being painted.
   struct Neighbours {
@@ -461,7 +462,7 @@ void ScenePainter::paintBody(const Node& node, const PixelRect& rect, const Pale
 void ScenePainter::paintNote(const Node& node, const PixelRect& rect, const Palette& p) {
   paintNoteText(canvas_, node, rect, p, density_);
   // Round the text, in the margin of the body.
-  if (node.id == focused_) canvas_.focusFrame(rect.inset(-px(3)));
+  if (node.id == ringed_) canvas_.focusFrame(rect.inset(-px(3)));
 }
 
 void ScenePainter::paintList(const Node& node, const PixelRect& rect, const Palette& p) {
@@ -496,7 +497,7 @@ void ScenePainter::paintFolderRow(const Node& node, const PixelRect& rect, const
   const Pixels left = iconRect.right() + px(6);
   text({left, rect.top, rect.right() - left - px(4), rect.height}, node.text,
        chrome(highlighted && p.highContrast ? p.selectedText : p.text, kChromePoints));
-  if (node.current && node.parent == focused_) canvas_.focusFrame(rect.inset(px(1)));
+  if (node.current && node.parent == ringed_) canvas_.focusFrame(rect.inset(px(1)));
 }
 
 void ScenePainter::paintUndoLine(const Node& node, const PixelRect& rect, const Palette& p) {

@@ -1,5 +1,7 @@
 #include "ui/win/scene_view.h"
 
+#include <array>
+
 #include "platform/win32/handles.h"
 #include "ui/scene/painter.h"
 #include "ui/win/gdi_canvas.h"
@@ -61,10 +63,13 @@ PixelRect SceneView::toClient(NodeId node) const {
 
 template <class Step>
 auto SceneView::repainting(Step&& step) {
-  const NodeId before[] = {input_.hovered(), input_.pressed(), input_.ringed()};
+  const auto shown = [&] {
+    return std::array{input_.hovered(), input_.pressed(), input_.focused(), input_.ringed()};
+  };
+  const auto before = shown();
   const auto result = step();
-  const NodeId after[] = {input_.hovered(), input_.pressed(), input_.ringed()};
-  for (int i = 0; i < 3; ++i) {
+  const auto after = shown();
+  for (std::size_t i = 0; i < before.size(); ++i) {
     if (before[i] == after[i]) continue;
     invalidate(before[i]);
     invalidate(after[i]);
