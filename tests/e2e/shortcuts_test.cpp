@@ -81,7 +81,16 @@ TEST_F(MainShortcuts, DroppedOnAnotherOneOpensWithTheOther) {
   Bar bar = startBar();
   bar.expand();
   const DataFiles before = folder().state();
-  const auto dragOver = [&] { mouse::drag(placeOf(bar, L"Doc"), placeOf(bar, L"Probe")); };
+  const auto dragOver = [&] {
+    const POINT from = placeOf(bar, L"Doc"), to = placeOf(bar, L"Probe");
+    mouse::moveTo(from);
+    mouse::press();
+    mouse::moveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
+    mouse::moveTo(to);
+    // What is being dragged stays what it was.
+    for (const WORD key : {'U', 'A', 'Z'}) keyboard::chord({VK_CONTROL, key});
+    mouse::release();
+  };
   dragOver();
   const DialogWindow question = dialog(kTitle);
   EXPECT_EQ(question.text(), L"Open: Doc with: Probe?");

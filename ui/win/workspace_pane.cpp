@@ -26,7 +26,7 @@ HCURSOR handCursor() {
 
 bool beginsSomething(UINT message) {
   return message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN ||
-         message == WM_MOUSEWHEEL || message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
+         message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
 }
 
 }  // namespace
@@ -99,6 +99,7 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
     owner_.busyElsewhere();
     return 0;
   }
+  if (desk_.modal.active() && message == WM_MOUSEWHEEL) return 0;
   switch (message) {
     case WM_ERASEBKGND:
       return 1;
@@ -148,7 +149,7 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       if (onKeyDown(static_cast<int>(wParam)) || message == WM_KEYDOWN) return 0;
       return std::nullopt;
     case WM_CHAR:
-      if (typedInFolder(static_cast<wchar_t>(wParam))) return 0;
+      if (gestures_.dragging() || typedInFolder(static_cast<wchar_t>(wParam))) return 0;
       return std::nullopt;
     case WM_GETOBJECT:
       if (const LRESULT answer = accessible_.getObject(window_, wParam, lParam); answer != 0)
@@ -167,6 +168,10 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       return 0;
     case WM_DROPFILES:
       dropTarget_.filesDropped(reinterpret_cast<HDROP>(wParam));
+      return 0;
+    case WM_TIMER:
+      if (wParam != kDropTimer) return std::nullopt;
+      takePendingDrops();
       return 0;
     case kMsgDropped:
       takePendingDrops();
@@ -349,8 +354,9 @@ bool WorkspacePane::onKeyDown(int key) {
   menuContainer_ = {};  // keys are about what is selected
   // Alone these mostly go with the mouse.
   if (key != VK_SHIFT && key != VK_CONTROL && key != VK_MENU) view_.keyUsed();
-  if (key == VK_ESCAPE && gestures_.dragging()) {
-    ReleaseCapture();
+  // What is being dragged must not be changed or go meanwhile.
+  if (gestures_.dragging()) {
+    if (key == VK_ESCAPE) ReleaseCapture();
     return true;
   }
   if (key == VK_ESCAPE && editor_.drawMode()) {

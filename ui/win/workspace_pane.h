@@ -171,7 +171,6 @@ class WorkspacePane final : public DragStop {
   void addShortcuts(std::vector<clsShortcut> shortcuts, const Point<Twips>* at, Panel panel,
                     std::wstring refusal);
   // Drops come in only when no dialog is open; the owner calls it now and then.
-  void takePendingDrops();
   // DragStop, for drags from this program and from others.
   void draggedOver(POINT screen) override;
   void dragLeft() override;
@@ -203,6 +202,7 @@ class WorkspacePane final : public DragStop {
   void finishMove(const Moved& moved);
   bool dropIsWelcome(POINT screen);
   bool acceptDrop(POINT screen, const Dropped& dropped);
+  void takePendingDrops();
   void deleteSelected();
   void remove(const std::vector<ContainerSlot>& containers, const DeletePlan& plan);
   void paste();
@@ -296,6 +296,7 @@ class WorkspacePane final : public DragStop {
     Panel panel{};
   };
   std::vector<PendingDrop> pendingDrops_;
+  static constexpr UINT_PTR kDropTimer = 200;  // beyond those of the windows
 };
 
 }  // namespace varnowick

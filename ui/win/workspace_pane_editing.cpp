@@ -10,6 +10,9 @@
 namespace varnowick {
 namespace {
 
+// While a dialog is open nothing is taken in; this looks whether it still is.
+constexpr UINT kDropDelay = 250;  // ms
+
 Point<Twips> distanceOf(const GestureEvent& event, Density density) {
   return {density.toTwips(event.now.x - event.start.x),
           density.toTwips(event.now.y - event.start.y)};
@@ -271,7 +274,12 @@ bool WorkspacePane::acceptDrop(POINT screen, const Dropped& dropped) {
 }
 
 void WorkspacePane::takePendingDrops() {
-  if (desk_.modal.active()) return;
+  KillTimer(window_, kDropTimer);
+  if (pendingDrops_.empty()) return;
+  if (desk_.modal.active()) {
+    SetTimer(window_, kDropTimer, kDropDelay, nullptr);
+    return;
+  }
   std::vector<PendingDrop> ready;
   std::erase_if(pendingDrops_, [&](const PendingDrop& drop) {
     if (!drop.reading->wait(0)) return false;
