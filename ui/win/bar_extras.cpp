@@ -32,7 +32,6 @@ BarExtras::BarExtras(const Bar& bar, Hooks hooks)
              .start = [this](const JumpTarget& target) { hooks_.start(target); },
              .showMatch = [this](const JumpTarget& target) { hooks_.show(target); },
              .properties = [this](ShortcutSlot slot) { hooks_.properties(slot); },
-             .closed = [this] { SetFocus(window_); },
              .key = [this](const KeyDecision& decision) { hooks_.key(decision); }}),
       toolbar_(bar.images, bar.fonts,
                {.clicked = [this](Command command) { hooks_.run(command); },
@@ -88,7 +87,7 @@ frmToolbar::State BarExtras::toolbarState() const {
   const DockInputs in = bar_.docking.inputs();
   const TwipsRect own = bar_.docking.rules().monitor(in).bounds;
   for (const Monitor& monitor : bar_.platform.monitors.all())
-    if (toTwips(monitor.bounds, state.density) == own || state.work.empty())
+    if (monitor.bounds == toPixels(own, state.density) || state.work.empty())
       state.work = monitor.work;
   state.look = {.locked = bar_.document.settings.locked,
                 .buttonImages = bar_.scene.layout().buttonImages,

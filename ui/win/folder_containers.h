@@ -102,7 +102,7 @@ class FolderContainers final : public Window {
   void forEachListed(const Listed& visit) const;
   ImageRef iconOf(ContainerSlot slot, const std::wstring& name) const;
   // Both do nothing for a file that has gone.
-  void openFile(ContainerSlot slot, const std::wstring& name);
+  void openFile(ContainerSlot slot, const std::wstring& name, LaunchHost& bar);
   void showFile(ContainerSlot slot, const std::wstring& name);
 
   // A drop of files on a container, or on a node in it: what it would do, and doing it.
@@ -149,6 +149,7 @@ class FolderContainers final : public Window {
 
   // Files (folder_containers_files.cpp)
   void openRow(ContainerSlot slot, int row);
+  void openPath(const std::wstring& path, LaunchHost& host, HWND window);
   void openSelected(ContainerSlot slot);
   void openFolder(ContainerSlot slot);
   void copySelected(ContainerSlot slot, bool cut);

@@ -34,11 +34,13 @@ void FolderContainers::openRow(ContainerSlot slot, int row) {
   const Shown* found = shown(slot);
   const FolderPane* pane = paneOf(slot);
   if (found == nullptr || pane == nullptr || found->view.entry(row) == nullptr) return;
-  // The entry may go while a message is open.
-  const std::wstring path = found->view.pathOf(row);
-  const HWND window = pane->window;
+  openPath(found->view.pathOf(row), *pane->host, pane->window);
+}
+
+// The entry, and the pane, may go while a message is open.
+void FolderContainers::openPath(const std::wstring& path, LaunchHost& host, HWND window) {
   const LaunchResult result =
-      LaunchShortcut(platform_, *pane->host, false, nameOf(path), L"", path, false);
+      LaunchShortcut(platform_, host, false, nameOf(path), L"", path, false);
   if (result.outcome == LaunchOutcome::FailedFaulty) say(result.propertiesError);
   if (result.outcome == LaunchOutcome::Started) announce(window, kEventLaunched);
 }

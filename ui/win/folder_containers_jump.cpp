@@ -15,8 +15,13 @@ ImageRef FolderContainers::iconOf(ContainerSlot slot, const std::wstring& name) 
   return row < 0 ? ImageRef{} : iconOfFolderRow(found->second.view, row);
 }
 
-void FolderContainers::openFile(ContainerSlot slot, const std::wstring& name) {
-  if (const Shown* found = shown(slot)) openRow(slot, found->view.rowOf(name));
+void FolderContainers::openFile(ContainerSlot slot, const std::wstring& name, LaunchHost& bar) {
+  const Shown* found = shown(slot);
+  const int row = found == nullptr ? -1 : found->view.rowOf(name);
+  if (row < 0) return;
+  // A list that is folded away has no pane.
+  if (paneOf(slot) != nullptr) return openRow(slot, row);
+  openPath(found->view.pathOf(row), bar, reinterpret_cast<HWND>(bar.ownerWindow().value));
 }
 
 void FolderContainers::showFile(ContainerSlot slot, const std::wstring& name) {

@@ -115,7 +115,7 @@ void frmMain::startMatch(const JumpTarget& target) {
     case JumpKind::Container:
       return showMatch(target);
     case JumpKind::File:
-      return folders_.openFile(target.container, target.file);
+      return folders_.openFile(target.container, target.file, *this);
   }
 }
 
@@ -131,12 +131,14 @@ void frmMain::showMatch(const JumpTarget& target) {
   openContainer(target.container);
   frmContainer* window = detached_.find(target.container);
   WorkspacePane& pane = window == nullptr ? pane_ : window->pane();
-  if (window == nullptr) {
-    workspaceScene_.scrollToShow(containerNode(target.container));
+  if (window == nullptr) workspaceScene_.scrollToShow(containerNode(target.container));
+  const bool file = target.kind() == JumpKind::File;
+  if (file)
+    pane.editor().selectNone();
+  else if (window == nullptr)
     pane.editor().selectOnly(target.container);
-  }
   pane.view().focus(containerPart(ControlKind::ContainerLabel, target.container));
-  if (target.kind() == JumpKind::File) folders_.showFile(target.container, target.file);
+  if (file) folders_.showFile(target.container, target.file);
   pane.view().invalidate();
 }
 

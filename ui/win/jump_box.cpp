@@ -169,7 +169,6 @@ void PicJumpToLink::close() {
   if (focused) SetFocus(parent_);
   ShowWindow(handle(), SW_HIDE);
   clear();
-  if (callbacks_.closed) callbacks_.closed();
 }
 
 bool PicJumpToLink::hasFocus() const {

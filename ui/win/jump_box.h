@@ -34,7 +34,6 @@ class PicJumpToLink final : public Window {
     std::function<void(const JumpTarget&)> showMatch;
     // Opens its properties; the box is closed already.
     std::function<void(ShortcutSlot)> properties;
-    std::function<void()> closed;
     // A key of another meaning was pressed in the field, F8 for instance.
     std::function<void(const KeyDecision&)> key;
   };

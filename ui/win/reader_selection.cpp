@@ -38,7 +38,9 @@ NodeId takeSelection(WorkspaceEditor& editor, const Scene& scene, WPARAM wParam,
     editor.pressed(handle, ctrl);
     editor.released(handle, ctrl, false);
   };
-  if ((flags & SELFLAG_TAKESELECTION) != 0) click(false);
+  // Keys are about what has the focus, so that is selected.
+  if ((flags & SELFLAG_TAKESELECTION) != 0 || (flags == SELFLAG_TAKEFOCUS && !selected))
+    click(false);
   if (((flags & SELFLAG_ADDSELECTION) != 0 && !selected) ||
       ((flags & SELFLAG_REMOVESELECTION) != 0 && selected))
     click(true);
