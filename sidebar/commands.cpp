@@ -58,7 +58,7 @@ constexpr std::array kCommands{
                &CommandState::locked},
 
     CommandRow{VARNOWICK_COMMAND(mnuShortcutProperties), L"&Properties", function(2),
-               kNeedsProperties, kBuilt},
+               kEditing | kNeedsProperties, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuStartSelected), L"Sta&rt selected", kNoKey, kNeedsShortcut,
                kBuilt},
     // The window puts startAllCaption in place of the caption.

@@ -151,6 +151,7 @@ void WorkspaceEditor::keepContents(ContainerSlot slot) {
 }
 
 void WorkspaceEditor::keepContentsWithin(Panel panel) {
+  const UndoStep step(document_, L"size");
   const std::vector<ShortcutSlot> moved =
       keepWithin(document_.workspace, measures(), panel, document_.settings.align,
                  placesOf(document_.workspace, panel));

@@ -21,8 +21,7 @@ UINT taskbarCreated() {
 
 // A program that runs with more rights than the taskbar does not hear it unless
 // its window says so (Windows 7 and later). Vista can only open the whole process
-// to a message: there the taskbar's own, which does no harm, but not the icon's,
-// whose number other windows of ours use for themselves.
+// to a message.
 void admitTaskbarMessages(HWND window) {
   constexpr DWORD kAllow = 1;
   const SystemLibrary user(L"user32.dll");
@@ -33,8 +32,10 @@ void admitTaskbarMessages(HWND window) {
     return;
   }
   using AllowProcess = BOOL(WINAPI*)(UINT, DWORD);
-  if (const auto allow = user.bind<AllowProcess>("ChangeWindowMessageFilter"); allow != nullptr)
+  if (const auto allow = user.bind<AllowProcess>("ChangeWindowMessageFilter"); allow != nullptr) {
     allow(taskbarCreated(), kAllow);
+    allow(TrayIcon::kMessage, kAllow);
+  }
 }
 
 template <std::size_t N>

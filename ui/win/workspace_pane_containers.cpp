@@ -128,7 +128,7 @@ void WorkspacePane::chooseColours() {
   if (!choice) return;
   if (!choice->toAllSelected) slots = {shown};
   {
-    const UndoStep step(desk_.document, L"colors");
+    const UndoStep step(desk_.document, L"colours");
     slots = applyColours(desk_.document.workspace, slots, choice->colours);
   }
   if (slots.empty()) return;
