@@ -174,15 +174,16 @@ void OpenFolder(Platform& platform, LaunchHost& mainWindow, const std::wstring& 
   platform.shell.execute(mainWindow.ownerWindow(), L"open", folder, L"", L"");
 }
 
-bool UseRelativePath(Platform& platform, Workspace& workspace,
+bool UseRelativePath(Platform& platform, Document& document,
                      std::span<const ShortcutSlot> selected) {
   if (!platform.msgBox.saysYes(
           L"Use a relative path for the selected shortcuts (Varnowick's working drive)?",
           kMsgQuestion, kProgramTitle))
     return false;
+  const UndoStep step(document, L"relative path");
   bool changed = false;
   for (const ShortcutSlot slot : selected) {
-    clsShortcut* s = workspace.shortcuts.find(slot);
+    clsShortcut* s = document.workspace.shortcuts.find(slot);
     // A command keeps its text in Parameters, and a path without a drive letter
     // (a network share, a bare name) could not be resolved again.
     if (s == nullptr || s->Command || s->Path.size() < 2 || s->Path[1] != L':' ||

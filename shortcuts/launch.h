@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "core/workspace.h"
+#include "core/document.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
 #include "shortcuts/paths.h"
@@ -103,7 +103,7 @@ bool OpenFileLocation(Platform& platform, LaunchHost& mainWindow, const clsShort
                       bool useIcon);
 void OpenFolder(Platform& platform, LaunchHost& mainWindow, const std::wstring& folder);
 // Returns true when at least one path has changed.
-bool UseRelativePath(Platform& platform, Workspace& workspace,
+bool UseRelativePath(Platform& platform, Document& document,
                      std::span<const ShortcutSlot> selected);
 
 // Keeps the second click of a double click on a container from starting a

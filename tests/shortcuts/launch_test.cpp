@@ -205,7 +205,8 @@ TEST(FileLocation, IsThatOfTheIconsFileAndCommandsHaveNone) {
 
 TEST(UseRelativePath, ConvertsFilesThatHaveADriveAndNothingElse) {
   LaunchWorld w;
-  Workspace workspace;
+  Document document;
+  Workspace& workspace = document.workspace;
   const wchar_t* paths[] = {L"D:\\x\\y.exe", L"C:\\web", L"\\\\server\\share\\f",
                             L"@:\\z",        L"D",       L"C:\\cmd"};
   std::vector<ShortcutSlot> selected{{99}};
@@ -213,12 +214,12 @@ TEST(UseRelativePath, ConvertsFilesThatHaveADriveAndNothingElse) {
   workspace.shortcuts[{1}].ShortcutType = 1;
   workspace.shortcuts[{5}].Command = true;
   w.msgBox.answers = {kMsgAnswerNo};
-  EXPECT_FALSE(UseRelativePath(w.platform, workspace, selected));
+  EXPECT_FALSE(UseRelativePath(w.platform, document, selected));
   EXPECT_EQ(workspace.shortcuts[{0}].Path, paths[0]);
-  EXPECT_TRUE(UseRelativePath(w.platform, workspace, selected));
+  EXPECT_TRUE(UseRelativePath(w.platform, document, selected));
   EXPECT_EQ(workspace.shortcuts[{0}].Path, L"@:\\x\\y.exe");
   for (int i = 1; i < 6; ++i) EXPECT_EQ(workspace.shortcuts[{i}].Path, paths[i]);
-  EXPECT_FALSE(UseRelativePath(w.platform, workspace, selected));
+  EXPECT_FALSE(UseRelativePath(w.platform, document, selected));
 }
 
 }  // namespace

@@ -139,12 +139,7 @@ bool WorkspacePane::runHere(Command command) {
     }
     case Command::mnuUseRelativePath: {
       const std::vector<ShortcutSlot> selected = editor_.selection().shortcuts();
-      bool changed = false;
-      {
-        const UndoStep step(desk_.document, L"relative path");
-        changed = UseRelativePath(desk_.platform, desk_.document.workspace, selected);
-      }
-      if (changed) owner_.workspaceChanged();
+      if (UseRelativePath(desk_.platform, desk_.document, selected)) owner_.workspaceChanged();
       return true;
     }
     case Command::mnuAddPicture:

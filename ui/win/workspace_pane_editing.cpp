@@ -84,8 +84,9 @@ void WorkspacePane::dropObjects(const GestureEvent& event) {
   }
   const Point<Twips> pointer = toScene(event.now);
   const ShortcutSlot other = editor_.openWithTarget(pointer);
-  if (!other.none()) {
-    const ShortcutSlot dragged = editor_.selection().shortcuts().front();
+  const std::vector<ShortcutSlot> selected = editor_.selection().shortcuts();
+  if (!other.none() && !selected.empty()) {
+    const ShortcutSlot dragged = selected.front();
     editor_.cancelDrag();
     view_.invalidate();
     return openWith(dragged, other);

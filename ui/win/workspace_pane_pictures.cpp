@@ -2,6 +2,7 @@
 
 #include "containers/picture_size.h"
 #include "platform/msg_box.h"
+#include "shortcuts/addresses.h"
 #include "ui/scene/metrics.h"
 #include "ui/win/browse.h"
 #include "ui/win/edit_record.h"
@@ -125,13 +126,18 @@ void WorkspacePane::editPicture(PictureSlot slot, const std::wstring& error) {
 void WorkspacePane::showInOriginalSize(PictureSlot slot) {
   clsPicture* picture = desk_.document.workspace.pictures.find(slot);
   if (picture == nullptr || refuseWhileLocked()) return;
+  // Looking may take as long as the network likes.
+  if (isServerPath(picture->Path))
+    return editPicture(slot, L"The size of a picture on another machine is not looked up.");
   const auto natural = pictureSizeOf(picture->Path);
   if (!natural) return editPicture(slot, L"This file is no picture that can be shown.");
-  const UndoStep step(desk_.document, L"size");
-  constexpr Size<Twips> kAnyRoom{{150'000}, {150'000}};
-  const Size<Twips> size = newPictureSize(*natural, view_.density(), kAnyRoom);
-  picture->rect.width = size.width;
-  picture->rect.height = size.height;
+  {
+    const UndoStep step(desk_.document, L"size");
+    constexpr Size<Twips> kAnyRoom{{150'000}, {150'000}};
+    const Size<Twips> size = newPictureSize(*natural, view_.density(), kAnyRoom);
+    picture->rect.width = size.width;
+    picture->rect.height = size.height;
+  }
   pictureChanged(slot);
 }
 
