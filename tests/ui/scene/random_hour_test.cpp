@@ -86,7 +86,7 @@ TEST_P(RandomHourTest, LeavesEverythingInOrder) {
     EXPECT_GT(hour.tally[what], 0) << what << ", seed " << seed;
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, RandomHourTest, testing::Values(13, 15, 27));
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomHourTest, testing::Values(13, 15, 31));
 
 }  // namespace
 }  // namespace varnowick
