@@ -132,6 +132,20 @@ TEST_F(JumpBoxTest, AClickStartsAndKeepsTheFocusInTheField) {
   EXPECT_EQ(started_.size(), 1U) << "pressed elsewhere";
 }
 
+TEST_F(JumpBoxTest, TheWheelGoesAsFarAsTheSystemSays) {
+  for (int i = 5; i < 60; ++i) entries_.push_back({{i}, L"Test", 0});
+  type(L"te");
+  const auto turned = [&](UINT lines, int delta) {
+    SystemParametersInfoW(SPI_SETWHEELSCROLLLINES, lines, nullptr, 0);
+    SendMessageW(box_.list(), WM_MOUSEWHEEL, MAKEWPARAM(0, delta), 0);
+    return SendMessageW(box_.list(), LB_GETTOPINDEX, 0, 0);
+  };
+  EXPECT_EQ(turned(1, -WHEEL_DELTA), 1);
+  EXPECT_EQ(turned(5, -WHEEL_DELTA), 6);
+  EXPECT_EQ(turned(5, WHEEL_DELTA / 5), 5) << "a fine wheel";
+  SystemParametersInfoW(SPI_SETWHEELSCROLLLINES, 3, nullptr, 0);
+}
+
 TEST_F(JumpBoxTest, KeysOfOtherMeaningArePassedOn) {
   type(L"te");
   press(VK_F8);
