@@ -57,6 +57,10 @@ TEST(PictureHeader, ReadsTheClaimedSize) {
        "0000 0100 0100 00000000 0100 2000 28000000 2C000000" + std::string(44, '0') +
            "28000000 10000000 20000000",
        Format::Unknown, 0, 0},
+      {"ico of a png",
+       "0000 0100 0100 00000000 0100 2000 28000000 16000000 89/PNG/0D0A1A0A 0000000D/IHDR/ "
+       "00000030 00000020",
+       Format::Ico, 48, 32},
       {"ico of nothing", "0000 0100 0000", Format::Unknown, 0, 0},
       {"text", "/hello/", Format::Unknown, 0, 0},
   };

@@ -46,7 +46,8 @@ TEST(AddressesTest, TakesAWholeTextForAnAddressOrPath) {
   EXPECT_EQ(wholePath(L"@:\\x.exe"), L"@:\\x.exe");
   for (const wchar_t* text :
        {L"C:", L"C:x", L"C:/x", L"1:\\x", L"C:\\a|b", L"C:\\a:b", L"C:\\a\nD:\\b", L"\\\\server",
-        L"\\\\\\share", L"\\\\?\\C:\\x", L"\\\\.\\C:\\x", L"C:\\a\" /b \"c"})
+        L"\\\\a\\", L"\\\\a\\\\b", L"\\\\.\\pipe", L"\\\\\\share", L"\\\\?\\C:\\x", L"\\\\.\\C:\\x",
+        L"C:\\a\" /b \"c"})
     EXPECT_FALSE(wholePath(text)) << text;
 
   EXPECT_TRUE(looksLikeAddress(L"javascript:alert(1)"));

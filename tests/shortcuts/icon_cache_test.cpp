@@ -64,10 +64,13 @@ TEST_F(IconCacheTest, KeepsIconsOverARestart) {
 TEST_F(IconCacheTest, RefusesWhatIsNoIconOrNoSource) {
   const IconKey key{L"C:\\x.exe", 32, 0};
   std::string wide = png(1);
-  wide[17] = '\x10';
+  wide[18] = '\x04';  // 1025 pixels
   for (const std::string& bytes :
        {"MZ" + std::string(100, 'x'), png(32) + std::string(kMaxIconBytes, 'x'), wide})
     EXPECT_FALSE(cache->store(key, bytes));
+  wide[19] = '\0';
+  EXPECT_TRUE(cache->store({L"as wide as may be", 32, 0}, wide));
+  cache->clear();
   for (const IconKey& bad : {IconKey{L"", 32, 0}, IconKey{L"x", 0, 0}, IconKey{L"x", 1025, 0},
                              IconKey{std::wstring(16385, L'x'), 32, 0}})
     EXPECT_FALSE(cache->store(bad, png(32)));
