@@ -50,12 +50,12 @@ TEST(OutsideLinks, NoShortcutRunsTheTextOfItsAddress) {
 
 TEST(OutsideLinks, OthersAreShownWithTheirTextAndNotOpened) {
   LaunchWorld w;
-  const std::wstring bad = L"file:///\u202Egpj.exe\r\n" + std::wstring(5000, L'x');
+  const std::wstring bad = L"file:///a \u202Egpj.exe\r\n" + std::wstring(5000, L'x');
   EXPECT_FALSE(openOutsideLink(w.platform, {1}, bad));
   EXPECT_THAT(w.shell.started, IsEmpty());
   ASSERT_THAT(w.msgBox.shown, testing::SizeIs(1));
   const std::wstring& text = w.msgBox.shown[0].text;
-  EXPECT_NE(text.find(L"file:///\uFFFDgpj.exe\uFFFD\uFFFDxxx"), std::wstring::npos);
+  EXPECT_NE(text.find(L"file:///a \uFFFDgpj.exe\uFFFD\uFFFDxxx"), std::wstring::npos);
   EXPECT_TRUE(text.ends_with(L"xxx...") && text.size() < 500);
   EXPECT_TRUE(openOutsideLink(w.platform, {1}, L"http://a/b"));
   EXPECT_THAT(w.shell.started, ElementsAre(FakeShell::Started{1, L"", L"http://a/b", L"", L""}));
