@@ -108,7 +108,7 @@ int wmain(int count, wchar_t** arguments) {
   SetLayeredWindowAttributes(window, 0, 255, LWA_ALPHA);
   ShowWindow(window, SW_SHOWNA);
   UpdateWindow(window);
-  NotifyWinEvent(varnowick::kEventLoaded, window, OBJID_CLIENT, CHILDID_SELF);
+  NotifyWinEvent(varnowick::kEventShown, window, OBJID_CLIENT, CHILDID_SELF);
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
   return 0;

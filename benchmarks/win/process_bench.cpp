@@ -44,7 +44,7 @@ constexpr int kExpandedWidth = 4700;  // twips
 class Ear {
  public:
   Ear()
-      : hook_(SetWinEventHook(kEventLoaded, kEventLoaded, nullptr, &Ear::heard, 0, 0,
+      : hook_(SetWinEventHook(kEventShown, kEventShown, nullptr, &Ear::heard, 0, 0,
                               WINEVENT_OUTOFCONTEXT)) {
     if (hook_ == nullptr) failWithLastError(L"SetWinEventHook");
   }

@@ -16,7 +16,11 @@ class ForegroundTest : public ProgramTest {
         .set("[GlobalHotkeyChar]", "J")
         .set("[GlobalHotkeyMod]", " 3");
   }
-  static void hotkey() { keyboard::chord({VK_CONTROL, VK_MENU, 'J'}); }
+  // As fast as fingers are: the program waits until it has been let go.
+  static void hotkey() {
+    letTimePass(300);
+    keyboard::chord({VK_CONTROL, VK_MENU, 'J'});
+  }
   void startAgain() {
     const RunningProgram again(folder(), events());
     EXPECT_EQ(again.waitForExit(), 0U);

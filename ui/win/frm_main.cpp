@@ -156,6 +156,7 @@ void frmMain::show() {
 void frmMain::begin() {
   store_.tellOfDamage();
   if (handle() == nullptr) return;  // the session has ended meanwhile
+  announce(handle(), kEventShown);
   images_.useCache(store_.dataFolder());
   images_.setWeb(true, document_.settings.rssUseProxy);
   images_.start(handle(), kMsgImages);

@@ -6,11 +6,12 @@
 namespace varnowick {
 
 enum PrivateEvent : unsigned {
-  kEventLoaded = 0x0101,  // the bar is shown, its hotkey and tray icon are there
-  kEventExpanded,         // the bar has slid out
-  kEventCollapsed,        // the bar has slid away
-  kEventSaved,            // the workspace is on disk
-  kEventLaunched,         // a shortcut was handed to the shell
+  kEventShown = 0x0101,  // the bar has been painted for the first time
+  kEventLoaded,          // its hotkey and tray icon are there, too
+  kEventExpanded,        // the bar has slid out
+  kEventCollapsed,       // the bar has slid away
+  kEventSaved,           // the workspace is on disk
+  kEventLaunched,        // a shortcut was handed to the shell
   kEventMenuOpened,
   kEventMenuClosed,
   kEventSceneChanged,   // items came, went or moved
