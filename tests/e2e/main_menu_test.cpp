@@ -179,6 +179,30 @@ TEST_F(MainMenu, EveryRowIsCarriedOut) {
   }
 }
 
+// Where there is no room below its button, a menu must not open under the pointer.
+TEST_F(MainMenu, ADoubleClickOnAButtonChoosesNothing) {
+  const int height = 6000;
+  const int top = static_cast<int>(toTwips(GetSystemMetrics(SM_CYSCREEN))) - height;
+  folder().write(L"Varnowick.ini",
+                 SettingsFile().window(kCollapsedLeft, top, kBarWidth, height).bytes());
+  Bar bar = startBar();
+  for (const wchar_t* button : {L"Add", L"Settings", L"Menu"}) {
+    SCOPED_TRACE(toUtf8(button));
+    bar.focus();
+    const DataFiles before = folder().state();
+    events().expect(kEventMenuOpened, L"menu opened", [&] {
+      mouse::doubleClick(centreOf(bar.accessible().waitFor(button, ROLE_SYSTEM_PUSHBUTTON).rect));
+    });
+    letTimePass(300);
+    ASSERT_TRUE(program().running());
+    EXPECT_FALSE(anyDialog(program().process()).open());
+    EXPECT_EQ(folder().state(), before);
+    keyboard::press(VK_ESCAPE);
+    letTimePass(100);
+  }
+  bar.leave();
+}
+
 TEST_F(MainMenu, ARestartGivesUpTheChangesSinceTheLastSave) {
   Bar bar = startAndChange();
   chooseRestart(bar);

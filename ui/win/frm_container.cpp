@@ -250,8 +250,8 @@ void frmContainer::pressed(NodeId, POINT) { tooltip_.hide(); }
 
 void frmContainer::clicked(NodeId node, POINT) {
   const PixelRect r = pane_.view().toClient(node);
-  POINT below{r.left.value, r.bottom().value};
-  ClientToScreen(handle(), &below);
+  RECT button{r.left.value, r.top.value, r.right().value, r.bottom().value};
+  MapWindowPoints(handle(), nullptr, reinterpret_cast<POINT*>(&button), 2);
   switch (node.kind) {
     case ControlKind::ContainerLabel:
       if (desk_.document.settings.foldOnClick) toggleFolded();
@@ -260,7 +260,7 @@ void frmContainer::clicked(NodeId node, POINT) {
     case ControlKind::Container:
       return toggleFolded();
     case ControlKind::cmdConMenu:
-      return showOwnMenu(below);
+      return showOwnMenu(MenuPlace(button));
     case ControlKind::cmdConDetach:
       return AttachMe();
     case ControlKind::cmdConShrink:

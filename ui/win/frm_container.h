@@ -122,7 +122,7 @@ class frmContainer final : public Window, private PaneOwner {
   void keepTabBehind();
 
   // The menu (frm_container_menu.cpp)
-  void showOwnMenu(POINT screen);
+  void showOwnMenu(const MenuPlace& place);
   void runItem(DetachedItem item);
   void recordChanged();
 

@@ -43,10 +43,10 @@ bool frmContainer::ownMenu(NodeId, POINT screen) {
   return true;
 }
 
-void frmContainer::showOwnMenu(POINT screen) {
+void frmContainer::showOwnMenu(const MenuPlace& place) {
   tooltip_.hide();
   const HWND before = GetForegroundWindow();
-  pane_.showMenu(MenuId::Container, screen, slot_);
+  pane_.showMenu(MenuId::Container, place, slot_);
   // The menu of a tab takes the keyboard to a window that nobody sees.
   if (rules_.hidden() && GetForegroundWindow() == handle() && IsWindow(before))
     SetForegroundWindow(before);

@@ -28,8 +28,9 @@ bool runsUnderWow64() {
 
 void frmMain::clicked(NodeId node, POINT at) {
   const PixelRect place = pane_.view().toClient(node);
-  POINT below{place.left.value, place.bottom().value};
-  ClientToScreen(handle(), &below);
+  RECT button{place.left.value, place.top.value, place.right().value, place.bottom().value};
+  MapWindowPoints(handle(), nullptr, reinterpret_cast<POINT*>(&button), 2);
+  const MenuPlace below(button);
   switch (node.kind) {
     case ControlKind::cmdConDetach:
       return detachContainers({containerOf(node)}, std::nullopt);

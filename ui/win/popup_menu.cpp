@@ -31,6 +31,16 @@ HMENU build(const std::vector<MenuItem>& items, std::size_t& at, int depth) {
   return menu;
 }
 
+// Not every system finds out by itself where a menu has room beside the button.
+bool opensUpward(const RECT& button) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  if (IsRectEmpty(&button) ||
+      !GetMonitorInfoW(MonitorFromRect(&button, MONITOR_DEFAULTTONEAREST), &monitor))
+    return false;
+  return button.top - monitor.rcWork.top > monitor.rcWork.bottom - button.bottom;
+}
+
 }  // namespace
 
 std::wstring menuText(const std::wstring& text) {
@@ -40,14 +50,19 @@ std::wstring menuText(const std::wstring& text) {
 }
 
 int chooseFromMenu(HWND owner, ModalDepth& modal, const std::vector<MenuItem>& items,
-                   POINT screen) {
+                   const MenuPlace& place) {
   std::size_t at = 0;
   const MenuHandle menu(build(items, at, 0));
   const ModalDepth::MenuScope scope(modal);
   announce(owner, kEventMenuOpened);
   SetForegroundWindow(owner);
-  const int command = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x,
-                                     screen.y, 0, owner, nullptr);
+  TPMPARAMS keepClear{sizeof keepClear, place.clear};
+  const bool above = opensUpward(place.clear);
+  const UINT flags =
+      TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_VERTICAL | (above ? TPM_BOTTOMALIGN : TPM_TOPALIGN);
+  const int command =
+      TrackPopupMenuEx(menu.get(), flags, place.at.x, above ? place.clear.top : place.at.y, owner,
+                       IsRectEmpty(&place.clear) ? nullptr : &keepClear);
   // As documented for menus that are not opened from a menu bar: without a
   // message behind it the next menu could close at once.
   PostMessageW(owner, WM_NULL, 0, 0);

@@ -24,8 +24,18 @@ struct MenuItem {
 // A caption that shows the text as it is, whatever menus take "&" and tabs for.
 std::wstring menuText(const std::wstring& text);
 
-// Shows the menu at a point of the screen and waits. The command chosen, or 0.
-// The owner is brought to the foreground, so that a click elsewhere closes it.
-int chooseFromMenu(HWND owner, ModalDepth& modal, const std::vector<MenuItem>& items, POINT screen);
+// Where a menu opens on the screen. What opened it by a click is left clear, or the
+// second of two quick clicks would choose a row.
+struct MenuPlace {
+  POINT at{};
+  RECT clear{};  // empty: nothing
+  MenuPlace(POINT point) : at(point) {}
+  explicit MenuPlace(const RECT& button) : at{button.left, button.bottom}, clear(button) {}
+};
+
+// Shows the menu there and waits. The command chosen, or 0. The owner is brought to the
+// foreground, so that a click elsewhere closes it.
+int chooseFromMenu(HWND owner, ModalDepth& modal, const std::vector<MenuItem>& items,
+                   const MenuPlace& place);
 
 }  // namespace varnowick

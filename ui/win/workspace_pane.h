@@ -138,7 +138,7 @@ class WorkspacePane final : public DragStop {
   // Runs the command here or by the owner, when it is built and enabled.
   void run(Command command);
   CommandState commandState() const;
-  void showMenu(MenuId menu, POINT screen, ContainerSlot container = {});
+  void showMenu(MenuId menu, const MenuPlace& place, ContainerSlot container = {});
   void launch(ShortcutSlot slot);
   void startMany(const std::function<void(StartMany&)>& start);
   // Scrolls to it, selects and focuses it.

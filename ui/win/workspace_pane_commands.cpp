@@ -63,7 +63,7 @@ void WorkspacePane::addTagMenus(std::vector<MenuItem>& items,
                      .checked = sameIgnoringCase(container->ShowingTag, tags[i])});
 }
 
-void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container) {
+void WorkspacePane::showMenu(MenuId menu, const MenuPlace& place, ContainerSlot container) {
   if (owner_.busyElsewhere()) return;
   menuContainer_ = container;
   std::vector<MenuItem> items;
@@ -82,7 +82,7 @@ void WorkspacePane::showMenu(MenuId menu, POINT screen, ContainerSlot container)
   owner_.completeMenu(menu, items);
   if (items.empty()) return;
   owner_.hovered({}, {});
-  const int chosen = chooseFromMenu(window_, desk_.modal, items, screen);
+  const int chosen = chooseFromMenu(window_, desk_.modal, items, place);
   if (chosen >= kOwnRows)
     owner_.ownRowChosen(chosen);
   else if (chosen > kShowTag)
