@@ -51,7 +51,7 @@ class AccessibilityTest : public ProgramTest {
 };
 
 TEST_F(AccessibilityTest, ReadersGetATreeAndHearOfTheSelection) {
-  folder().write(L"Varnowick.ini", SettingsFile().add({.caption = L"Loose", .y = 3300}).bytes());
+  write(SettingsFile().add({.caption = L"Loose", .y = 3300}));
   ContainerRow work{.name = L"Work"};
   work.shortcuts = {{.caption = L"Mail", .x = 120, .y = 360},
                     {.caption = L"News", .x = 1200, .y = 360}};

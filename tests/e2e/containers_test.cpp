@@ -8,22 +8,10 @@ namespace {
 
 class ContainersTest : public ProgramTest {
  protected:
-  std::string file(int number) {
-    return folder().read(L"Containers\\" + std::to_wstring(number) + L".con");
-  }
-  std::string value(int number, const std::string& key) { return savedValue(file(number), key); }
   // "open", "folded" or "shrunk", as the file tells it.
   std::string state(int number) {
     if (value(number, "[Shrink]") == "1") return "shrunk";
     return value(number, "[Folded]") == "1" ? "folded" : "open";
-  }
-  void expectSaved(const std::function<void()>& action) {
-    events().expect(kEventSaved, L"saved", action);
-  }
-  void write(const SettingsFile& settings, const std::vector<ContainerRow>& containers) {
-    folder().write(L"Varnowick.ini", settings.bytes());
-    for (std::size_t i = 0; i < containers.size(); ++i)
-      folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(containers[i]));
   }
   static SettingsFile quiet() { return SettingsFile().set("[AutoExpand]", "0"); }
   RECT box(const Bar& bar, const std::wstring& name) {

@@ -13,7 +13,7 @@ std::string container(const wchar_t* name) { return containerFile({.name = name}
 
 TEST_F(MainDamage, ADamagedContainerIsToldOnceAndKeptInBackup) {
   const std::string damaged = "106\r\n[Container]\r\n-1\r\n[Name]\r\nHalf\r\n[Backco";
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   folder().write(L"Containers\\0.con", container(L"First"));
   folder().write(L"Containers\\1.con", damaged);
   folder().write(L"Containers\\2.con", container(L"Third"));
@@ -44,7 +44,7 @@ TEST_F(MainDamage, ASettingsFileThatCannotBeReadIsToldAndKeptInBackup) {
 }
 
 TEST_F(MainDamage, FilesBehindAGapInTheNumberingAreKeptInBackup) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   folder().write(L"Containers\\0.con", container(L"First"));
   folder().write(L"Containers\\2.con", container(L"Behind the gap"));
   folder().write(L"Containers\\notes.con", container(L"Not numbered"));
@@ -67,7 +67,7 @@ TEST_F(MainDamage, TextOutsideTheCodePageSurvives) {
   const std::string name = "\xE6\x97\xA5\xE6\x9C\xAC \xD0\x96 \xC3\xA9 \xF0\x9D\x84\x9E";
   std::string file = container(L"NAME");
   file.replace(file.find("NAME"), 4, name);
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   folder().write(L"Containers\\0.con", file);
   const DataFiles before = folder().state();
   const Bar bar = startBar();

@@ -10,26 +10,14 @@ namespace {
 
 class DetachedTest : public ProgramTest {
  protected:
-  std::string file(int number) {
-    return folder().read(L"Containers\\" + std::to_wstring(number) + L".con");
-  }
-  std::string value(int number, const std::string& key) { return savedValue(file(number), key); }
   bool detached(int number) { return value(number, "[Detached]") == "1"; }
   // So that a wait in vain tells which.
   static std::wstring inLine(int line) { return L" in line " + std::to_wstring(line); }
-  void expectSaved(const std::function<void()>& action, int line = __builtin_LINE()) {
-    events().expect(kEventSaved, L"saved" + inLine(line), action);
-  }
   void expectHidden(const std::function<void()>& action, int line = __builtin_LINE()) {
     events().expect(kEventDetachedHidden, L"hidden" + inLine(line), action);
   }
   void expectShown(const std::function<void()>& action, int line = __builtin_LINE()) {
     events().expect(kEventDetachedShown, L"shown" + inLine(line), action);
-  }
-  void write(const SettingsFile& settings, const std::vector<ContainerRow>& containers) {
-    folder().write(L"Varnowick.ini", settings.bytes());
-    for (std::size_t i = 0; i < containers.size(); ++i)
-      folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(containers[i]));
   }
   static ContainerRow tools(const DetachedRow& row) {
     return {.name = L"Tools",
@@ -48,9 +36,7 @@ class DetachedTest : public ProgramTest {
     return bar.accessible().find(name, ROLE_SYSTEM_GROUPING).has_value();
   }
   void chooseOnBar(Bar& bar, const std::wstring& name, const std::wstring& mnemonics) {
-    events().expect(kEventMenuOpened, L"menu opened",
-                    [&] { mouse::rightClick(titleOnBar(bar, name)); });
-    require(L"the menu's window", [&] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+    openMenuAt(titleOnBar(bar, name));
     bar.choose(mnemonics);
   }
 };

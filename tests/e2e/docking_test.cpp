@@ -14,8 +14,7 @@ constexpr DWORD kShortestRest = 150;    // ms: clearly less than a rest on the s
 class DockingTest : public ProgramTest {
  protected:
   Bar startSmallBar(const SettingsFile& settings = {}) {
-    folder().write(L"Varnowick.ini",
-                   SettingsFile(settings).window(kCollapsedLeft, 3000, kSide, kSide).bytes());
+    write(SettingsFile(settings).window(kCollapsedLeft, 3000, kSide, kSide));
     return startBar();
   }
   std::size_t expansions() { return events().count(kEventExpanded, program().process()); }
@@ -208,9 +207,7 @@ TEST_F(DockingTest, APositionOffEveryMonitorIsKeptInTheFileAndShownAtTheNearestE
   const LONG screenRight = GetSystemMetrics(SM_CXSCREEN);
   for (const char* hidden : {"0", "1"}) {
     SCOPED_TRACE(std::string("[Hidden] ") + hidden);
-    folder().write(
-        L"Varnowick.ini",
-        SettingsFile().window(90'000, 3000, kSide, kSide).set("[Hidden]", hidden).bytes());
+    write(SettingsFile().window(90'000, 3000, kSide, kSide).set("[Hidden]", hidden));
     const DataFiles before = folder().state();
     Bar bar = startBar();
     const RECT shown = bar.rect();

@@ -18,13 +18,10 @@ struct Expected {
 
 class DropTest : public ProgramTest {
  protected:
-  std::string recovery() { return folder().read(L"Varnowick.REC"); }
-  std::string container() { return folder().read(L"Containers\\0.con"); }
   DialogWindow message() { return waitForDialog(program().process(), kTitle); }
 
   Bar startOpen() {
-    folder().write(L"Varnowick.ini", SettingsFile().bytes());
-    folder().write(L"Containers\\0.con", containerFile({.name = L"Tools"}));
+    write(SettingsFile(), {{.name = L"Tools"}});
     Bar bar = startBar();
     bar.expand();
     return bar;
@@ -79,7 +76,7 @@ TEST_F(MainDrop, FilesFoldersAndLinksBecomeWhatTheyLeadTo) {
                      {"Folder.of things", " 2", ansi(below)},
                      {"Probe link", " 2", ansi(probe), "-a \"b c\""},
                      {"Page", " 1", "http://example.org/page"}});
-  EXPECT_EQ(countSavedShortcuts(container()), 0U);
+  EXPECT_EQ(countSavedShortcuts(file(0)), 0U);
   EXPECT_FALSE(launched(probe));
 }
 
@@ -87,15 +84,14 @@ TEST_F(MainDrop, AnAddressKeepsItsTitleAndAsksBeforeItStarts) {
   Bar bar = startOpen();
   drop(bar, offerAddress(L"https://example.org/a?b=c", L"The title of the page"),
        [&] { return placeInContainer(bar); });
-  check(container(), {{"The title of the page", " 1", "https://example.org/a?b=c", "", true}});
+  check(file(0), {{"The title of the page", " 1", "https://example.org/a?b=c", "", true}});
   EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
 }
 
 // What is known before is told by the cursor; a message would come too late.
 TEST_F(DropTest, AFullContainerTakesNothingAndSaysNothing) {
   const std::vector<ShortcutRow> full(250, {.caption = L"One of many", .path = L"C:\\x"});
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
-  folder().write(L"Containers\\0.con", containerFile({.name = L"Tools", .shortcuts = full}));
+  write(SettingsFile(), {{.name = L"Tools", .shortcuts = full}});
   Bar bar = startBar();
   bar.expand();
   const DataFiles before = folder().state();

@@ -32,13 +32,8 @@ class FolderTest : public ProgramTest {
   void put(const std::wstring& name) { writeFile(path(name), "x"); }
 
   Bar startWith(const std::wstring& shown, SettingsFile settings = SettingsFile()) {
-    folder().write(L"Varnowick.ini", settings.set("[AutoExpand]", "0")
-                                         .set("[FoldOnClick]", "0")
-                                         .set("[Dbl-Click]", "1")
-                                         .bytes());
-    folder().write(
-        L"Containers\\0.con",
-        containerFile({.name = L"Mine", .y = 600, .width = 2500, .height = 2400, .folder = shown}));
+    write(settings.set("[AutoExpand]", "0").set("[FoldOnClick]", "0").set("[Dbl-Click]", "1"),
+          {{.name = L"Mine", .y = 600, .width = 2500, .height = 2400, .folder = shown}});
     Bar bar = startBar();
     bar.expand();
     return bar;

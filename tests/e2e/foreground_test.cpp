@@ -30,7 +30,7 @@ using MainForeground = ForegroundTest;
 
 TEST_F(MainForeground, WhoHadTheKeyboardGetsItBackWheneverTheBarGoes) {
   const std::wstring probe = folder().addLaunchProbe();
-  folder().write(L"Varnowick.ini", withHotkey().add({.caption = L"Def", .path = probe}).bytes());
+  write(withHotkey().add({.caption = L"Def", .path = probe}));
   Bar bar = startBar();
   const auto open = [&] {
     events().expect(kEventExpanded, L"opened", hotkey);
@@ -86,7 +86,7 @@ TEST_F(MainForeground, WhoHadTheKeyboardGetsItBackWheneverTheBarGoes) {
 }
 
 TEST_F(MainForeground, AnOpenMessageComesForwardInsteadOfTheBar) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   Bar bar = startBar();
   bar.focus();
   keyboard::press(VK_F8);
@@ -107,9 +107,8 @@ TEST_F(MainForeground, AnOpenMessageComesForwardInsteadOfTheBar) {
 }
 
 TEST_F(MainForeground, TheHotkeyRaisesDetachedWindowsOnTheWayOutOnly) {
-  folder().write(L"Varnowick.ini", withHotkey().set("[GlobalHotkeyDetached]", "1").bytes());
-  folder().write(L"Containers\\0.con",
-                 containerFile({.name = L"Tools", .detached = detachedLines({.x = 9000})}));
+  write(withHotkey().set("[GlobalHotkeyDetached]", "1"),
+        {{.name = L"Tools", .detached = detachedLines({.x = 9000})}});
   startBar();
   const DetachedWindow tools(program(), events(), L"Tools");
   tools.waitUntilShown();
@@ -128,11 +127,9 @@ TEST_F(MainForeground, TheHotkeyRaisesDetachedWindowsOnTheWayOutOnly) {
 }
 
 TEST_F(MainForeground, StripAndTabStayBehindAProgramThatFillsTheScreen) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
-  folder().write(L"Containers\\0.con",
-                 containerFile({.name = L"Tools",
-                                .detached = detachedLines(
-                                    {.useTab = true, .autoShow = true, .autoHide = true})}));
+  write(SettingsFile(),
+        {{.name = L"Tools",
+          .detached = detachedLines({.useTab = true, .autoShow = true, .autoHide = true})}});
   Bar bar = startBar();
   const DetachedWindow tools(program(), events(), L"Tools");
   require(L"the tab", [&] { return tools.tabShown(); });

@@ -22,8 +22,7 @@ Counts countsOf(DWORD process) {
 TEST_F(Handles, DoNotGrowOverFiftyRounds) {
   constexpr int kWarmUp = 5;  // icons and fonts that stay
   constexpr int kRounds = 50;
-  folder().write(L"Varnowick.ini", SettingsFile().set("[Undock Immediately]", "1").bytes());
-  folder().write(L"Containers\\0.con", containerFile({.name = L"Tools"}));
+  write(SettingsFile().set("[Undock Immediately]", "1"), {{.name = L"Tools"}});
   Bar bar = startBar();
   Counts start;
   for (int round = 0; round < kWarmUp + kRounds; ++round) {

@@ -31,16 +31,11 @@ class JumpBoxTest : public ProgramTest {
             [&] { return field(bar) != nullptr && textOf(field(bar)) == letters; });
   }
   Bar startFocused(const std::wstring& probe) {
-    folder().write(
-        L"Varnowick.ini",
-        SettingsFile().add({.caption = L"Other", .path = L"C:\\none.exe", .y = 3600}).bytes());
-    folder().write(
-        L"Containers\\0.con",
-        containerFile(
-            {.name = L"Tools",
-             .shortcuts = {
-                 {.caption = L"Zebra one", .path = probe, .x = 120, .y = 480},
-                 {.caption = L"Zebra two", .path = L"C:\\none.exe", .x = 120, .y = 1560}}}));
+    write(
+        SettingsFile().add({.caption = L"Other", .path = L"C:\\none.exe", .y = 3600}),
+        {{.name = L"Tools",
+          .shortcuts = {{.caption = L"Zebra one", .path = probe, .x = 120, .y = 480},
+                        {.caption = L"Zebra two", .path = L"C:\\none.exe", .x = 120, .y = 1560}}}});
     Bar bar = startBar();
     bar.focus();
     return bar;
@@ -74,7 +69,7 @@ TEST_F(MainJumpBox, FindsAShortcutInAContainerAndStartsIt) {
 
 TEST_F(MainJumpBox, OpensContainersAndFilesOfFolders) {
   const std::wstring probe = folder().addLaunchProbe();
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   folder().write(L"Containers\\0.con", containerFile({.name = L"Zebras", .folded = true}));
   folder().write(L"Containers\\1.con",
                  containerFile({.name = L"Mine",

@@ -18,12 +18,9 @@ int opacityOf(HWND window) {
 
 TEST_F(MainEvent, RestingExpandsAClickLaunchesAndLeavingCollapses) {
   const std::wstring probe = folder().addLaunchProbe();
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
-  folder().write(L"Containers\\0.con",
-                 containerFile({.name = L"Tools",
-                                .shortcuts = {{.caption = L"Probe",
-                                               .path = probe,
-                                               .parameters = L"-v \"two words\""}}}));
+  write(SettingsFile(),
+        {{.name = L"Tools",
+          .shortcuts = {{.caption = L"Probe", .path = probe, .parameters = L"-v \"two words\""}}}});
   const DataFiles before = folder().state();
   Bar bar = startBar();
   const RECT collapsed = windowAt(kCollapsedLeft, kBarTop, kBarWidth, kBarHeight);
@@ -74,11 +71,9 @@ TEST_F(MainEvent, EveryEdgeHasItsOwnExpandedPlaceAndLeavesFortyTwips) {
   for (const Edge& edge : edges()) {
     SCOPED_TRACE(edge.name);
     mouse::moveTo({GetSystemMetrics(SM_CXSCREEN) / 2, GetSystemMetrics(SM_CYSCREEN) / 2});
-    folder().write(L"Varnowick.ini",
-                   SettingsFile()
-                       .window(static_cast<int>(edge.left), static_cast<int>(edge.top), 3000, 3000)
-                       .set("[Animate]", edge.animate ? "1" : "0")
-                       .bytes());
+    write(SettingsFile()
+              .window(static_cast<int>(edge.left), static_cast<int>(edge.top), 3000, 3000)
+              .set("[Animate]", edge.animate ? "1" : "0"));
     Bar bar = startBar();
     const RECT collapsed = windowAt(edge.left, edge.top, 3000, 3000);
     EXPECT_EQ(bar.rect(), collapsed);
@@ -93,11 +88,8 @@ TEST_F(MainEvent, EveryEdgeHasItsOwnExpandedPlaceAndLeavesFortyTwips) {
 
 TEST_F(MainEvent, AScreenReaderFindsAndOpensWhatTheMouseDoes) {
   const std::wstring probe = folder().addLaunchProbe();
-  folder().write(L"Varnowick.ini",
-                 SettingsFile().add({.caption = L"Loose", .path = probe}).bytes());
-  folder().write(
-      L"Containers\\0.con",
-      containerFile({.name = L"Tools", .y = 1800, .shortcuts = {{.caption = L"Inside"}}}));
+  write(SettingsFile().add({.caption = L"Loose", .path = probe}),
+        {{.name = L"Tools", .y = 1800, .shortcuts = {{.caption = L"Inside"}}}});
   Bar bar = startBar();
   bar.expand();
   const AccessibleWindow seen = bar.accessible();

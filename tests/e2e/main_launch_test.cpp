@@ -8,14 +8,11 @@ class MainLaunch : public ProgramTest {
  protected:
   // Starts the program with that shortcut on the panel and clicks it.
   Bar startAndClick(const ShortcutRow& shortcut) {
-    folder().write(L"Varnowick.ini", SettingsFile().add(shortcut).bytes());
+    write(SettingsFile().add(shortcut));
     Bar bar = startBar();
     bar.expand();
     bar.click(shortcut.caption);
     return bar;
-  }
-  DialogWindow dialog(const std::wstring& title) {
-    return waitForDialog(program().process(), title);
   }
 };
 

@@ -11,7 +11,7 @@ class MainMenu : public ProgramTest {
  protected:
   // A running program with a change that has not been saved.
   Bar startAndChange() {
-    folder().write(L"Varnowick.ini", SettingsFile().bytes());
+    write(SettingsFile());
     Bar bar = startBar();
     bar.focus();
     events().expect(kEventSaved, L"saved", [] { keyboard::chord({VK_CONTROL, 'L'}); });
@@ -111,10 +111,7 @@ TEST_F(MainMenu, EveryRowIsCarriedOut) {
   for (const char* key : {"[ConfirmDelete]", "[ConfirmStartAllShortcuts]"}) settings.set(key, "1");
   settings.set("[AutoExpand]", "0").window(kCollapsedLeft, 0, kBarWidth, 11'500);
   for (const ShortcutRow& shortcut : two(330)) settings.add(shortcut);
-  folder().write(L"Varnowick.ini", settings.bytes());
-  folder().write(
-      L"Containers\\0.con",
-      containerFile({.name = L"Work", .y = 2600, .height = 2200, .shortcuts = two(630)}));
+  write(settings, {{.name = L"Work", .y = 2600, .height = 2200, .shortcuts = two(630)}});
   Bar bar = startBar();
   putOnClipboard(offerText(L"http://example.org/"));
   const auto selected = [&] { return bar.accessible().selection(L"Workspace"); };
@@ -183,8 +180,7 @@ TEST_F(MainMenu, EveryRowIsCarriedOut) {
 TEST_F(MainMenu, ADoubleClickOnAButtonChoosesNothing) {
   const int height = 6000;
   const int top = static_cast<int>(toTwips(GetSystemMetrics(SM_CYSCREEN))) - height;
-  folder().write(L"Varnowick.ini",
-                 SettingsFile().window(kCollapsedLeft, top, kBarWidth, height).bytes());
+  write(SettingsFile().window(kCollapsedLeft, top, kBarWidth, height));
   Bar bar = startBar();
   for (const wchar_t* button : {L"Add", L"Settings", L"Menu"}) {
     SCOPED_TRACE(toUtf8(button));

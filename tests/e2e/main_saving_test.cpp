@@ -30,7 +30,7 @@ TEST_F(MainSaving, SavingAndEndingLeavesEveryFileByteForByte) {
 }
 
 TEST_F(MainSaving, AChangeWritesTheRecoveryCopyAndSavingRemovesIt) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   Bar bar = startBar();
   bar.focus();
   events().expect(kEventSaved, L"saved", [] { keyboard::chord({VK_CONTROL, 'L'}); });
@@ -44,7 +44,7 @@ TEST_F(MainSaving, AChangeWritesTheRecoveryCopyAndSavingRemovesIt) {
 }
 
 TEST_F(MainSaving, AFileThatAnotherProgramHasOpenIsStillThereAfterwards) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   for (int i = 0; i < 3; ++i)
     folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile({.name = L"Box"}));
   startBar();
@@ -61,7 +61,7 @@ TEST_F(MainSaving, AFileThatAnotherProgramHasOpenIsStillThereAfterwards) {
 }
 
 TEST_F(MainSaving, TheSessionEndingIsACleanExit) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   Bar bar = startBar();
   bar.focus();
   events().expect(kEventSaved, L"saved", [] { keyboard::chord({VK_CONTROL, 'L'}); });
@@ -83,7 +83,7 @@ TEST_F(MainSaving, TheSessionEndingIsACleanExit) {
 }
 
 TEST_F(MainSaving, ASessionThatGoesOnAfterAllChangesNothing) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   const Bar bar = startBar();
   const DataFiles before = folder().state();
   SendMessageW(bar.window(), WM_QUERYENDSESSION, 0, 0);
@@ -103,7 +103,7 @@ class MainFailedSave : public ProgramTest, public testing::WithParamInterface<Ob
       CreateDirectoryW(file().c_str(), nullptr);
       return bar;
     }
-    folder().write(L"Varnowick.ini", SettingsFile().bytes());
+    write(SettingsFile());
     Bar bar = startBar();
     holder_.reset(CreateFileW(file().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     return bar;

@@ -135,7 +135,7 @@ TEST_F(MainStartup, RefusesToRunInTheRootFolderOfADrive) {
 }
 
 TEST_F(MainStartup, ASecondStartBringsTheFirstForwardAndEnds) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   const Bar bar = startBar();
   RunningProgram second(folder(), events());
   EXPECT_EQ(second.waitForExit(), 0U);

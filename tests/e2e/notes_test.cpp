@@ -46,16 +46,9 @@ class PageOpener {
 
 class NotesTest : public ProgramTest {
  protected:
-  std::string file() { return folder().read(L"Containers\\0.con"); }
-  void expectSaved(const std::function<void()>& action) {
-    events().expect(kEventSaved, L"saved", action);
-  }
   void writeNote(const std::string& note) {
-    folder().write(L"Varnowick.ini", SettingsFile().bytes());
-    folder().write(
-        L"Containers\\0.con",
-        containerFile(
-            {.name = L"Memo", .x = 120, .y = 600, .width = 2500, .height = 3000, .note = note}));
+    write(SettingsFile(),
+          {{.name = L"Memo", .x = 120, .y = 600, .width = 2500, .height = 3000, .note = note}});
   }
   RECT noteRect(const Bar& bar, const std::wstring& container) {
     return bar.accessible().waitFor(L"Note of " + container).rect;
@@ -80,7 +73,7 @@ class NotesTest : public ProgramTest {
   }
   // The note's lines in the file, as UTF-8.
   std::string savedNote() {
-    const std::string all = file();
+    const std::string all = file(0);
     const std::string start = "[START Note]\r\n";
     const std::size_t from = all.find(start) + start.size();
     return all.substr(from, all.find("\r\n[END Note]\r\n", from) - from);
@@ -89,7 +82,7 @@ class NotesTest : public ProgramTest {
 using MainNotes = NotesTest;
 
 TEST_F(MainNotes, ANewOneIsTypedInAndReadAgain) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   Bar bar = startBar();
   bar.focus();
   expectSaved([] { keyboard::chord({VK_CONTROL, 'N'}); });
@@ -100,19 +93,19 @@ TEST_F(MainNotes, ANewOneIsTypedInAndReadAgain) {
   keyboard::chord({VK_CONTROL, 'V'});
   require(L"the text", [&] { return textOf(control).ends_with(L"last"); });
   endEditing(bar);
-  EXPECT_EQ(savedValue(file(), "[NOTE ON]"), "1");
+  EXPECT_EQ(savedValue(file(0), "[NOTE ON]"), "1");
   EXPECT_EQ(savedNote(), "bread and milk\r\n" + toUtf8(L"\x65E5\x672C \x042F\xD83D\xDE00") +
                              "\r\n[END Note] \r\nlast")
       << "a line that would end the note has a blank";
   closeProgram();
-  const std::string before = file();
+  const std::string before = file(0);
   Bar again = startBar();
   if (!again.isOut()) again.expand();
   mouse::click(centreOf(noteRect(again, L"Note")));
   EXPECT_NE(textOf(editor(again)).find(L"\x65E5\x672C"), std::wstring::npos);
   keyboard::press(VK_ESCAPE);
   closeProgram();
-  EXPECT_EQ(file(), before);
+  EXPECT_EQ(file(0), before);
 }
 
 TEST_F(MainNotes, ALinkIsOpenedAndAClickBesideItEdits) {
@@ -135,17 +128,14 @@ TEST_F(MainNotes, ALinkIsOpenedAndAClickBesideItEdits) {
 
 TEST_F(NotesTest, WhatWasTypedGoesWithItsContainerAndNotToTheNext) {
   writeNote("old words\r\n");
-  folder().write(L"Varnowick.ini", SettingsFile().set("[ConfirmDelete]", "0").bytes());
+  write(SettingsFile().set("[ConfirmDelete]", "0"));
   Bar bar = startBar();
   bar.expand();
   mouse::click(centreOf(noteRect(bar, L"Memo")));
   const HWND control = editor(bar);
   keyboard::type(L"new words");
   const RECT box = bar.accessible().waitFor(L"Memo", ROLE_SYSTEM_GROUPING).rect;
-  events().expect(kEventMenuOpened, L"menu opened", [&] {
-    mouse::rightClick({box.left + toPixels(300), box.top + toPixels(175)});
-  });
-  require(L"the menu's window", [&] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+  openMenuAt({box.left + toPixels(300), box.top + toPixels(175)});
   bar.choose(L"r");
   require(L"the container to go", [&] { return !folder().exists(L"Containers\\0.con"); });
   require(L"the editor to go", [&] { return !IsWindowVisible(GetParent(control)); });
@@ -153,8 +143,8 @@ TEST_F(NotesTest, WhatWasTypedGoesWithItsContainerAndNotToTheNext) {
   expectSaved([] { keyboard::chord({VK_CONTROL, 'N'}); });
   editor(bar);
   closeProgram();
-  EXPECT_EQ(savedValue(file(), "[Name]"), "Note");
-  EXPECT_EQ(file().find("words"), std::string::npos);
+  EXPECT_EQ(savedValue(file(0), "[Name]"), "Note");
+  EXPECT_EQ(file(0).find("words"), std::string::npos);
 }
 
 TEST_F(NotesTest, FiveMegabytesAreShownEditedAndScrolled) {
@@ -177,7 +167,7 @@ TEST_F(NotesTest, FiveMegabytesAreShownEditedAndScrolled) {
   EXPECT_EQ(savedNote(), std::string(15'000, 'y'));
   keyboard::chord({VK_CONTROL, 'Z'});
   endEditing(bar);
-  const std::string all = file();
+  const std::string all = file(0);
   EXPECT_NE(all.find("now "), std::string::npos);
   EXPECT_GT(all.size(), note.size());
   closeProgram();
@@ -191,8 +181,7 @@ TEST_F(NotesTest, TheMenuEditsAndTheBarStaysMeanwhile) {
   mouse::click(centreOf(note));
   const HWND control = editor(bar);
   const auto choose = [&](const wchar_t* mnemonic) {
-    events().expect(kEventMenuOpened, L"menu opened", [&] { mouse::rightClick(centreOf(note)); });
-    require(L"the menu's window", [&] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+    openMenuAt(centreOf(note));
     events().expect(kEventMenuClosed, L"menu closed", [&] { bar.choose(mnemonic); });
   };
   events().expect(kEventMenuOpened, L"menu opened", [&] { mouse::rightClick(centreOf(note)); });
@@ -212,7 +201,7 @@ TEST_F(NotesTest, TheMenuEditsAndTheBarStaysMeanwhile) {
 
 // What cannot be saved is told of in a box, in which the session then ends.
 TEST_F(NotesTest, TheSessionMayEndWhileWhatWasTypedInAWindowIsSaved) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   for (int i = 0; i < 2; ++i)
     folder().write(L"Containers\\" + std::to_wstring(i) + L".con",
                    containerFile({.name = i == 0 ? L"Memo" : L"Other",
@@ -233,7 +222,7 @@ TEST_F(NotesTest, TheSessionMayEndWhileWhatWasTypedInAWindowIsSaved) {
 
 TEST_F(MainNotes, APictureIsAddedAndWhatIsNoneIsRefused) {
   const std::wstring picture = folder().path() + L"\\Images\\picture-64.png";
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
+  write(SettingsFile());
   folder().write(L"text.png", "This is no picture at all, whatever its name says.");
   Bar bar = startBar();
   const auto choose = [&](const std::wstring& path) {
@@ -310,8 +299,8 @@ TEST_F(MainNotes, ColoursAreChosenAndReset) {
   GetWindowRect(GetDlgItem(colours.handle(), frmConColors::kLighterBack), &r);
   mouse::click(centreOf(r));
   expectSaved([&] { colours.press(IDOK); });
-  const std::string lighter = savedValue(file(), "[Backcolor]");
-  EXPECT_NE(lighter, savedValue(file(), "[Forecolor]"));
+  const std::string lighter = savedValue(file(0), "[Backcolor]");
+  EXPECT_NE(lighter, savedValue(file(0), "[Forecolor]"));
 
   colours = openColours();
   GetWindowRect(GetDlgItem(colours.handle(), frmConColors::kReset), &r);
@@ -320,7 +309,7 @@ TEST_F(MainNotes, ColoursAreChosenAndReset) {
   EXPECT_EQ(question.text(), L"Reset Container's colors to defualt values?");
   question.press(IDYES);
   expectSaved([&] { colours.press(IDOK); });
-  EXPECT_EQ(savedValue(file(), "[Backcolor]"), savedValue(file(), "[Forecolor]"));
+  EXPECT_EQ(savedValue(file(0), "[Backcolor]"), savedValue(file(0), "[Forecolor]"));
   closeProgram();
 }
 

@@ -77,9 +77,27 @@ std::vector<std::wstring> ProgramTest::closeAnsweringDialogs() {
   return told;
 }
 
-void ProgramTest::chooseFromMenu(POINT at, MenuId menu, Command command) {
+void ProgramTest::write(const SettingsFile& settings, const std::vector<ContainerRow>& containers) {
+  folder().write(L"Varnowick.ini", settings.bytes());
+  for (std::size_t i = 0; i < containers.size(); ++i)
+    folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(containers[i]));
+}
+
+std::string ProgramTest::file(int number) {
+  return folder().read(L"Containers\\" + std::to_wstring(number) + L".con");
+}
+
+void ProgramTest::expectSaved(const std::function<void()>& action, int line) {
+  events().expect(kEventSaved, L"saved, in line " + std::to_wstring(line), action);
+}
+
+void ProgramTest::openMenuAt(POINT at) {
   events().expect(kEventMenuOpened, L"menu opened", [&] { mouse::rightClick(at); });
   require(L"the menu's window", [] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+}
+
+void ProgramTest::chooseFromMenu(POINT at, MenuId menu, Command command) {
+  openMenuAt(at);
   const std::vector<ShownMenuRow> rows = shownMenu(menu, {});
   const auto stops = [](const ShownMenuRow& row) {
     return row.command != Command::None || !row.caption.empty();

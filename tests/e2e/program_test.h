@@ -45,7 +45,20 @@ class ProgramTest : public testing::Test {
   // The same where the program has no reason to tell anything.
   void closeProgram() { EXPECT_TRUE(closeAnsweringDialogs().empty()); }
 
-  // Opens a menu by a right click there, and chooses from it with the arrow keys. The
+  // The settings file, and container files from 0.con on.
+  void write(const SettingsFile& settings, const std::vector<ContainerRow>& containers = {});
+  std::string file(int number);
+  std::string recovery() { return folder().read(L"Varnowick.REC"); }
+  // A value of a container file.
+  std::string value(int number, const std::string& key) { return savedValue(file(number), key); }
+  DialogWindow dialog(const std::wstring& title) {
+    return waitForDialog(program().process(), title);
+  }
+  // Does it and waits until it is on the disk. The line tells which wait was in vain.
+  void expectSaved(const std::function<void()>& action, int line = __builtin_LINE());
+  // Opens a menu by a right click there.
+  void openMenuAt(POINT at);
+  // The same, and chooses from it with the arrow keys. The
   // rows are those of the menu's table; the ones that windows add stand below them.
   void chooseFromMenu(POINT at, MenuId menu, Command command);
 

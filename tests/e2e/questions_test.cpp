@@ -36,7 +36,7 @@ class MainUnanswered : public ProgramTest, public testing::WithParamInterface<Wa
 
 TEST_P(MainUnanswered, TheRecoveryQuestionEndsTheProgramAndKeepsBothFiles) {
   if (!underWine() && GetParam() == Way::Esc) GTEST_SKIP() << "Windows ignores it there";
-  folder().write(L"Varnowick.ini", SettingsFile().set("[LOCKED]", "1").bytes());
+  write(SettingsFile().set("[LOCKED]", "1"));
   folder().write(L"Varnowick.REC", SettingsFile().bytes());
   const DataFiles before = folder().state();
   start();
@@ -49,8 +49,7 @@ TEST_P(MainUnanswered, TheRecoveryQuestionEndsTheProgramAndKeepsBothFiles) {
 
 TEST_P(MainUnanswered, AConfirmationStartsNothing) {
   const std::wstring probe = folder().addLaunchProbe();
-  folder().write(L"Varnowick.ini",
-                 SettingsFile().add({.caption = L"Probe", .path = probe, .confirm = true}).bytes());
+  write(SettingsFile().add({.caption = L"Probe", .path = probe, .confirm = true}));
   Bar bar = startBar();
   bar.expand();
   bar.click(L"Probe");

@@ -52,9 +52,6 @@ class SettingsTest : public ProgramTest {
       return classOf(window) == className && (!visible || IsWindowVisible(window));
     });
   }
-  void expectSaved(const std::function<void()>& action) {
-    events().expect(kEventSaved, L"saved", action);
-  }
   void select(const Bar& bar, const wchar_t* name) {
     bar.accessible().select(bar.accessible().waitFor(name), SELFLAG_TAKESELECTION);
     require(L"the selection",
@@ -271,8 +268,7 @@ TEST_F(SettingsTest, DeedsFollowThem) {
     bar.focus();
     const RECT title = bar.accessible().waitFor(L"Work", ROLE_SYSTEM_STATICTEXT).rect;
     const POINT onTitle{title.left + toPixels(500), (title.top + title.bottom) / 2};
-    events().expect(kEventMenuOpened, L"menu opened", [&] { mouse::rightClick(onTitle); });
-    require(L"the menu's window", [] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+    openMenuAt(onTitle);
     if (on) {
       keyboard::type(L"s");
       const DialogWindow question = waitForDialog(program().process(), kTitle);

@@ -12,14 +12,6 @@ using Record = std::map<std::string, std::string>;
 
 class ShortcutsTest : public ProgramTest {
  protected:
-  std::string recovery() { return folder().read(L"Varnowick.REC"); }
-  std::string container() { return folder().read(L"Containers\\0.con"); }
-  DialogWindow dialog(const std::wstring& title) {
-    return waitForDialog(program().process(), title);
-  }
-  void expectSaved(const std::function<void()>& action) {
-    events().expect(kEventSaved, L"saved", action);
-  }
   POINT placeOf(const Bar& bar, const std::wstring& name) {
     return centreOf(bar.accessible().waitFor(name).rect);
   }
@@ -49,35 +41,28 @@ using MainShortcuts = ShortcutsTest;
 
 TEST_F(MainShortcuts, DraggedIntoAContainerAndPastedFromItsMenu) {
   const std::wstring target = folder().addLaunchProbe();
-  folder().write(
-      L"Varnowick.ini",
-      SettingsFile().add({.caption = L"Moves", .path = target, .x = 360, .y = 3600}).bytes());
-  folder().write(L"Containers\\0.con", containerFile({.name = L"Tools"}));
+  write(SettingsFile().add({.caption = L"Moves", .path = target, .x = 360, .y = 3600}),
+        {{.name = L"Tools"}});
   Bar bar = startBar();
   bar.expand();
   const RECT tools = bar.accessible().waitFor(L"Tools", ROLE_SYSTEM_GROUPING).rect;
   expectSaved([&] { mouse::drag(placeOf(bar, L"Moves"), centreOf(tools)); });
-  EXPECT_EQ(savedShortcut(container(), "Moves")["[LinkPath]"], ansi(target));
+  EXPECT_EQ(savedShortcut(file(0), "Moves")["[LinkPath]"], ansi(target));
   EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
   EXPECT_FALSE(launched(target)) << "a drag is no click";
 
   putOnClipboard(offerText(L"http://example.org/"));
-  events().expect(kEventMenuOpened, L"menu opened", [&] {
-    mouse::rightClick({tools.left + toPixels(300), tools.top + toPixels(175)});
-  });
-  require(L"the menu's window", [] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+  openMenuAt({tools.left + toPixels(300), tools.top + toPixels(175)});
   expectSaved([&] { bar.choose(L"e"); });
-  EXPECT_FALSE(savedShortcut(container(), "example.org").empty());
+  EXPECT_FALSE(savedShortcut(file(0), "example.org").empty());
 }
 
 TEST_F(MainShortcuts, DroppedOnAnotherOneOpensWithTheOther) {
   const std::wstring probe = folder().addLaunchProbe();
   const std::wstring document = folder().file(L"a document.txt");
-  folder().write(L"Varnowick.ini",
-                 SettingsFile()
-                     .add({.caption = L"Doc", .path = document, .x = 360, .y = 360})
-                     .add({.caption = L"Probe", .path = probe, .x = 360, .y = 3600})
-                     .bytes());
+  write(SettingsFile()
+            .add({.caption = L"Doc", .path = document, .x = 360, .y = 360})
+            .add({.caption = L"Probe", .path = probe, .x = 360, .y = 3600}));
   Bar bar = startBar();
   bar.expand();
   const DataFiles before = folder().state();
@@ -107,12 +92,10 @@ TEST_F(MainShortcuts, DroppedOnAnotherOneOpensWithTheOther) {
 // follows starts as if there had been none.
 TEST_F(MainShortcuts, ADragThatEndsNowhereChangesNothingAndHoldsNothingUp) {
   const std::wstring probe = folder().addLaunchProbe();
-  folder().write(L"Varnowick.ini",
-                 SettingsFile().add({.caption = L"Probe", .path = probe, .y = 3600}).bytes());
-  folder().write(L"Containers\\0.con",
-                 containerFile({.name = L"Away",
-                                .shortcuts = {{.caption = L"Inside", .path = L"C:\\x", .y = 600}},
-                                .detached = detachedLines({})}));
+  write(SettingsFile().add({.caption = L"Probe", .path = probe, .y = 3600}),
+        {{.name = L"Away",
+          .shortcuts = {{.caption = L"Inside", .path = L"C:\\x", .y = 600}},
+          .detached = detachedLines({})}});
   Bar bar = startBar();
   const DetachedWindow away(program(), events(), L"Away");
   away.waitUntilShown();
@@ -135,11 +118,9 @@ TEST_F(MainShortcuts, ADragThatEndsNowhereChangesNothingAndHoldsNothingUp) {
 }
 
 TEST_F(MainShortcuts, DroppedOnTheEdgeOfAnotherItGoesInBesideIt) {
-  folder().write(L"Varnowick.ini",
-                 SettingsFile()
-                     .add({.caption = L"A", .path = L"C:\\a.txt", .x = 120, .y = 120})
-                     .add({.caption = L"B", .path = L"C:\\b.txt", .x = 1440, .y = 120})
-                     .bytes());
+  write(SettingsFile()
+            .add({.caption = L"A", .path = L"C:\\a.txt", .x = 120, .y = 120})
+            .add({.caption = L"B", .path = L"C:\\b.txt", .x = 1440, .y = 120}));
   Bar bar = startBar();
   bar.expand();
   const RECT a = bar.accessible().waitFor(L"A").rect;
@@ -160,7 +141,7 @@ SettingsFile threeShortcuts() {
 }
 
 TEST_F(ShortcutsTest, DeletingAsksOnceForAll) {
-  folder().write(L"Varnowick.ini", threeShortcuts().bytes());
+  write(threeShortcuts());
   Bar bar = startBar();
   bar.focus();
   const DataFiles before = folder().state();
@@ -181,7 +162,7 @@ TEST_F(ShortcutsTest, DeletingAsksOnceForAll) {
 }
 
 TEST_F(ShortcutsTest, WithoutConfirmationDeletingDoesNotAsk) {
-  folder().write(L"Varnowick.ini", threeShortcuts().set("[ConfirmDelete]", "0").bytes());
+  write(threeShortcuts().set("[ConfirmDelete]", "0"));
   Bar bar = startBar();
   bar.focus();
   keyboard::chord({VK_CONTROL, 'A'});
@@ -190,7 +171,7 @@ TEST_F(ShortcutsTest, WithoutConfirmationDeletingDoesNotAsk) {
 }
 
 TEST_F(ShortcutsTest, LockedNothingIsMovedDeletedOrAdded) {
-  folder().write(L"Varnowick.ini", threeShortcuts().set("[LOCKED]", "1").bytes());
+  write(threeShortcuts().set("[LOCKED]", "1"));
   Bar bar = startBar();
   const DataFiles before = folder().state();
   const auto answerMessage = [&] {
@@ -224,8 +205,7 @@ TEST_F(ShortcutsTest, LockedNothingIsMovedDeletedOrAdded) {
 
 TEST_F(MainShortcuts, ThePropertiesAreWrittenOnceTheyAreValid) {
   using Id = frmShortcutProperties::Id;
-  folder().write(L"Varnowick.ini",
-                 SettingsFile().add({.caption = L"Old", .path = L"C:\\none.exe"}).bytes());
+  write(SettingsFile().add({.caption = L"Old", .path = L"C:\\none.exe"}));
   Bar bar = startBar();
   bar.focus();
   keyboard::chord({VK_CONTROL, 'A'});
@@ -246,10 +226,7 @@ TEST_F(MainShortcuts, ThePropertiesAreWrittenOnceTheyAreValid) {
 }
 
 TEST_F(MainShortcuts, AWebAddressIsTypedAndFindsAFreePlace) {
-  folder().write(L"Varnowick.ini",
-                 SettingsFile()
-                     .add({.caption = L"First", .path = L"C:\\none.exe", .x = 120, .y = 120})
-                     .bytes());
+  write(SettingsFile().add({.caption = L"First", .path = L"C:\\none.exe", .x = 120, .y = 120}));
   Bar bar = startBar();
   bar.focus();
   keyboard::chord({VK_CONTROL, 'W'});
@@ -272,7 +249,7 @@ TEST_F(ShortcutsTest, TheMainPanelTakesThreeHundredAndFiftyAndSaysSo) {
   for (int i = 0; i < 349; ++i)
     settings.add(
         {.caption = std::to_wstring(i), .path = L"C:\\none.exe", .x = 120, .y = 12'000 + 120 * i});
-  folder().write(L"Varnowick.ini", settings.bytes());
+  write(settings);
   Bar bar = startBar();
   bar.focus();
   putOnClipboard(offerText(L"http://one.example/ and http://two.example/"));
@@ -289,13 +266,10 @@ using KeyboardTest = ShortcutsTest;
 
 TEST_F(KeyboardTest, ReachesStartsAndEditsAShortcutInAContainer) {
   const std::wstring probe = folder().addLaunchProbe();
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
-  folder().write(
-      L"Containers\\0.con",
-      containerFile(
-          {.name = L"Tools",
-           .shortcuts = {{.caption = L"Upper", .path = L"C:\\none.exe", .x = 120, .y = 480},
-                         {.caption = L"Lower", .path = probe, .x = 120, .y = 1560}}}));
+  write(SettingsFile(),
+        {{.name = L"Tools",
+          .shortcuts = {{.caption = L"Upper", .path = L"C:\\none.exe", .x = 120, .y = 480},
+                        {.caption = L"Lower", .path = probe, .x = 120, .y = 1560}}}});
   Bar bar = startBar();
   bar.focus();
   for (int tabs = 0; tabs < 40 && !focused(bar, L"Upper"); ++tabs) keyboard::press(VK_TAB);
@@ -319,11 +293,10 @@ TEST_F(KeyboardTest, TheGlobalHotkeyBringsUpTheBar) {
   } rows[] = {{" 3", {VK_CONTROL, VK_MENU, 'J'}}, {" 8", {VK_LWIN, 'J'}}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.modifiers);
-    folder().write(L"Varnowick.ini", SettingsFile()
-                                         .set("[GlobalHotkey]", "1")
-                                         .set("[GlobalHotkeyChar]", "J")
-                                         .set("[GlobalHotkeyMod]", row.modifiers)
-                                         .bytes());
+    write(SettingsFile()
+              .set("[GlobalHotkey]", "1")
+              .set("[GlobalHotkeyChar]", "J")
+              .set("[GlobalHotkeyMod]", row.modifiers));
     Bar bar = startBar();
     keyboard::chord(row.keys);
     require(L"the bar to come out", [&] { return bar.isOut(); });
@@ -334,11 +307,10 @@ TEST_F(KeyboardTest, TheGlobalHotkeyBringsUpTheBar) {
 
 TEST_F(KeyboardTest, AHotkeyTakenByAnotherProgramStaysInTheFile) {
   ASSERT_TRUE(RegisterHotKey(nullptr, 1, MOD_CONTROL | MOD_ALT, 'J'));
-  folder().write(L"Varnowick.ini", SettingsFile()
-                                       .set("[GlobalHotkey]", "1")
-                                       .set("[GlobalHotkeyChar]", "J")
-                                       .set("[GlobalHotkeyMod]", " 3")
-                                       .bytes());
+  write(SettingsFile()
+            .set("[GlobalHotkey]", "1")
+            .set("[GlobalHotkeyChar]", "J")
+            .set("[GlobalHotkeyMod]", " 3"));
   const DataFiles before = folder().state();
   Bar bar = startBar();
   bar.expand();
@@ -351,10 +323,9 @@ TEST_F(KeyboardTest, AHotkeyTakenByAnotherProgramStaysInTheFile) {
 // Their icons cannot be had, and asking for them may take long.
 TEST_F(KeyboardTest, TargetsThatCannotBeReachedKeepNobodyWaiting) {
   const std::wstring dead = L"\\\\no-such-host-xyz\\share\\a.exe";
-  folder().write(L"Varnowick.ini", SettingsFile()
-                                       .add({.caption = L"Dead", .path = dead, .y = 3600})
-                                       .add({.caption = L"Gone", .path = L"C:\\gone\\a.exe"})
-                                       .bytes());
+  write(SettingsFile()
+            .add({.caption = L"Dead", .path = dead, .y = 3600})
+            .add({.caption = L"Gone", .path = L"C:\\gone\\a.exe"}));
   Bar bar = startBar();
   bar.focus();
   expectSaved([] { keyboard::chord({VK_CONTROL, 'L'}); });

@@ -14,10 +14,6 @@ class UndoTest : public ProgramTest {
     for (std::size_t i = 0; i < containers.size(); ++i)
       folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(containers[i]));
   }
-  void expectSaved(const std::function<void()>& action) {
-    events().expect(kEventSaved, L"saved", action);
-  }
-  std::string recovery() { return folder().read(L"Varnowick.REC"); }
   static ContainerRow tools(const std::string& detached = {}) {
     return {.name = L"Tools",
             .y = 600,
