@@ -58,13 +58,13 @@ TEST_F(MainForeground, WhoHadTheKeyboardGetsItBackWheneverTheBarGoes) {
       {"something starts", [&] { bar.click(L"Def"); }},
   };
   for (const auto& way : ways) {
-    SCOPED_TRACE(way.name);
     OtherProgram other;
     mouse::moveAwayFrom(bar.rect());
     open();
     events().expect(kEventCollapsed, std::wstring(L"collapsed: ") + fromUtf8(way.name),
                     way.collapse);
-    require(L"the other program to have the keyboard", [&] { return other.inFront(); });
+    ASSERT_TRUE(waitFor([&] { return other.inFront(); }))
+        << way.name << ": " << toUtf8(classOf(GetForegroundWindow())) << " has the keyboard";
     mouse::moveAwayFrom(bar.rect());
     keyboard::type(L"def");
     require(L"the letters to arrive there", [&] { return textOf(other.window()) == L"def"; });

@@ -38,6 +38,10 @@ bool isCloaked(HWND window) {
          cloaked != 0;
 }
 
+// Without a window manager a window that leaves the screen may leave the keyboard to
+// nobody, also after it has been given back.
+bool isNobody(HWND front) { return front == nullptr || front == GetDesktopWindow(); }
+
 bool takesKeys(HWND window) {
   return IsWindow(window) && IsWindowVisible(window) && !IsIconic(window);
 }
@@ -59,9 +63,10 @@ HWND highestOfOthers(HWND from) {
 
 void ForegroundReturn::look() {
   const HWND front = GetForegroundWindow();
-  if (front == nullptr || front == former_ || isTaskbar(front)) return;
+  if (isNobody(front) || isTaskbar(front)) return;
   const DWORD process = processOf(front);
-  if (process == GetCurrentProcessId()) return;
+  ours_ = process == GetCurrentProcessId();
+  if (ours_) return;
   former_ = front;
   formerProcess_ = process;
 }
@@ -76,7 +81,8 @@ HWND ForegroundReturn::receiver() const {
 void ForegroundReturn::giveBack() {
   const bool starting = starting_;
   starting_ = false;
-  if (GetForegroundWindow() != bar_) return;
+  const HWND front = GetForegroundWindow();
+  if (front != bar_ && !(ours_ && isNobody(front))) return;
   if (starting) AllowSetForegroundWindow(ASFW_ANY);
   if (const HWND to = receiver(); to != nullptr) SetForegroundWindow(to);
 }

@@ -26,6 +26,7 @@ class ForegroundReturn {
   HWND former_ = nullptr;
   DWORD formerProcess_ = 0;  // handles are used again
   bool starting_ = false;
+  bool ours_ = false;  // whoever was seen last in front is a window of this program
 };
 
 }  // namespace varnowick
