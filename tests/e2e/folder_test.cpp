@@ -65,11 +65,13 @@ class FolderTest : public ProgramTest {
   void toFront(Bar& bar) {
     require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
   }
-  // Again when the bar has gone back before the mouse was there.
+  // Again when the bar has gone back before the mouse was there; the source may have
+  // deleted its file then.
   DWORD drop(Bar& bar, const std::wstring& file, const std::wstring& row,
-             const Manners& manners = {}) {
+             const Manners& manners = {}, const std::string& bytes = {}) {
     DWORD effect = DROPEFFECT_NONE;
     for (int i = 0; i < 3 && effect == DROPEFFECT_NONE; ++i) {
+      if (!bytes.empty()) writeFile(file, bytes);
       DragSource source(offerFiles({file}), manners);
       if (!bar.isOut()) bar.expand();
       effect = source.dragTo(onRow(bar, row));
@@ -196,8 +198,8 @@ TEST_F(FolderTest, SourcesThatDeleteTheirFilesLoseNothing) {
   for (const bool later : {false, true}) {
     const std::wstring name = later ? L"Later.bin" : L"AtOnce.bin";
     const std::wstring unpacked = folder().file(name);
-    writeFile(unpacked, bytes);
-    EXPECT_EQ(drop(bar, unpacked, L"here.txt", {.temporary = {unpacked}, .finishesLater = later}),
+    const Manners manners{.temporary = {unpacked}, .finishesLater = later};
+    EXPECT_EQ(drop(bar, unpacked, L"here.txt", manners, bytes),
               static_cast<DWORD>(DROPEFFECT_COPY));
     EXPECT_EQ(readFile(path(name)).size(), bytes.size());
     EXPECT_FALSE(fileExists(unpacked));
