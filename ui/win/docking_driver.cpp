@@ -141,7 +141,7 @@ DockInputs DockingDriver::inputs() const {
   in.mouseOnWindow = MouseOnWindow(windows, in.cursor, in.density);
   in.maximised = IsZoomed(window_) || IsIconic(window_);
   in.keepOpen = hooks_.keepOpen && hooks_.keepOpen();
-  in.blocked = in.keepOpen || fullScreenProgram(in) != nullptr;
+  in.blocked = in.keepOpen;
   in.animate = settings_.animate;
   in.systemAnimations = systemAnimates();
   in.undockImmediately = settings_.undockImmediately;
@@ -241,6 +241,13 @@ std::optional<PixelRect> DockingDriver::dragged() {
 void DockingDriver::dragEnded(bool dropped) {
   dragging_ = false;
   apply(dropped ? rules_.dropped(inputs()) : DockEffects{});
+}
+
+// Looking through all windows of the system takes too long for every tick.
+void DockingDriver::mouseMoved() {
+  DockInputs in = inputs();
+  in.blocked = in.keepOpen || fullScreenProgram(in) != nullptr;
+  apply(rules_.mouseMoved(in));
 }
 
 void DockingDriver::draggedOver() {

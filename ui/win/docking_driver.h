@@ -51,6 +51,7 @@ class DockingDriver {
   // Something is being dragged over the window, from wherever. The system reports
   // no mouse moves meanwhile, and the drag itself keeps the bar open.
   void draggedOver();
+  void mouseMoved();
   // Monitors, or what stands at their edges, may have changed.
   void screenChanged();
 

@@ -22,7 +22,7 @@ LRESULT frmMain::onHitTest(POINT screen) const {
 
 void frmMain::mouseMoved() {
   foreground_.look();
-  docking_.apply(docking_.rules().mouseMoved(docking_.inputs()));
+  docking_.mouseMoved();
 }
 
 void frmMain::startClickGuardTimer() { docking_.startTimer(TimerId::TimerDblClickLabelDelay); }
