@@ -60,7 +60,7 @@ class DropReader {
     if (items.size() > kMaxAddresses) {
       items.resize(kMaxAddresses);
       refuse(L"The list is too long. Only the first " + std::to_wstring(kMaxAddresses) +
-             L" of it were taken.");
+             L" were taken.");
     }
     for (const ListedItem& item : items) {
       if (!item.isPath) {

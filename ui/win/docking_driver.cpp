@@ -123,11 +123,16 @@ ScreenExtents DockingDriver::screen() const {
   return extents;
 }
 
-DockInputs DockingDriver::inputs() const {
+DockInputs DockingDriver::surroundings() const {
   DockInputs in;
   in.window = rect_;
   in.density = density();
   in.screen = screen();
+  return in;
+}
+
+DockInputs DockingDriver::inputs() const {
+  DockInputs in = surroundings();
   in.cursor = platform_.cursor.position();
   in.leftButtonDown = platform_.cursor.leftButtonDown();
   std::vector<std::pair<POINT, RECT>> found;
@@ -201,10 +206,7 @@ void DockingDriver::apply(const std::vector<TimerAction>& timers) {
 void DockingDriver::updateClip() {
   std::optional<PixelRect> clip;
   if (!dragging_ && !IsZoomed(window_)) {
-    DockInputs in;
-    in.window = rect_;
-    in.screen = screen();
-    in.density = density();
+    const DockInputs in = surroundings();
     if (const auto seen = rules_.clip(in)) {
       const PixelRect window = toPixels(rect_, in.density);
       clip = toPixels(*seen, in.density).translated(-window.left, -window.top);
@@ -269,7 +271,7 @@ bool DockingDriver::tick(TimerId id) {
       return true;
     case TimerId::TimerLook: {
       const bool strip = rules_.collapseSide() != ScreenEdge::None;
-      standBehind(window_, strip ? fullScreenProgram(inputs()) : nullptr);
+      standBehind(window_, strip ? fullScreenProgram(surroundings()) : nullptr);
       return true;
     }
     default:

@@ -80,6 +80,8 @@ class DockingDriver {
   void place(const TwipsRect& rect);
   void restore();
   ScreenExtents screen() const;
+  // Of the inputs where the bar and the monitors are, and no more.
+  DockInputs surroundings() const;
   void updateClip();
   HWND fullScreenProgram(const DockInputs& in) const;
 
