@@ -2,6 +2,8 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
+
 namespace varnowick {
 namespace {
 
@@ -26,6 +28,12 @@ void AutoHideBars::look(Monitors& monitors) {
   for (const Monitor& m : monitors.all())
     found_.push_back({barAt(ABE_LEFT, m.bounds), barAt(ABE_TOP, m.bounds),
                       barAt(ABE_RIGHT, m.bounds), barAt(ABE_BOTTOM, m.bounds)});
+}
+
+bool AutoHideBars::any() const {
+  return std::any_of(found_.begin(), found_.end(), [](const Edges& edges) {
+    return edges.left || edges.top || edges.right || edges.bottom;
+  });
 }
 
 }  // namespace varnowick

@@ -17,6 +17,7 @@ class AutoHideBars {
   };
   // Asks the shell, which may take its time: after changes only.
   void look(Monitors& monitors);
+  bool any() const;
   // By the monitor's place in the list of all.
   Edges on(std::size_t monitor) const {
     return monitor < found_.size() ? found_[monitor] : Edges{};

@@ -68,9 +68,12 @@ PixelRect Win32Monitors::virtualScreen() {
 }
 
 Density Win32Monitors::density() {
-  const WindowDc screen(nullptr);
-  const int dpi = GetDeviceCaps(screen.get(), LOGPIXELSX);
-  return {dpi > 0 ? dpi : 96};
+  if (dpi_ == 0) {
+    const WindowDc screen(nullptr);
+    const int dpi = GetDeviceCaps(screen.get(), LOGPIXELSX);
+    dpi_ = dpi > 0 ? dpi : 96;
+  }
+  return {dpi_};
 }
 
 }  // namespace varnowick

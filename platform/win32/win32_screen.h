@@ -19,7 +19,12 @@ class Win32Monitors : public Monitors {
  public:
   std::vector<Monitor> all() override;
   PixelRect virtualScreen() override;
+  // That of the system when the program started: a program that is not aware of
+  // each monitor's own never sees another.
   Density density() override;
+
+ private:
+  int dpi_ = 0;
 };
 
 }  // namespace varnowick

@@ -84,7 +84,8 @@ frmToolbar::State BarExtras::toolbarState() const {
   state.on = bar_.document.settings.floatingToolbar && !IsIconic(window_) && !IsZoomed(window_);
   state.bar = toPixels(bar_.docking.rect(), state.density);
   state.edge = bar_.docking.rules().expandedEdge();
-  const DockInputs in = bar_.docking.inputs();
+  if (!state.on) return state;
+  const DockInputs in = bar_.docking.surroundings();
   const TwipsRect own = bar_.docking.rules().monitor(in).bounds;
   for (const Monitor& monitor : bar_.platform.monitors.all())
     if (monitor.bounds == toPixels(own, state.density) || state.work.empty())

@@ -77,7 +77,7 @@ PixelRect DockingDriver::windowPixels() const {
 }
 
 void DockingDriver::start(const TwipsRect& rect, bool hidden, int windowState) {
-  autoHideBars_.look(platform_.monitors);
+  readScreen();
   place(rect);
   startsMaximised_ = windowState == kMaximised;
   DockInputs in = inputs();
@@ -109,25 +109,24 @@ void DockingDriver::dockNow() {
 
 // A bar of the desktop that hides itself comes out when the mouse is pushed against
 // the edge: a pixel of it stays free.
-ScreenExtents DockingDriver::screen() const {
-  ScreenExtents extents = screenExtents(platform_.monitors);
+void DockingDriver::readScreen() {
+  screen_ = screenExtents(platform_.monitors);
   const Twips pixel = density().toTwips(Pixels{1});
-  for (std::size_t i = 0; i < extents.monitors.size(); ++i) {
-    TwipsRect& work = extents.monitors[i].work;
+  for (std::size_t i = 0; i < screen_.monitors.size(); ++i) {
+    TwipsRect& work = screen_.monitors[i].work;
     const AutoHideBars::Edges edges = autoHideBars_.on(i);
     if (edges.left) work.left += pixel;
     if (edges.top) work.top += pixel;
     if (edges.left || edges.right) work.width -= pixel;
     if (edges.top || edges.bottom) work.height -= pixel;
   }
-  return extents;
 }
 
 DockInputs DockingDriver::surroundings() const {
   DockInputs in;
   in.window = rect_;
   in.density = density();
-  in.screen = screen();
+  in.screen = screen_;
   return in;
 }
 
@@ -224,8 +223,16 @@ void DockingDriver::updateClip() {
   if (region && SetWindowRgn(window_, region.get(), TRUE)) static_cast<void>(region.release());
 }
 
+void DockingDriver::lookForAutoHideBars() {
+  autoHideBars_.look(platform_.monitors);
+  if (!autoHideBars_.any()) return;
+  readScreen();
+  apply(rules_.screenChanged(inputs()));
+}
+
 void DockingDriver::screenChanged() {
   autoHideBars_.look(platform_.monitors);
+  readScreen();
   apply(rules_.screenChanged(inputs()));
 }
 

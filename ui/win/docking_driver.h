@@ -45,6 +45,8 @@ class DockingDriver {
   Docking& rules() { return rules_; }
   const Docking& rules() const { return rules_; }
   DockInputs inputs() const;
+  // Of the inputs where the bar and the monitors are, and no more.
+  DockInputs surroundings() const;
   void apply(const DockEffects& effects);
   // The timers of any rules; they run on the same window.
   void apply(const std::vector<TimerAction>& timers);
@@ -54,6 +56,8 @@ class DockingDriver {
   void mouseMoved();
   // Monitors, or what stands at their edges, may have changed.
   void screenChanged();
+  // The first look for them, once the bar stands painted: the shell takes its time.
+  void lookForAutoHideBars();
 
   // The user drags the window. Where it would stand if it were let go now.
   void dragBegan();
@@ -79,9 +83,7 @@ class DockingDriver {
   Density density() const;
   void place(const TwipsRect& rect);
   void restore();
-  ScreenExtents screen() const;
-  // Of the inputs where the bar and the monitors are, and no more.
-  DockInputs surroundings() const;
+  void readScreen();
   void updateClip();
   HWND fullScreenProgram(const DockInputs& in) const;
 
@@ -97,6 +99,7 @@ class DockingDriver {
   bool placing_ = false;
   std::optional<PixelRect> clip_;  // of the window, in its own pixels
   AutoHideBars autoHideBars_;
+  ScreenExtents screen_;  // as of the last change
 };
 
 }  // namespace varnowick

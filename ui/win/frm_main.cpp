@@ -161,6 +161,7 @@ void frmMain::begin() {
   images_.setWeb(true, document_.settings.rssUseProxy);
   images_.start(handle(), kMsgImages);
   extras_.applySettings();
+  docking_.lookForAutoHideBars();
   announce(handle(), kEventLoaded);
 }
 
@@ -288,9 +289,11 @@ void frmMain::onTimer(UINT_PTR timer) {
   if (timer < 1 || timer > kTimers.size()) return;
   const auto id = static_cast<TimerId>(timer - 1);
   detached_.sweep();
-  // Also what a started program or a closed dialog has left with it.
-  foreground_.look();
-  if (id == TimerId::TimerLook && hasGone() && !modal_.active()) foreground_.giveBack();
+  if (id == TimerId::TimerLook) {
+    // Also what a started program or a closed dialog has left with it.
+    foreground_.look();
+    if (hasGone() && !modal_.active()) foreground_.giveBack();
+  }
   if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id) || containers_.tick(id)) return;
   if (id == TimerId::TimerSave) workspaceChanged();
@@ -345,7 +348,7 @@ FrameLayout frmMain::frameLayout() {
   ScreenEdge edge = docking_.rules().collapseSide();
   if (edge == ScreenEdge::None) edge = docking_.rules().expandedEdge();
   layout.edge =
-      edge != ScreenEdge::None ? edge : docking_.rules().edgeToCollapseTo(docking_.inputs());
+      edge != ScreenEdge::None ? edge : docking_.rules().edgeToCollapseTo(docking_.surroundings());
   layout.toolbar = !extras_.toolbarFloats();
   const FrameInsets insets = frameInsets(edge);
   layout.insets = {insets.left, insets.top, insets.right, insets.bottom};
