@@ -43,8 +43,8 @@ BalloonTooltip::~BalloonTooltip() {
   destroy();
 }
 
-bool BalloonTooltip::attach(HWND owner) {
-  owner_ = owner;
+bool BalloonTooltip::makeTimer() {
+  if (handle() != nullptr) return true;
   Create options;
   options.className = L"VarnowickTooltipTimer";
   options.owner = HWND_MESSAGE;
@@ -78,14 +78,14 @@ void BalloonTooltip::hover(NodeId node) {
   node_ = node;
   rest_ = cursor;
   if (node.none())
-    KillTimer(handle(), kTimer);
-  else
+    stopWaiting();
+  else if (makeTimer())
     await(hoverDelay());
 }
 
 void BalloonTooltip::hide() {
   take();
-  KillTimer(handle(), kTimer);
+  stopWaiting();
   GetCursorPos(&rest_);
 }
 
@@ -96,15 +96,16 @@ void BalloonTooltip::take() {
   SendMessageW(tooltip_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
 }
 
+void BalloonTooltip::stopWaiting() {
+  if (handle() != nullptr) KillTimer(handle(), kTimer);
+}
+
 void BalloonTooltip::await(UINT milliseconds) { SetTimer(handle(), kTimer, milliseconds, nullptr); }
 
 void BalloonTooltip::show() {
   Content content = content_(node_);
   std::wstring& text = content.text.text;
-  if (text.empty() || content.screen.empty() || !makeTooltip()) {
-    KillTimer(handle(), kTimer);
-    return;
-  }
+  if (text.empty() || content.screen.empty() || !makeTooltip()) return stopWaiting();
   TTTOOLINFOW tool = toolOf(handle());
   // Not as the control's own title, for which not every system makes room.
   if (!content.text.title.empty()) text = content.text.title + L"\r\n" + text;
@@ -127,7 +128,7 @@ LRESULT BalloonTooltip::handleMessage(UINT message, WPARAM wParam, LPARAM lParam
   GetCursorPos(&cursor);
   const bool resting = atRest(cursor, rest_);
   if (shown_ && !resting) hide();
-  if (!shown_ && !resting) KillTimer(handle(), kTimer);
+  if (!shown_ && !resting) stopWaiting();
   if (!shown_ && resting) show();
   return 0;
 }

@@ -22,9 +22,9 @@ class BalloonTooltip final : private Window {
   explicit BalloonTooltip(std::function<Content(NodeId)> content) : content_(std::move(content)) {}
   ~BalloonTooltip() override;
 
-  // The window that the tooltips belong to; they get their own window when the
-  // first is shown. False when the system refuses.
-  bool attach(HWND owner);
+  // The window that the tooltips belong to. Their own windows are made when the
+  // mouse first rests there.
+  void attach(HWND owner) { owner_ = owner; }
   // The mouse is on that node now, or on none. A mouse that moves on hides what
   // is shown and begins to wait anew.
   void hover(NodeId node);
@@ -37,9 +37,11 @@ class BalloonTooltip final : private Window {
   LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  bool makeTimer();
   bool makeTooltip();
   void show();
   void take();
+  void stopWaiting();
   void await(UINT milliseconds);
 
   std::function<Content(NodeId)> content_;

@@ -32,13 +32,13 @@ frmToolbar::frmToolbar(ImageStore& images, GdiFonts& fonts, Callbacks callbacks)
 
 frmToolbar::~frmToolbar() { destroy(); }
 
-bool frmToolbar::attach(HWND owner) {
-  buildToolbar(scene_, {});
+bool frmToolbar::makeWindow() {
+  if (handle() != nullptr) return true;
   Create options;
   options.className = L"VarnowickToolbar";
   options.title = L"Varnowick toolbar";
   options.exStyle = WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE;
-  options.owner = owner;
+  options.owner = owner_;
   if (!create(options)) return false;
   view_.attach(handle(), view_.density());
   items_.attach(handle());
@@ -55,9 +55,9 @@ std::optional<PixelRect> frmToolbar::placeOf(const State& state) {
 }
 
 void frmToolbar::update(const State& state) {
-  if (handle() == nullptr) return;
   const auto place = placeOf(state);
   if (!place) return hide();
+  if (!makeWindow()) return;
   buildToolbar(scene_, {toolbarIsColumn(state.edge), state.look});
   view_.setDensity(state.density);
   items_.setDensity(state.density);

@@ -36,8 +36,8 @@ class frmToolbar final : public Window {
   frmToolbar(ImageStore& images, GdiFonts& fonts, Callbacks callbacks);
   ~frmToolbar() override;
 
-  // Creates the window, hidden, above the one that owns it.
-  bool attach(HWND owner);
+  // The window that it stands above. Its own is made when it is first shown.
+  void attach(HWND owner) { owner_ = owner; }
   void setPalette(const Palette& palette) { view_.setPalette(palette); }
   // Shows, moves or hides it as the state says.
   void update(const State& state);
@@ -51,9 +51,11 @@ class frmToolbar final : public Window {
   LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  bool makeWindow();
   void clicked(NodeId node);
 
   Callbacks callbacks_;
+  HWND owner_ = nullptr;
   Scene scene_;
   SceneView view_;
   SceneAccessible items_;

@@ -44,10 +44,13 @@ void SceneView::paint() {
   buffer_.blit(dc.get(), dirty);
 }
 
-void SceneView::invalidate() { InvalidateRect(window_, nullptr, FALSE); }
+// Of no window the system would take the whole screen.
+void SceneView::invalidate() {
+  if (window_ != nullptr) InvalidateRect(window_, nullptr, FALSE);
+}
 
 void SceneView::invalidate(NodeId node) {
-  if (!scene_.shown(node)) return;
+  if (window_ == nullptr || !scene_.shown(node)) return;
   const PixelRect r = toClient(node).inset(-kHalo);
   const RECT rect{r.left.value, r.top.value, r.right().value, r.bottom().value};
   InvalidateRect(window_, &rect, FALSE);

@@ -16,7 +16,7 @@ class ToolbarTest : public testing::Test {
         images_, fonts_,
         frmToolbar::Callbacks{.clicked = [this](Command c) { commands_.push_back(c); },
                               .menu = {}});
-    ASSERT_TRUE(toolbar_->attach(bar_));
+    toolbar_->attach(bar_);
     state_ = {.on = true,
               .bar = {{0}, {0}, {300}, {600}},
               .edge = ScreenEdge::Left,
