@@ -6,6 +6,7 @@
 #include "core/startup.h"
 #include "platform/platform.h"
 #include "platform/win32/instance_guard.h"
+#include "platform/win32/ole_session.h"
 #include "platform/win32/win32_clock.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_flusher.h"
@@ -88,6 +89,7 @@ int Main() {
   main.show();
   splash.close();
   main.begin();
+  if (!ensureOle()) return 1;
   return runMessageLoop();
 }
 

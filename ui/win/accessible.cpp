@@ -5,6 +5,7 @@
 
 #include "platform/win32/callback.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/ole_session.h"
 #include "ui/win/accessible_list.h"
 #include "ui/win/accessible_object.h"
 
@@ -47,7 +48,7 @@ LRESULT AccessibleServer::getObject(HWND window, WPARAM wParam, LPARAM lParam) {
   // Some senders sign-extend the identifier, some do not.
   if (static_cast<LONG>(lParam) != OBJID_CLIENT) return 0;
   decltype(&LresultFromObject) toResult = nullptr;
-  if (!oleacc().bind("LresultFromObject", toResult)) return 0;
+  if (!ensureOle() || !oleacc().bind("LresultFromObject", toResult)) return 0;
   if (object_ == nullptr) {
     auto link = std::make_shared<AccessibleLink>(AccessibleLink{window, &provider_});
     object_ = new AccessibleObject(std::move(link), kAccessibleWindow);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/win32/handles.h"
+#include "platform/win32/ole_session.h"
 #include "ui/win/com_guard.h"
 #include "ui/win/data_medium.h"
 #include "ui/win/file_drag.h"
@@ -302,7 +303,7 @@ bool DropTarget::attach(HWND window) {
   return listen();
 }
 
-bool DropTarget::listen() { return SUCCEEDED(RegisterDragDrop(window_, object_)); }
+bool DropTarget::listen() { return ensureOle() && SUCCEEDED(RegisterDragDrop(window_, object_)); }
 
 void DropTarget::expectOwnDrag(bool expected) {
   if (object_ == nullptr || !byMessage_) return;

@@ -18,6 +18,8 @@ inline constexpr UINT kMsgFolderTell = WM_APP + 8;      // a failed one is to be
 inline constexpr UINT kMsgTrayIcon = WM_APP + 9;        // of the shell, about the tray icon
 inline constexpr UINT kMsgEditFocusGone = WM_APP + 10;  // a text being edited has lost the focus
 inline constexpr UINT kMsgAway = WM_APP + 11;           // the bar has begun to go away
-inline constexpr UINT kMsgSelect = WM_APP + 12;  // what a screen reader does to the selection
+inline constexpr UINT kMsgSelect = WM_APP + 12;       // what a screen reader does to the selection
+inline constexpr UINT kMsgReaders = WM_APP + 13;      // readers are to be told what has changed
+inline constexpr UINT kMsgAcceptDrops = WM_APP + 14;  // the window stands and can take drops
 
 }  // namespace varnowick

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+#include "ui/win/messages.h"
+
 namespace varnowick {
 
 namespace {
@@ -112,7 +114,12 @@ long SceneAccessible::itemOf(NodeId node) const {
   return find(numberOf(node)) == nullptr ? kAccessibleWindow : numberOf(node);
 }
 
+void SceneAccessible::announceSoon() {
+  if (!posted_) posted_ = PostMessageW(window_, kMsgReaders, 0, 0) != FALSE;
+}
+
 void SceneAccessible::announceChanges() {
+  posted_ = false;
   const bool listening = window_ != nullptr && (somebodyHears(EVENT_OBJECT_SELECTION) ||
                                                 somebodyHears(EVENT_OBJECT_FOCUS));
   if (!listening) told_.clear();

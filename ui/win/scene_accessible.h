@@ -37,8 +37,11 @@ class SceneAccessible : public AccessibleProvider {
   // none.
   long itemOf(NodeId node) const;
   // Tells of the focus, names, values, states and selections that have changed
-  // since the last call, if anybody listens. Once a painting is enough.
+  // since the last call, if anybody listens.
   void announceChanges();
+  // The same once the window gets kMsgReaders. Enough once a painting, which should
+  // not wait for it: with thousands of items it takes as long as the painting.
+  void announceSoon();
 
   std::vector<long> children(long parent) override;
   bool info(long item, AccessibleInfo& out) override;
@@ -68,6 +71,7 @@ class SceneAccessible : public AccessibleProvider {
   NodeId toldFocus_;
   std::vector<AccessibleItem> told_;
   bool listening_ = false;             // somebody was, at the last look
+  bool posted_ = false;                // kMsgReaders is under way
   mutable std::uint64_t version_ = 0;  // of the scene the items were made from
   mutable NodeId focused_, pressed_;
 };

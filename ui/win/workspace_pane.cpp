@@ -74,7 +74,7 @@ void WorkspacePane::attach(HWND window) {
   view_.attach(window, density);
   accessibleItems_.attach(window);
   accessibleItems_.setDensity(density);
-  dropTarget_.attach(window);
+  PostMessageW(window, kMsgAcceptDrops, 0, 0);
   nameEdit_.attach(window, density);
   noteEdit_.attach(window, density);
   gestures_.setThreshold({{GetSystemMetrics(SM_CXDRAG)}, {GetSystemMetrics(SM_CYDRAG)}});
@@ -105,6 +105,12 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       return 1;
     case WM_PAINT:
       view_.paint();
+      accessibleItems_.announceSoon();
+      return 0;
+    case kMsgAcceptDrops:
+      dropTarget_.attach(window_);
+      return 0;
+    case kMsgReaders:
       accessibleItems_.announceChanges();
       return 0;
     case WM_MOUSEMOVE:
