@@ -176,6 +176,7 @@ TEST_F(MainDocking, ABarAsHighAsTheScreenGoesWhereThePointerLetsItGo) {
   const int width = GetSystemMetrics(SM_CXSCREEN);
   const auto preview = [&] { return findWindow(program().process(), L"VarnowickDockPreview"); };
   const auto dragTo = [&](POINT to, bool marked) {
+    SCOPED_TRACE(std::to_string(to.x) + ", " + std::to_string(to.y));
     mouse::moveTo(centreOf(bar.accessible().waitFor(L"Varnowick").rect));
     mouse::press();
     const POINT from = mouse::position();

@@ -114,6 +114,8 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       accessibleItems_.announceChanges();
       return 0;
     case WM_MOUSEMOVE:
+      // The release has gone astray: a button that is up drags nothing.
+      if (gestures_.pressed() && (wParam & MK_LBUTTON) == 0) onLeftUp(pointOf(lParam));
       onMouseMove(pointOf(lParam));
       return 0;
     case WM_MOUSELEAVE:
