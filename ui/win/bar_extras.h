@@ -32,7 +32,7 @@ class BarExtras {
     const Document& document;
     WorkspaceScene& scene;
     SceneView& view;
-    ImageStore& images;
+    ImageSource& images;
     GdiFonts& fonts;
     TextMeasure& measure;
     DockingDriver& docking;

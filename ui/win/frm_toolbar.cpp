@@ -12,7 +12,7 @@ POINT pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam
 
 }  // namespace
 
-frmToolbar::frmToolbar(ImageStore& images, GdiFonts& fonts, Callbacks callbacks)
+frmToolbar::frmToolbar(ImageSource& images, GdiFonts& fonts, Callbacks callbacks)
     : callbacks_(std::move(callbacks)),
       view_(scene_, images, fonts),
       items_(scene_, view_.input(), L"Varnowick toolbar",

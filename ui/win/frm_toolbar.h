@@ -33,7 +33,7 @@ class frmToolbar final : public Window {
   // Where it stands; nowhere when it is off, or has no room.
   static std::optional<PixelRect> placeOf(const State& state);
   // Images and fonts are borrowed and must outlive the toolbar.
-  frmToolbar(ImageStore& images, GdiFonts& fonts, Callbacks callbacks);
+  frmToolbar(ImageSource& images, GdiFonts& fonts, Callbacks callbacks);
   ~frmToolbar() override;
 
   // The window that it stands above. Its own is made when it is first shown.

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "ui/win/image_store.h"
+#include "ui/win/image_source.h"
 
 namespace varnowick {
 
-GdiCanvas::GdiCanvas(BackBuffer& buffer, GdiFonts& fonts, ImageStore* images, Density density)
+GdiCanvas::GdiCanvas(BackBuffer& buffer, GdiFonts& fonts, ImageSource* images, Density density)
     : buffer_(buffer), fonts_(fonts), images_(images), density_(density) {
   const PixelRect all{{}, {}, buffer.size().width, buffer.size().height};
   clips_.push_back(buffer.ready() ? all : PixelRect{});

@@ -11,13 +11,13 @@
 
 namespace varnowick {
 
-class ImageStore;
+class ImageSource;
 
 class GdiCanvas : public Canvas, public TextMeasure {
  public:
   // All three are borrowed. Without an image store images are left out. Make one
   // canvas for each painting; the fonts are worth keeping.
-  GdiCanvas(BackBuffer& buffer, GdiFonts& fonts, ImageStore* images, Density density);
+  GdiCanvas(BackBuffer& buffer, GdiFonts& fonts, ImageSource* images, Density density);
   ~GdiCanvas() override;
   GdiCanvas(const GdiCanvas&) = delete;
   GdiCanvas& operator=(const GdiCanvas&) = delete;
@@ -47,7 +47,7 @@ class GdiCanvas : public Canvas, public TextMeasure {
 
   BackBuffer& buffer_;
   GdiFonts& fonts_;
-  ImageStore* images_;
+  ImageSource* images_;
   Density density_;
   std::vector<PixelRect> clips_;  // never empty
   bool gdiPending_ = false;       // GDI may still have to write text

@@ -63,17 +63,6 @@ bool ImageStore::deliver() {
   return changed;
 }
 
-void ImageStore::preload(const std::wstring& asset, Size<Pixels> size) {
-  const ImageRef image{ImageRef::Source::Asset, asset};
-  Entry& entry = entries_[keyOf(image, size)];
-  if (entry.state == State::Ready) return;
-  entry.generation = ++generation_;
-  entry.lastUse = ++uses_;
-  entry.original =
-      ImageLoader::load(imagesFolder_, image, std::max(size.width.value, size.height.value));
-  entry.state = entry.original.empty() ? State::Failed : State::Ready;
-}
-
 // nullptr for what cannot be asked for.
 ImageStore::Entry* ImageStore::entryOf(const ImageRef& image, Size<Pixels> size) {
   if (image.source == ImageRef::Source::None || image.name.empty() || size.width < 1_px ||

@@ -13,13 +13,14 @@
 
 #include "core/units.h"
 #include "ui/scene/canvas.h"
+#include "ui/win/image_source.h"
 #include "ui/win/pixel_draw.h"
 
 namespace varnowick {
 
 class ImageLoader;
 
-class ImageStore {
+class ImageStore final : public ImageSource {
  public:
   // The folder holds the program's own pictures, "<name>-<edge in pixels>.png".
   explicit ImageStore(std::wstring imagesFolder);
@@ -27,7 +28,7 @@ class ImageStore {
   ImageStore& operator=(const ImageStore&) = delete;
   // Waits a moment for the worker; one that is stuck on a dead drive is left
   // behind and touches nothing of ours.
-  ~ImageStore();
+  ~ImageStore() override;
 
   // Keeps icons in "\IconCache" of the data folder, so that the next run shows them
   // at once. Only before start().
@@ -41,17 +42,11 @@ class ImageStore {
   void start(HWND owner, UINT message);
   // Takes the results in. True when something is drawn differently from now on.
   bool deliver();
-  // Loads one of the program's own pictures now: for the few that the very first
-  // paint needs.
-  void preload(const std::wstring& asset, Size<Pixels> size);
 
-  // The picture at exactly that size, or the placeholder, or nullptr when there is
-  // neither. Asks the worker for what is not there. Good until the next call.
-  const Bitmap* find(const ImageRef& image, Size<Pixels> size);
-  // A picture file at the size it was loaded in, or nullptr. Asks as find() does.
-  const Bitmap* findUnscaled(const ImageRef& image);
-  // Whether find() gives the picture itself. Asks the worker as find() does.
-  ImageState state(const ImageRef& image, Size<Pixels> size);
+  // What is not there is asked of the worker.
+  const Bitmap* find(const ImageRef& image, Size<Pixels> size) override;
+  const Bitmap* findUnscaled(const ImageRef& image) override;
+  ImageState state(const ImageRef& image, Size<Pixels> size) override;
   // True when the worker has nothing left to do that was asked for.
   bool idle() const { return waiting_ == 0; }
   // The picture file has changed on disk, or is no longer needed.

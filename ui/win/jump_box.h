@@ -16,7 +16,7 @@
 #include "ui/scene/palette.h"
 #include "ui/win/back_buffer.h"
 #include "ui/win/gdi_text.h"
-#include "ui/win/image_store.h"
+#include "ui/win/image_source.h"
 #include "ui/win/window.h"
 
 namespace varnowick {
@@ -38,7 +38,7 @@ class PicJumpToLink final : public Window {
     std::function<void(const KeyDecision&)> key;
   };
   // Images and fonts are borrowed and must outlive the box.
-  PicJumpToLink(ImageStore& images, GdiFonts& fonts, Callbacks callbacks)
+  PicJumpToLink(ImageSource& images, GdiFonts& fonts, Callbacks callbacks)
       : images_(images), fonts_(fonts), callbacks_(std::move(callbacks)) {}
   ~PicJumpToLink() override;
 
@@ -106,7 +106,7 @@ class PicJumpToLink final : public Window {
   int rowAt(LPARAM point) const;
   void hoverRow(int row);
 
-  ImageStore& images_;
+  ImageSource& images_;
   GdiFonts& fonts_;
   Callbacks callbacks_;
   Density density_;

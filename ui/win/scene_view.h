@@ -9,14 +9,14 @@
 #include "ui/scene/scene.h"
 #include "ui/win/back_buffer.h"
 #include "ui/win/gdi_text.h"
-#include "ui/win/image_store.h"
+#include "ui/win/image_source.h"
 
 namespace varnowick {
 
 class SceneView {
  public:
   // All are borrowed and must outlive the view.
-  SceneView(const Scene& scene, ImageStore& images, GdiFonts& fonts)
+  SceneView(const Scene& scene, ImageSource& images, GdiFonts& fonts)
       : scene_(scene), input_(scene), images_(images), fonts_(fonts) {}
 
   void attach(HWND window, Density density);
@@ -58,7 +58,7 @@ class SceneView {
 
   const Scene& scene_;
   InputState input_;
-  ImageStore& images_;
+  ImageSource& images_;
   GdiFonts& fonts_;
   Palette palette_;
   BackBuffer buffer_;

@@ -14,6 +14,7 @@
 #include "tests/fakes/fake_sound.h"
 #include "tests/fakes/fake_system.h"
 #include "tests/fakes/memory_files.h"
+#include "ui/win/image_store.h"
 
 namespace varnowick {
 namespace {

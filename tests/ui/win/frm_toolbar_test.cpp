@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "ui/win/image_store.h"
+
 namespace varnowick {
 namespace {
 

@@ -92,8 +92,9 @@ TEST_F(ImageStoreTest, TellsWhetherAPictureCanBeShown) {
 
 TEST_F(ImageStoreTest, MissingTargetsKeepTheirPlaceholder) {
   ImageStore store(folder_.path());
-  store.preload(L"document", {32_px, 32_px});
   store.start(window_, kMessage);
+  store.find({Source::Asset, L"document"}, {32_px, 32_px});
+  settle(store, window_);
   const ImageRef targets[] = {
       {Source::IconOf, L"Q:\\no such drive\\program.exe0"},
       {Source::IconOf, L"\\\\no-such-host-anywhere\\share\\a.txt0"},

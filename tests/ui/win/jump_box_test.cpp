@@ -4,6 +4,8 @@
 
 #include <map>
 
+#include "ui/win/image_store.h"
+
 namespace varnowick {
 namespace {
 
