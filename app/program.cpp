@@ -16,12 +16,12 @@
 #include "platform/win32/win32_sound.h"
 #include "platform/win32/win32_system.h"
 #include "platform/win32/win32_text_codec.h"
-#include "ui/win/frm_main.h"
-#include "ui/win/frm_splash.h"
-#include "ui/win/messages.h"
-#include "ui/win/modal.h"
-#include "ui/win/modal_shell.h"
-#include "ui/win/wheel.h"
+#include "ui/win/bar/frm_main.h"
+#include "ui/win/dialogs/frm_splash.h"
+#include "ui/win/toolkit/messages.h"
+#include "ui/win/toolkit/modal.h"
+#include "ui/win/toolkit/modal_shell.h"
+#include "ui/win/toolkit/wheel.h"
 
 namespace varnowick {
 namespace {

@@ -85,7 +85,7 @@ if(PORTABLE_SOURCES)
   target_link_libraries(varnowick_portable z)
   list(PREPEND VARNOWICK_LIBRARIES varnowick_portable)
 endif()
-file(GLOB WIN32_SOURCES CONFIGURE_DEPENDS platform/win32/*.cpp ui/win/*.cpp)
+file(GLOB_RECURSE WIN32_SOURCES CONFIGURE_DEPENDS platform/win32/*.cpp ui/win/*.cpp)
 if(WIN32_SOURCES)
   add_library(varnowick_win32 STATIC ${WIN32_SOURCES})
   precompile_common_headers(varnowick_win32 <windows.h>)
@@ -93,7 +93,7 @@ if(WIN32_SOURCES)
 endif()
 
 # The program, with what it needs beside it.
-file(GLOB RESOURCE_FILES CONFIGURE_DEPENDS app/*.manifest app/*.ico ui/win/resource.h app/restarter/*.manifest
+file(GLOB RESOURCE_FILES CONFIGURE_DEPENDS app/*.manifest app/*.ico ui/win/toolkit/resource.h app/restarter/*.manifest
   assets/*.ico assets/dist/*.ico assets/dist/icons/*.ico)
 file(GLOB APP_SOURCES CONFIGURE_DEPENDS app/*.cpp app/*.rc)
 if(APP_SOURCES)
@@ -131,7 +131,7 @@ if(EXISTS ${GOOGLETEST_DIR}/googlemock)
     PUBLIC -include ${CMAKE_SOURCE_DIR}/cmake/gtest_notification.h
     PRIVATE -w -O0 -fno-sanitize=all)
 
-  file(GLOB WINDOWS_TESTS CONFIGURE_DEPENDS tests/platform/win32/*.cpp tests/ui/win/*.cpp)
+  file(GLOB_RECURSE WINDOWS_TESTS CONFIGURE_DEPENDS tests/platform/win32/*.cpp tests/ui/win/*.cpp)
   set(UNIT_TESTS ${PORTABLE_TESTS})
   list(FILTER UNIT_TESTS EXCLUDE REGEX "/posix_[^/]*\\.cpp$")
   list(APPEND UNIT_TESTS ${WINDOWS_TESTS})

@@ -10,7 +10,7 @@
 #include "containers/layout.h"
 #include "core/settings.h"
 #include "core/workspace.h"
-#include "sidebar/timers.h"
+#include "platform/timers.h"
 
 namespace varnowick {
 

@@ -9,8 +9,8 @@
 
 #include "core/units.h"
 #include "core/workspace.h"
+#include "platform/timers.h"
 #include "sidebar/screen_extents.h"
-#include "sidebar/timers.h"
 
 namespace varnowick {
 

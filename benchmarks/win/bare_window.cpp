@@ -14,7 +14,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "ui/win/win_events.h"
+#include "ui/win/toolkit/win_events.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include "tests/e2e/harness/program_folder.h"
 #include "tests/e2e/harness/running_program.h"
 #include "ui/scene/scene.h"
-#include "ui/win/messages.h"
-#include "ui/win/win_events.h"
+#include "ui/win/toolkit/messages.h"
+#include "ui/win/toolkit/win_events.h"
 
 namespace varnowick::e2e {
 namespace {

@@ -29,7 +29,7 @@
 #include "tests/e2e/harness/input.h"
 #include "tests/e2e/harness/program_folder.h"
 #include "tests/e2e/harness/waiting.h"
-#include "ui/win/win_events.h"
+#include "ui/win/toolkit/win_events.h"
 
 namespace varnowick::e2e {
 namespace {

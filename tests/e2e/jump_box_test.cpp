@@ -1,6 +1,6 @@
 // Typing on the bar finds shortcuts, containers and files wherever they lie.
 #include "tests/e2e/program_test.h"
-#include "ui/win/frm_shortcut_properties.h"
+#include "ui/win/dialogs/frm_shortcut_properties.h"
 
 namespace varnowick::e2e {
 namespace {

@@ -4,8 +4,8 @@
 #include "tests/e2e/harness/detached.h"
 #include "tests/e2e/harness/drag_source.h"
 #include "tests/e2e/program_test.h"
-#include "ui/win/frm_con_colors.h"
-#include "ui/win/frm_picture_properties.h"
+#include "ui/win/dialogs/frm_con_colors.h"
+#include "ui/win/dialogs/frm_picture_properties.h"
 
 namespace varnowick::e2e {
 namespace {

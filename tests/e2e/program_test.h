@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "sidebar/commands.h"
 #include "tests/e2e/harness/bar.h"
 #include "tests/e2e/harness/data_files.h"
 #include "tests/e2e/harness/dialogs.h"
@@ -19,7 +18,8 @@
 #include "tests/e2e/harness/running_program.h"
 #include "tests/e2e/harness/screen.h"
 #include "tests/e2e/harness/waiting.h"
-#include "ui/win/win_events.h"
+#include "ui/commands/commands.h"
+#include "ui/win/toolkit/win_events.h"
 
 namespace varnowick::e2e {
 

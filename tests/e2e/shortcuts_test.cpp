@@ -3,7 +3,7 @@
 #include "tests/e2e/harness/detached.h"
 #include "tests/e2e/harness/drag_source.h"
 #include "tests/e2e/program_test.h"
-#include "ui/win/frm_shortcut_properties.h"
+#include "ui/win/dialogs/frm_shortcut_properties.h"
 
 namespace varnowick::e2e {
 namespace {

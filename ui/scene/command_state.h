@@ -6,7 +6,7 @@
 
 #include "core/document.h"
 #include "shortcuts/selection.h"
-#include "sidebar/commands.h"
+#include "ui/commands/commands.h"
 
 namespace varnowick {
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "sidebar/commands.h"
+#include "ui/commands/commands.h"
 #include "ui/scene/scene.h"
 
 namespace varnowick {

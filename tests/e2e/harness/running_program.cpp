@@ -2,7 +2,7 @@
 
 #include "tests/e2e/harness/dialogs.h"
 #include "tests/e2e/harness/waiting.h"
-#include "ui/win/win_events.h"
+#include "ui/win/toolkit/win_events.h"
 
 namespace varnowick::e2e {
 namespace {
