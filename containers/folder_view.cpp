@@ -144,16 +144,16 @@ std::vector<std::wstring> FolderView::selectedPaths() const {
   return paths;
 }
 
-void FolderView::press(int row, bool ctrl, bool shift) {
+void FolderView::press(int row, Modifiers held) {
   keptForDrag_ = false;
   if (entry(row) == nullptr) {
-    if (!ctrl && !shift) selectNone();
+    if (!held.ctrl && !held.shift) selectNone();
     return;
   }
-  if (shift) {
+  if (held.shift) {
     selectRange(anchor_ < 0 ? row : anchor_, row);
     if (anchor_ < 0) anchor_ = row;
-  } else if (ctrl) {
+  } else if (held.ctrl) {
     setSelected(row, !isSelected(row));
     anchor_ = row;
   } else {
@@ -164,12 +164,13 @@ void FolderView::press(int row, bool ctrl, bool shift) {
   current_ = row;
 }
 
-void FolderView::release(int row, bool ctrl, bool shift, bool dragged) {
-  if (std::exchange(keptForDrag_, false) && !ctrl && !shift && !dragged && entry(row) != nullptr)
+void FolderView::release(int row, Modifiers held, bool dragged) {
+  if (std::exchange(keptForDrag_, false) && !held.ctrl && !held.shift && !dragged &&
+      entry(row) != nullptr)
     selectRange(row, row);
 }
 
-bool FolderView::move(ListMove move, bool ctrl, bool shift) {
+bool FolderView::move(ListMove move, Modifiers held) {
   if (count() == 0) return false;
   const int step =
       move == ListMove::PageUp || move == ListMove::PageDown ? std::max(1, page_ - 1) : 1;
@@ -180,11 +181,11 @@ bool FolderView::move(ListMove move, bool ctrl, bool shift) {
     to = std::max(0, current_ - step);
   else if (move != ListMove::Home && current_ >= 0)
     to = std::min(count() - 1, current_ + step);
-  const bool moved = to != current_ || !(ctrl || isSelected(to));
-  if (shift) {
+  const bool moved = to != current_ || !(held.ctrl || isSelected(to));
+  if (held.shift) {
     if (anchor_ < 0) anchor_ = std::max(0, current_);
     selectRange(anchor_, to);
-  } else if (!ctrl) {
+  } else if (!held.ctrl) {
     selectRange(to, to);
     anchor_ = to;
   }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/key.h"
 #include "core/units.h"
 #include "platform/folder_source.h"
 
@@ -50,15 +51,15 @@ class FolderView {
   // A press without keys selects the row alone, unless it is selected already: then
   // a drag of all may follow, and the release decides. Ctrl adds or takes away,
   // Shift selects from where the last selection began.
-  void press(int row, bool ctrl, bool shift);
-  void release(int row, bool ctrl, bool shift, bool dragged);
+  void press(int row, Modifiers held);
+  void release(int row, Modifiers held, bool dragged);
   void selectAll();
   void selectNone();
   // The row alone, and in sight.
   void selectOnly(int row);
   // Ctrl moves without selecting, Shift selects on the way. False when there is
   // nowhere to go.
-  bool move(ListMove move, bool ctrl, bool shift);
+  bool move(ListMove move, Modifiers held);
   // Selects or unselects the current row.
   void toggleCurrent();
   // A letter: the next name that begins with what was typed within a second. The

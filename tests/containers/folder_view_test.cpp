@@ -65,8 +65,8 @@ TEST(FolderView, SaysWhyThereAreNoEntries) {
 
 TEST(FolderView, NewListingsKeepSelectionCurrentRowAndScrollByName) {
   FolderView view = withLetters();
-  view.press(4, false, false);
-  view.press(6, true, false);
+  view.press(4, {});
+  view.press(6, kCtrl);
   view.scrollBy(3);
   view.apply(ready({L"0", L"a", L"b", L"c", L"d", L"e", L"ee", L"f", L"g", L"h", L"i", L"j"}));
   EXPECT_EQ(selected(view), L"e g");
@@ -78,7 +78,7 @@ TEST(FolderView, NewListingsKeepSelectionCurrentRowAndScrollByName) {
   EXPECT_EQ(view.entry(view.current())->name, L"h");
   EXPECT_EQ(view.entry(view.top())->name, L"e");
   // At the end nothing is scrolled past the last entry, and no row is invented.
-  view.move(ListMove::End, false, false);
+  view.move(ListMove::End, {});
   view.apply(ready({L"a", L"b"}));
   EXPECT_EQ(view.top(), 0);
   EXPECT_EQ(view.current(), 1);
@@ -111,14 +111,14 @@ TEST(FolderView, PressesSelect) {
               {"beside the rows", -1, false, false, L"", L""}};
   FolderView view = withLetters();
   for (const auto& row : rows) {
-    view.press(row.row, row.ctrl, row.shift);
+    view.press(row.row, {row.shift, row.ctrl});
     EXPECT_EQ(selected(view), row.pressed) << row.what;
-    view.release(row.row, row.ctrl, row.shift, false);
+    view.release(row.row, {row.shift, row.ctrl}, false);
     EXPECT_EQ(selected(view), row.released) << row.what;
   }
   view.selectAll();
-  view.press(3, false, false);
-  view.release(3, false, false, true);
+  view.press(3, {});
+  view.release(3, {}, true);
   EXPECT_EQ(view.selectedCount(), 10) << "a drag keeps them";
   EXPECT_EQ(view.selectedPaths().back(), L"C:\\f\\j");
 }
@@ -137,7 +137,7 @@ TEST(FolderView, KeysMoveAndScroll) {
               {M::PageUp, false, false, L"h", 7, 7},  {M::PageUp, false, false, L"f", 5, 5}};
   FolderView view = withLetters();
   for (const auto& row : rows) {
-    view.move(row.move, row.ctrl, row.shift);
+    view.move(row.move, {row.shift, row.ctrl});
     EXPECT_EQ(selected(view), row.chosen) << &row - rows;
     EXPECT_EQ(view.current(), row.current) << &row - rows;
     EXPECT_EQ(view.top(), row.top) << &row - rows;
@@ -147,14 +147,14 @@ TEST(FolderView, KeysMoveAndScroll) {
   // Without a press before, a selection begins at the current row, or where it was turned.
   for (const bool turned : {false, true}) {
     FolderView fresh = withLetters();
-    fresh.move(M::Home, true, false);
+    fresh.move(M::Home, kCtrl);
     if (turned) fresh.toggleCurrent();
-    fresh.move(M::Down, true, false);
-    fresh.move(M::Down, false, true);
+    fresh.move(M::Down, kCtrl);
+    fresh.move(M::Down, kShift);
     EXPECT_EQ(selected(fresh), turned ? L"a b c" : L"b c");
   }
   FolderView empty(L"C:\\f");
-  EXPECT_FALSE(empty.move(M::Down, false, false));
+  EXPECT_FALSE(empty.move(M::Down, {}));
   empty.toggleCurrent();
   EXPECT_FALSE(empty.typed(L'a', 0));
 }
@@ -212,8 +212,8 @@ TEST(FolderView, RandomListingsLeaveNothingDangling) {
     for (int i = 0; i < 60; ++i)
       if (random() % 100 < density) listing.entries.push_back({std::to_wstring(i), i % 7 == 0});
     view.apply(listing);
-    view.press(static_cast<int>(random() % 60), random() % 2 == 0, random() % 3 == 0);
-    view.move(static_cast<ListMove>(random() % 6), false, random() % 2 == 0);
+    view.press(static_cast<int>(random() % 60), {random() % 3 == 0, random() % 2 == 0});
+    view.move(static_cast<ListMove>(random() % 6), {.shift = random() % 2 == 0});
     int chosen = 0;
     for (int row = 0; row < view.count(); ++row) chosen += view.isSelected(row) ? 1 : 0;
     ASSERT_EQ(chosen, view.selectedCount());

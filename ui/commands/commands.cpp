@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kF1 = 112;
 constexpr Key ctrl(char letter) { return {letter, kCtrl}; }
-constexpr Key function(int number, int modifiers = 0) { return {kF1 + number - 1, modifiers}; }
+constexpr Key function(int number, Modifiers held = {}) { return {kF1 + number - 1, held}; }
 constexpr Key kNoKey{};
 constexpr int kDeleteKey = 46;
 
@@ -46,7 +46,7 @@ constexpr std::array kCommands{
     // The window adds what would be undone.
     CommandRow{VARNOWICK_COMMAND(mnuUndo), L"Und&o", ctrl('Z'), kEditing | kNeedsUndo, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuRedo), L"&Redo", ctrl('Y'), kEditing | kNeedsRedo, kBuilt},
-    CommandRow{VARNOWICK_COMMAND(mnuDeleteSelected), L"&Delete", Key{kDeleteKey, 0},
+    CommandRow{VARNOWICK_COMMAND(mnuDeleteSelected), L"&Delete", Key{kDeleteKey},
                kEditing | kNeedsSelection, kBuilt},
     CommandRow{VARNOWICK_COMMAND(mnuAlign), L"Align to &grid", kNoKey, kAlways, kBuilt,
                &CommandState::align},
@@ -326,9 +326,9 @@ bool isLockedAway(Command command, CommandState state) {
 std::wstring keyText(Key key) {
   if (key.code == 0) return {};
   std::wstring text;
-  if (key.modifiers & kCtrl) text += L"Ctrl+";
-  if (key.modifiers & kAlt) text += L"Alt+";
-  if (key.modifiers & kShift) text += L"Shift+";
+  if (key.held.ctrl) text += L"Ctrl+";
+  if (key.held.alt) text += L"Alt+";
+  if (key.held.shift) text += L"Shift+";
   if (key.code >= kF1 && key.code < kF1 + 12)
     return text + L"F" + std::to_wstring(key.code - kF1 + 1);
   if (key.code == kDeleteKey) return text + L"Del";

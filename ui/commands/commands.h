@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "core/key.h"
+
 namespace varnowick {
 
 enum class Command : int {
@@ -79,18 +81,6 @@ enum class Command : int {
   mnuAbout,
   mnuExitMainWin,
   Count
-};
-
-// Modifier state of a key press, added together.
-inline constexpr int kShift = 1;
-inline constexpr int kCtrl = 2;
-inline constexpr int kAlt = 4;
-
-// A virtual-key code with its modifiers; code 0: no key.
-struct Key {
-  int code = 0;
-  int modifiers = 0;
-  constexpr bool operator==(const Key&) const = default;
 };
 
 struct CommandState {

@@ -69,7 +69,7 @@ KeyDecision withoutModifier(int keyCode, const KeyState& state) {
     default:
       break;
   }
-  const Command command = commandForKey({keyCode, 0});
+  const Command command = commandForKey({keyCode});
   if (command == Command::None) return typeIntoJumpBox(keyCode, false);
   const bool needsSelection =
       (commandRow(command).needs & (kNeedsSelection | kNeedsProperties)) != 0;
@@ -78,21 +78,14 @@ KeyDecision withoutModifier(int keyCode, const KeyState& state) {
 
 }  // namespace
 
-KeyDecision decideKey(int keyCode, int modifiers, const KeyState& state) {
+KeyDecision decideKey(Key key, const KeyState& state) {
   if (state.suppressed) return {};
-  switch (modifiers) {
-    case kCtrl:
-    case kAlt:
-      return runCommand(commandForKey({keyCode, modifiers}));
-    case kShift:
-      return withShift(keyCode, state);
-    case 0:
-      return withoutModifier(keyCode, state);
-    default:
-      // Ctrl+Alt types special characters on many keyboards; it means nothing here,
-      // nor do the other combinations.
-      return {};
-  }
+  if (key.held.none()) return withoutModifier(key.code, state);
+  if (key.held == kShift) return withShift(key.code, state);
+  if (key.held == kCtrl || key.held == kAlt) return runCommand(commandForKey(key));
+  // Ctrl+Alt types special characters on many keyboards; it means nothing here,
+  // nor do the other combinations.
+  return {};
 }
 
 int MatchPosition::showNext(int matches) {

@@ -36,8 +36,7 @@ struct KeyDecision {
   bool operator==(const KeyDecision&) const = default;
 };
 
-// keyCode is a virtual-key code, modifiers a sum of kShift, kCtrl and kAlt.
-KeyDecision decideKey(int keyCode, int modifiers, const KeyState& state);
+KeyDecision decideKey(Key key, const KeyState& state);
 
 // The position in a list of matches. Each step gives the match to show, -1 when
 // there is none.

@@ -25,10 +25,11 @@ TEST(Keys, EachKeyRunsItsCommandInItsModifierStateOnly) {
     const auto [code, modifiers] = row.key;
     if (code == 0) continue;
     keys += L" " + keyText(row.key) + L" " + row.name;
-    EXPECT_EQ(decideKey(code, modifiers, kSelected), run(row.id)) << row.name;
-    EXPECT_EQ(decideKey(code, kCtrl | kAlt, kSelected), kNothing) << "types on many keyboards";
-    EXPECT_EQ(decideKey(code, kCtrl | kShift, kSelected), kNothing);
-    EXPECT_EQ(decideKey(code, modifiers, {.suppressed = true, .shortcutSelected = true}), kNothing);
+    EXPECT_EQ(decideKey({code, modifiers}, kSelected), run(row.id)) << row.name;
+    EXPECT_EQ(decideKey({code, kCtrl | kAlt}, kSelected), kNothing) << "types on many keyboards";
+    EXPECT_EQ(decideKey({code, kCtrl | kShift}, kSelected), kNothing);
+    EXPECT_EQ(decideKey({code, modifiers}, {.suppressed = true, .shortcutSelected = true}),
+              kNothing);
   }
   EXPECT_EQ(keys,
             L" Ctrl+K mnuNewFolderLink Ctrl+E mnuAddRSS Ctrl+W mnuAddLink Ctrl+F mnuAddFileLink"
@@ -41,46 +42,46 @@ TEST(Keys, EachKeyRunsItsCommandInItsModifierStateOnly) {
             L" F9 mnuTranslucent F4 mnuProgramAppearance F3 mnuProgramSettings F8 mnuSave"
             L" F1 mnuTips Alt+F4 mnuExitMainWin");
   for (const int needsSelection : {46, 113})
-    EXPECT_EQ(decideKey(needsSelection, 0, kPlain), kNothing);
-  EXPECT_EQ(decideKey(46, kShift, kPlain), run(C::mnuDeleteSelected));
-  EXPECT_EQ(decideKey(113, kShift, kSelected), kNothing);
-  EXPECT_EQ(decideKey('Q', kCtrl, kSelected), kNothing);
-  EXPECT_EQ(decideKey(0, 0, kSelected), kNothing) << "no key is no command's";
+    EXPECT_EQ(decideKey({needsSelection}, kPlain), kNothing);
+  EXPECT_EQ(decideKey({46, kShift}, kPlain), run(C::mnuDeleteSelected));
+  EXPECT_EQ(decideKey({113, kShift}, kSelected), kNothing);
+  EXPECT_EQ(decideKey({'Q', kCtrl}, kSelected), kNothing);
+  EXPECT_EQ(decideKey({0}, kSelected), kNothing) << "no key is no command's";
 }
 
 TEST(Keys, LettersAndDigitsAreTyped) {
   std::wstring plain, shifted;
   for (int code = 0; code < 256; ++code) {
-    if (const wchar_t c = decideKey(code, 0, kPlain).typed; c != 0) plain += c;
-    if (const wchar_t c = decideKey(code, kShift, kPlain).typed; c != 0) shifted += c;
+    if (const wchar_t c = decideKey({code}, kPlain).typed; c != 0) plain += c;
+    if (const wchar_t c = decideKey({code, kShift}, kPlain).typed; c != 0) shifted += c;
   }
   EXPECT_EQ(plain, L"0123456789abcdefghijklmnopqrstuvwxyz0123456789");  // and the keypad's
   EXPECT_EQ(shifted, L"ABCDEFGHIJKLMNOPQRSTUVWXYZ");
-  EXPECT_EQ(decideKey('A', 0, kPlain).action, KeyAction::JumpType);
+  EXPECT_EQ(decideKey({'A'}, kPlain).action, KeyAction::JumpType);
 }
 
 TEST(Keys, TheJumpBoxHasKeysOfItsOwn) {
   const struct {
-    int code, modifiers;
+    Key key;
     KeyAction action;
-  } rows[] = {{32, kShift, KeyAction::JumpPrevious},
-              {32, 0, KeyAction::JumpNext},
-              {13, 0, KeyAction::JumpStart},
-              {38, 0, KeyAction::JumpUp},
-              {40, 0, KeyAction::JumpDown}};
+  } rows[] = {{{32, kShift}, KeyAction::JumpPrevious},
+              {{32}, KeyAction::JumpNext},
+              {{13}, KeyAction::JumpStart},
+              {{38}, KeyAction::JumpUp},
+              {{40}, KeyAction::JumpDown}};
   for (const auto& row : rows) {
-    EXPECT_EQ(decideKey(row.code, row.modifiers, kPlain), kNothing) << row.code;
-    EXPECT_EQ(decideKey(row.code, row.modifiers, kJump), act(row.action)) << row.code;
+    EXPECT_EQ(decideKey(row.key, kPlain), kNothing) << row.key.code;
+    EXPECT_EQ(decideKey(row.key, kJump), act(row.action)) << row.key.code;
   }
   // Escape clears, then closes, then collapses.
   KeyState state{.jumpBoxShown = true, .jumpBoxHasText = true, .barExpanded = true};
-  EXPECT_EQ(decideKey(27, 0, state), act(KeyAction::JumpClear));
+  EXPECT_EQ(decideKey({27}, state), act(KeyAction::JumpClear));
   state.jumpBoxHasText = false;
-  EXPECT_EQ(decideKey(27, 0, state), act(KeyAction::JumpClose));
+  EXPECT_EQ(decideKey({27}, state), act(KeyAction::JumpClose));
   state.jumpBoxShown = false;
-  EXPECT_EQ(decideKey(27, 0, state), run(C::mnuDockNow));
-  EXPECT_EQ(decideKey(27, kShift, state), kNothing);
-  EXPECT_EQ(decideKey(27, 0, kPlain), kNothing);
+  EXPECT_EQ(decideKey({27}, state), run(C::mnuDockNow));
+  EXPECT_EQ(decideKey({27, kShift}, state), kNothing);
+  EXPECT_EQ(decideKey({27}, kPlain), kNothing);
 }
 
 TEST(Keys, PositionWrapsPastTheLastMatchAndSurvivesShorterLists) {

@@ -132,7 +132,7 @@ class frmMain final : public Window, private PaneOwner {
   void shortcutStarted(ShortcutSlot slot) override { extras_.countStart(slot); }
   void describeState(CommandState& state) const override;
   bool runOwn(Command command) override;
-  bool keyDown(int key, int modifiers) override;
+  bool keyDown(Key key) override;
 
   // LaunchHost
   bool isMainWindow() const override { return true; }

@@ -50,13 +50,13 @@ void frmMain::moveWindow(const GestureEvent& event) {
   workspaceChanged();
 }
 
-bool frmMain::keyDown(int key, int modifiers) {
+bool frmMain::keyDown(Key key) {
   extras_.hideTooltip();
   const bool jumping = extras_.jump().shown();
-  const bool arrow = key == VK_LEFT || key == VK_RIGHT || key == VK_UP || key == VK_DOWN;
+  const bool arrow = key.code >= VK_LEFT && key.code <= VK_DOWN;
   // Unless the jump-to box wants them, these move the focus and open what has it.
-  if (key == VK_TAB && (modifiers & ~kShift) == 0) return false;
-  if (!jumping && modifiers == 0 && (arrow || key == VK_RETURN)) return false;
+  if (key == Key{VK_TAB} || key == Key{VK_TAB, kShift}) return false;
+  if (!jumping && key.held.none() && (arrow || key.code == VK_RETURN)) return false;
   const CommandState commands = pane_.commandState();
   KeyState state;
   state.suppressed = modal_.active();
@@ -64,7 +64,7 @@ bool frmMain::keyDown(int key, int modifiers) {
   state.jumpBoxHasText = extras_.jump().hasText();
   state.shortcutSelected = commands.anythingSelected || commands.shortcutMeant;
   state.barExpanded = IsZoomed(handle()) || (docking_.rules().expanded() && !hasGone());
-  const KeyDecision decision = decideKey(key, modifiers, state);
+  const KeyDecision decision = decideKey(key, state);
   apply(decision);
   return decision.action != KeyAction::None;
 }

@@ -8,6 +8,7 @@
 #include "ui/scene/jump_row.h"
 #include "ui/win/bar/jump_box.h"
 #include "ui/win/toolkit/gdi_canvas.h"
+#include "ui/win/toolkit/held_keys.h"
 #include "ui/win/toolkit/wheel_lines.h"
 
 namespace varnowick {
@@ -21,18 +22,11 @@ PicJumpToLink* ownerOf(HWND control) {
   return reinterpret_cast<PicJumpToLink*>(GetWindowLongPtrW(control, GWLP_USERDATA));
 }
 
-int modifiersDown() {
-  const auto down = [](int code) { return GetKeyState(code) < 0; };
-  return (down(VK_SHIFT) ? kShift : 0) + (down(VK_CONTROL) ? kCtrl : 0) +
-         (down(VK_MENU) ? kAlt : 0);
-}
-
 // Editing keys mean in a field of text what they mean in every other.
-bool belongsToEditing(int key, int modifiers) {
-  if (key == VK_DELETE) return true;
-  if (modifiers == kCtrl)
-    return key == 'C' || key == 'V' || key == 'X' || key == 'Z' || key == VK_INSERT;
-  return false;
+bool belongsToEditing(Key key) {
+  const auto is = [&](int code) { return key.code == code; };
+  return is(VK_DELETE) ||
+         (key.held == kCtrl && (is('C') || is('V') || is('X') || is('Z') || is(VK_INSERT)));
 }
 
 // Characters from the blank down, but for Backspace, copy, paste, cut and undo;
@@ -93,14 +87,14 @@ LRESULT PicJumpToLink::onEdit(UINT message, WPARAM wParam, LPARAM lParam) {
   return CallWindowProcW(editBase_, cboSearch_, message, wParam, lParam);
 }
 
-bool PicJumpToLink::onEditKey(int key) {
-  const int modifiers = modifiersDown();
-  if (belongsToEditing(key, modifiers)) return false;
-  if (key == 'A' && modifiers == kCtrl) {
+bool PicJumpToLink::onEditKey(int code) {
+  const Key key{code, heldModifiers()};
+  if (belongsToEditing(key)) return false;
+  if (key == Key{'A', kCtrl}) {
     SendMessageW(cboSearch_, EM_SETSEL, 0, -1);
     return true;
   }
-  if (key == VK_TAB) {
+  if (code == VK_TAB) {
     SetFocus(GetParent(handle()));
     return true;
   }
@@ -110,7 +104,7 @@ bool PicJumpToLink::onEditKey(int key) {
   const ShortcutSlot match = current().shortcut;
   state.shortcutSelected = !match.none();
   state.barExpanded = true;
-  const KeyDecision decision = decideKey(key, modifiers, state);
+  const KeyDecision decision = decideKey(key, state);
   // Letters reach the field as characters, in whatever language they are typed.
   if (decision.action == KeyAction::JumpType || decision.action == KeyAction::None) return false;
   // About the match that is highlighted, and not what is selected on the bar.

@@ -335,14 +335,14 @@ OwnerWindow frmContainer::ownerWindow() const {
 
 bool frmContainer::runOwn(Command command) { return host_.runProgramCommand(command); }
 
-bool frmContainer::keyDown(int key, int modifiers) {
+bool frmContainer::keyDown(Key key) {
   tooltip_.hide();
   const clsContainer* c = record();
-  if (key == VK_ESCAPE && modifiers == 0 && c != nullptr && c->DetachedUseTab) {
+  if (key == Key{VK_ESCAPE} && c != nullptr && c->DetachedUseTab) {
     DockMe();
     return true;
   }
-  const Command command = commandForKey({key, modifiers});
+  const Command command = commandForKey(key);
   // Here this key closes the window, not the program.
   if (command == Command::None || command == Command::mnuExitMainWin) return false;
   if (!commandRow(command).built) return false;

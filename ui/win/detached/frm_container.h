@@ -146,7 +146,7 @@ class frmContainer final : public Window, private PaneOwner {
   bool ownMenu(NodeId node, POINT screen) override;
   void completeMenu(MenuId menu, std::vector<MenuItem>& items) override;
   void ownRowChosen(int command) override;
-  bool keyDown(int key, int modifiers) override;
+  bool keyDown(Key key) override;
 
   // LaunchHost
   bool isMainWindow() const override { return false; }

@@ -1,6 +1,7 @@
 #include "ui/win/pane/edit_overlay.h"
 
 #include "ui/win/toolkit/dialog.h"
+#include "ui/win/toolkit/held_keys.h"
 #include "ui/win/toolkit/messages.h"
 
 namespace varnowick {
@@ -210,7 +211,7 @@ LRESULT CALLBACK EditOverlay::controlProcedure(HWND control, UINT message, WPARA
 LRESULT EditOverlay::onControl(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_KEYDOWN:
-      if (wParam == 'A' && GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0) {
+      if (wParam == 'A' && heldModifiers().ctrlAlone()) {
         selectAll();
         return 0;
       }

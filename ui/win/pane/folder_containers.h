@@ -17,6 +17,7 @@
 #include "containers/folder_sight.h"
 #include "containers/folder_view.h"
 #include "core/document.h"
+#include "core/key.h"
 #include "platform/platform.h"
 #include "platform/win32/win32_folder_source.h"
 #include "shortcuts/launch.h"
@@ -40,13 +41,6 @@ struct FolderPane {
   SceneAccessible* items = nullptr;
   DropTarget* drops = nullptr;
   HWND window = nullptr;
-};
-
-// Keys held while the mouse or the keyboard is used.
-struct HeldKeys {
-  bool ctrl = false;
-  bool shift = false;
-  bool alt = false;
 };
 
 class FolderContainers final : public Window {
@@ -79,7 +73,7 @@ class FolderContainers final : public Window {
   bool paste(ContainerSlot slot);
 
   // The mouse on a node. Each is false when that is none of ours.
-  bool pressed(NodeId node, HeldKeys keys);
+  bool pressed(NodeId node, Modifiers held);
   // Both go by the keys that were held at the press.
   bool released(NodeId node, bool click);
   bool clicked(NodeId node, bool doubleClick);
@@ -92,7 +86,7 @@ class FolderContainers final : public Window {
   void drag(NodeId node);
 
   // Keys while the node has the focus.
-  bool keyDown(NodeId focused, int key, HeldKeys keys);
+  bool keyDown(NodeId focused, Key key);
   bool typed(NodeId focused, wchar_t letter);
   // What the default action of a row does.
   bool open(NodeId node);
@@ -174,7 +168,7 @@ class FolderContainers final : public Window {
     DWORD effect = 0;
   };
   std::optional<Incoming> incoming_;
-  HeldKeys pressKeys_;
+  Modifiers pressKeys_;
   std::wstring pressedPath_;  // of the row; another may have come under the mouse since
   int wheelRest_ = 0;
   DWORD pasting_ = 0;  // the clipboard whose files are being moved; 0 for none

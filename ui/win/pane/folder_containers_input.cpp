@@ -53,14 +53,14 @@ NodeId FolderContainers::currentRow(NodeId node) const {
   return row.none() ? node : row;
 }
 
-bool FolderContainers::pressed(NodeId node, HeldKeys keys) {
+bool FolderContainers::pressed(NodeId node, Modifiers held) {
   FolderView* view = viewOf(node);
   if (view == nullptr) return false;
   const ContainerSlot slot = folderContainerOf(node);
-  pressKeys_ = keys;
+  pressKeys_ = held;
   const int row = folderRowOf(node, *view);
   pressedPath_ = view->pathOf(row);
-  view->press(row, keys.ctrl, keys.shift);
+  view->press(row, held);
   focus(slot);
   changed(slot, false);
   return true;
@@ -69,7 +69,7 @@ bool FolderContainers::pressed(NodeId node, HeldKeys keys) {
 bool FolderContainers::released(NodeId node, bool click) {
   FolderView* view = viewOf(node);
   if (view == nullptr) return false;
-  view->release(folderRowOf(node, *view), pressKeys_.ctrl, pressKeys_.shift, !click);
+  view->release(folderRowOf(node, *view), pressKeys_, !click);
   changed(folderContainerOf(node), false);
   return true;
 }
@@ -92,13 +92,13 @@ bool FolderContainers::wheel(NodeId node, int delta) {
   return true;
 }
 
-bool FolderContainers::keyDown(NodeId focused, int key, HeldKeys keys) {
+bool FolderContainers::keyDown(NodeId focused, Key key) {
   FolderView* view = viewOf(focused);
-  if (view == nullptr || keys.alt) return false;
+  if (view == nullptr || key.held.alt) return false;
   const ContainerSlot slot = folderContainerOf(focused);
-  if (const auto move = moveOf(key)) {
+  if (const auto move = moveOf(key.code)) {
     const int top = view->top();
-    if (view->move(*move, keys.ctrl, keys.shift)) {
+    if (view->move(*move, key.held)) {
       changed(slot, view->top() != top);
       if (const FolderPane* pane = paneOf(slot))
         announce(pane->window, EVENT_OBJECT_FOCUS,
@@ -106,8 +106,8 @@ bool FolderContainers::keyDown(NodeId focused, int key, HeldKeys keys) {
     }
     return true;
   }
-  if (keys.ctrl && !keys.shift) {
-    switch (key) {
+  if (key.held.ctrl && !key.held.shift) {
+    switch (key.code) {
       case 'A':
         run(slot, kSelectAll);
         return true;
@@ -129,14 +129,14 @@ bool FolderContainers::keyDown(NodeId focused, int key, HeldKeys keys) {
         return false;
     }
   }
-  if (keys.ctrl) return false;
-  switch (key) {
+  if (key.held.ctrl) return false;
+  switch (key.code) {
     case VK_RETURN:
       openSelected(slot);
       return true;
     case VK_DELETE:
       // With Shift it would mean to delete for good, which is not done from here.
-      if (!keys.shift) run(slot, kDelete);
+      if (!key.held.shift) run(slot, kDelete);
       return true;
     case VK_F2:
       run(slot, kRename);
@@ -145,7 +145,7 @@ bool FolderContainers::keyDown(NodeId focused, int key, HeldKeys keys) {
       return true;
     default:
       // It comes again as a letter.
-      return isLetterKey(key);
+      return isLetterKey(key.code);
   }
 }
 

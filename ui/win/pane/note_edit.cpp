@@ -7,6 +7,7 @@
 
 #include "ui/scene/note_view.h"
 #include "ui/win/toolkit/clipboard_text.h"
+#include "ui/win/toolkit/held_keys.h"
 
 namespace varnowick {
 namespace {
@@ -17,8 +18,8 @@ constexpr int kTextMargin = 4;  // pixels at 96 dots per inch, as round a note t
 
 enum MenuCommand { kUndo = 1, kRedo, kCut, kCopy, kPaste, kDelete, kSelectAll };
 
-bool controlDown() { return GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0; }
-bool shiftDown() { return GetKeyState(VK_SHIFT) < 0; }
+bool controlDown() { return heldModifiers().ctrlAlone(); }
+bool shiftDown() { return heldModifiers().shift; }
 
 }  // namespace
 

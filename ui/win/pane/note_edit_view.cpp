@@ -5,14 +5,11 @@
 
 #include "ui/scene/note_view.h"
 #include "ui/win/pane/note_edit.h"
+#include "ui/win/toolkit/held_keys.h"
 #include "ui/win/toolkit/wheel_lines.h"
 
 namespace varnowick {
-namespace {
-
-bool down(int key) { return GetKeyState(key) < 0; }
-
-}  // namespace
+namespace {}  // namespace
 
 // Puts the part of the text around the offset into the control, the line of `top` first
 // if it is in that part.
@@ -113,12 +110,12 @@ void NoteEdit::selectAll() {
 // Keys that move the caret to where the control cannot, and before the others the part
 // of the text from which it goes.
 bool NoteEdit::moves(int key) {
-  const bool shift = down(VK_SHIFT);
+  const Modifiers held = heldModifiers();
   const bool home = key == VK_HOME;
-  if ((home || key == VK_END) && down(VK_CONTROL) && !down(VK_MENU)) {
+  if ((home || key == VK_END) && held.ctrlAlone()) {
     const std::size_t to = home ? 0 : note_.text().size();
-    selection_ = {shift ? selection_.anchor : to, to};
-  } else if ((key == VK_LEFT || key == VK_RIGHT) && !shift && !down(VK_CONTROL) &&
+    selection_ = {held.shift ? selection_.anchor : to, to};
+  } else if ((key == VK_LEFT || key == VK_RIGHT) && !held.shift && !held.ctrl &&
              !selection_.within(slice_) && !selection_.empty()) {
     const std::size_t to = key == VK_LEFT ? selection_.start() : selection_.end();
     selection_ = {to, to};

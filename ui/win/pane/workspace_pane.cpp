@@ -7,6 +7,7 @@
 #include "platform/screen.h"
 #include "ui/scene/folder_rows.h"
 #include "ui/win/pane/folder_containers.h"
+#include "ui/win/toolkit/held_keys.h"
 #include "ui/win/toolkit/reader_selection.h"
 #include "ui/win/toolkit/wheel_lines.h"
 #include "ui/win/toolkit/win_events.h"
@@ -15,8 +16,6 @@ namespace varnowick {
 namespace {
 
 POINT pointOf(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
-
-bool isDown(int key) { return GetKeyState(key) < 0; }
 
 // Where the system has none, the arrow does.
 HCURSOR handCursor() {
@@ -238,7 +237,7 @@ void WorkspacePane::onLeftDown(POINT client, bool second) {
   if (meantOther || clicks_.strayed()) return;
   const NodeId node = view_.mousePressed(client);
   SetCapture(window_);
-  const bool ctrl = isDown(VK_CONTROL);
+  const bool ctrl = heldModifiers().ctrl;
   const GestureKind drag = canDragFiles(node) ? GestureKind::DragFiles
                            : overThumbOf(node, client)
                                ? GestureKind::ScrollNote
@@ -357,8 +356,7 @@ void WorkspacePane::moveFocus(Point<int> direction, bool backwards) {
 }
 
 bool WorkspacePane::onKeyDown(int key) {
-  const int modifiers = (isDown(VK_SHIFT) ? kShift : 0) + (isDown(VK_CONTROL) ? kCtrl : 0) +
-                        (isDown(VK_MENU) ? kAlt : 0);
+  const Key pressed{key, heldModifiers()};
   menuContainer_ = {};  // keys are about what is selected
   // Alone these mostly go with the mouse.
   if (key != VK_SHIFT && key != VK_CONTROL && key != VK_MENU) view_.keyUsed();
@@ -372,14 +370,14 @@ bool WorkspacePane::onKeyDown(int key) {
     owner_.drawModeEnded();
     return true;
   }
-  if (keyInFolder(key) || owner_.keyDown(key, modifiers)) return true;
+  if (keyInFolder(pressed) || owner_.keyDown(pressed)) return true;
   const Point<int> direction{(key == VK_RIGHT ? 1 : 0) - (key == VK_LEFT ? 1 : 0),
                              (key == VK_DOWN ? 1 : 0) - (key == VK_UP ? 1 : 0)};
-  if (modifiers == 0 && direction != Point<int>{}) {
+  if (pressed.held.none() && direction != Point<int>{}) {
     moveFocus(direction, false);
-  } else if (key == VK_TAB && (modifiers & ~kShift) == 0) {
-    moveFocus({}, modifiers == kShift);
-  } else if (key == VK_RETURN && modifiers == 0) {
+  } else if (pressed == Key{VK_TAB} || pressed == Key{VK_TAB, kShift}) {
+    moveFocus({}, pressed.held.shift);
+  } else if (pressed == Key{VK_RETURN}) {
     const auto object = current().object;
     activate(object ? handleOf(scene_.scene(), *object) : view_.input().focused());
   } else {

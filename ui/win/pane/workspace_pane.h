@@ -93,7 +93,7 @@ class PaneOwner : public LaunchHost {
   virtual void completeMenu(MenuId, std::vector<MenuItem>&) {}
   virtual void ownRowChosen(int /*row*/) {}
   // A key that the pane has no use for. True when it was taken.
-  virtual bool keyDown(int /*key*/, int /*modifiers*/) { return false; }
+  virtual bool keyDown(Key) { return false; }
 };
 
 class WorkspacePane final : public DragStop {
@@ -264,7 +264,7 @@ class WorkspacePane final : public DragStop {
   bool folderMenu(NodeId node, POINT screen);
   NodeId currentOf(NodeId node) const;
   bool wheelOverFolder(POINT screen, int delta);
-  bool keyInFolder(int key);
+  bool keyInFolder(Key key);
   bool typedInFolder(wchar_t letter);
   bool newFolderContainer();
   std::optional<DWORD> folderDropEffect(POINT screen, IDataObject& data, DWORD keys, DWORD allowed);

@@ -5,6 +5,7 @@
 #include "shortcuts/tags.h"
 #include "ui/win/pane/folder_containers.h"
 #include "ui/win/pane/workspace_pane.h"
+#include "ui/win/toolkit/held_keys.h"
 #include "ui/win/toolkit/win_events.h"
 
 namespace varnowick {
@@ -147,7 +148,7 @@ void WorkspacePane::resizeObject(const GestureEvent& event) {
       editor_.beginResize(event.node, toScene(event.start));
       [[fallthrough]];
     case GesturePhase::Update:
-      editor_.resize(distanceOf(event, view_.density()), GetKeyState(VK_SHIFT) < 0);
+      editor_.resize(distanceOf(event, view_.density()), heldModifiers().shift);
       break;
     case GesturePhase::Cancel:
       editor_.cancelResize();

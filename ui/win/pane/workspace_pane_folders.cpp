@@ -5,16 +5,12 @@
 #include "ui/win/dialogs/browse.h"
 #include "ui/win/pane/folder_containers.h"
 #include "ui/win/pane/workspace_pane.h"
+#include "ui/win/toolkit/held_keys.h"
 
 namespace varnowick {
 namespace {
 
 constexpr Size<Twips> kNewFolder{{3600}, {3000}};
-
-HeldKeys heldKeys() {
-  const auto isDown = [](int key) { return GetKeyState(key) < 0; };
-  return {isDown(VK_CONTROL), isDown(VK_SHIFT), isDown(VK_MENU)};
-}
 
 }  // namespace
 
@@ -34,7 +30,7 @@ void WorkspacePane::detachFolders() {
 
 bool WorkspacePane::pressedFolder(NodeId node) {
   if (desk_.folders == nullptr) return false;
-  if (!desk_.folders->pressed(node, heldKeys())) {
+  if (!desk_.folders->pressed(node, heldModifiers())) {
     // What keys do from now on must not be done to files.
     if (!folderContainerOf(view_.input().focused()).none()) view_.focus({});
     return false;
@@ -81,9 +77,9 @@ bool WorkspacePane::wheelOverFolder(POINT screen, int delta) {
   return desk_.folders->wheel(node, delta);
 }
 
-bool WorkspacePane::keyInFolder(int key) {
+bool WorkspacePane::keyInFolder(Key key) {
   return desk_.folders != nullptr && !current().files.none() &&
-         desk_.folders->keyDown(view_.input().focused(), key, heldKeys());
+         desk_.folders->keyDown(view_.input().focused(), key);
 }
 
 bool WorkspacePane::typedInFolder(wchar_t letter) {
