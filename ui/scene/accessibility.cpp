@@ -36,9 +36,7 @@ class Describer {
   std::wstring containerName(const Node& part) const {
     return orElse(sibling(part, ControlKind::Container).text, L"Container");
   }
-  bool folded(const Node& part) const {
-    return sibling(part, ControlKind::lblFoldUnfold).text == L"+";
-  }
+  bool folded(const Node& part) const { return sibling(part, ControlKind::lblFoldUnfold).folded; }
   bool shrunk(const Node& part) const {
     return sibling(part, ControlKind::ContainerIcon).visible &&
            !sibling(part, ControlKind::ContainerLabel).visible;

@@ -122,7 +122,7 @@ void ObjectScene::layoutTitle(ContainerSlot slot, const clsContainer& container,
   Twips left = box.width - kFoldBoxWidth;
   Node& fold = part(ControlKind::lblFoldUnfold, slot, id,
                     {left, {}, kFoldBoxWidth, kTitleStripHeight}, !shape.shrunk);
-  fold.text = shape.folded ? L"+" : L"-";
+  fold.folded = shape.folded;
   // The name keeps some room; the buttons that still fit stand before the fold box.
   for (const ControlKind kind :
        {ControlKind::cmdConMenu, ControlKind::cmdConDetach, ControlKind::cmdConShrink}) {

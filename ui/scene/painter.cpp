@@ -432,7 +432,7 @@ void ScenePainter::paintFoldBox(const Node& node, const PixelRect& rect, const P
   const Colour ink = mix(p.titleText, p.titleTop, isHovered(node) || p.highContrast ? 0.0F : 0.25F);
   const Colour ground = mix(p.titleTop, p.titleText, isPressed(node) ? 0.25F : 0.0F);
   canvas_.box(box, px(3), ground, ground, mix(ink, p.titleTop, p.highContrast ? 0.0F : 0.35F), 0);
-  drawSign(canvas_, node.text == L"+" ? Sign::Plus : Sign::Minus, box, density_, ink);
+  drawSign(canvas_, node.folded ? Sign::Plus : Sign::Minus, box, density_, ink);
 }
 
 void ScenePainter::paintTile(const Node& node, const PixelRect& rect, const Palette& p) {

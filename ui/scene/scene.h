@@ -105,6 +105,7 @@ struct Node {
   bool hitTarget = true;  // false: the mouse sees what lies behind
   bool focusable = false;
   bool selected = false;
+  bool folded = false;   // of a fold box: unfolds its container
   bool current = false;  // of a list: what keys act on while the list has the focus
   bool clipsChildren = false;
   std::vector<NodeId> children;  // in painting order
