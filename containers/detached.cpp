@@ -18,29 +18,27 @@ bool fades(const DetachedInputs& in) {
   return in.record.DetachedFadeOut && in.animate && in.systemAnimations;
 }
 
-DetachedTimerAction startTimer(DetachedTimerId id) { return {id, true}; }
-DetachedTimerAction stopTimer(DetachedTimerId id) { return {id, false}; }
+TimerAction startTimer(TimerId id) { return {id, true}; }
+TimerAction stopTimer(TimerId id) { return {id, false}; }
 
 }  // namespace
 
 DetachedEffects DetachedRules::start() const {
   DetachedEffects effects;
-  for (const DetachedTimerRow& row : kDetachedTimers)
-    if (row.running) effects.timers.push_back(startTimer(row.id));
+  effects.timers.push_back(startTimer(TimerId::DetachedTimerHide));
   return effects;
 }
 
 DetachedEffects DetachedRules::fade(FadeTag tag) {
   DetachedEffects effects;
-  if (state_ != DetachedState::Fading)
-    effects.timers.push_back(startTimer(DetachedTimerId::TimerFadeOut));
+  if (state_ != DetachedState::Fading) effects.timers.push_back(startTimer(TimerId::TimerFadeOut));
   state_ = DetachedState::Fading;
   tag_ = tag;
   return effects;
 }
 
 DetachedEffects DetachedRules::DockMe(const DetachedInputs& in) {
-  if (state_ != DetachedState::Shown || in.feedStatus == kDownloadingHeadlines) return {};
+  if (state_ != DetachedState::Shown || in.downloading) return {};
   tabArmed_ = !isOn(in.tab, in.cursor);
   if (!fades(in)) return DockNow(in);
   DetachedEffects effects = fade(FadeTag::Dock);
@@ -51,8 +49,7 @@ DetachedEffects DetachedRules::DockMe(const DetachedInputs& in) {
 DetachedEffects DetachedRules::DockNow(const DetachedInputs& in) {
   DetachedEffects effects;
   if (hidden()) return effects;
-  if (state_ == DetachedState::Fading)
-    effects.timers.push_back(stopTimer(DetachedTimerId::TimerFadeOut));
+  if (state_ == DetachedState::Fading) effects.timers.push_back(stopTimer(TimerId::TimerFadeOut));
   fadeCounter_ = 0;
   tabArmed_ = !isOn(in.tab, in.cursor);
   const bool tab = in.record.DetachedUseTab;
@@ -66,8 +63,7 @@ DetachedEffects DetachedRules::DockNow(const DetachedInputs& in) {
 DetachedEffects DetachedRules::Undock(const DetachedInputs&) {
   DetachedEffects effects;
   if (state_ == DetachedState::Shown || unloading()) return effects;
-  if (state_ == DetachedState::Fading)
-    effects.timers.push_back(stopTimer(DetachedTimerId::TimerFadeOut));
+  if (state_ == DetachedState::Fading) effects.timers.push_back(stopTimer(TimerId::TimerFadeOut));
   fadeCounter_ = 0;
   state_ = DetachedState::Shown;
   patience_ = kPatience;
@@ -90,7 +86,7 @@ DetachedEffects DetachedRules::unload(const DetachedInputs& in) {
 DetachedEffects DetachedRules::TimerFadeOutTick(const DetachedInputs& in) {
   DetachedEffects effects;
   if (state_ != DetachedState::Fading) {
-    effects.timers.push_back(stopTimer(DetachedTimerId::TimerFadeOut));
+    effects.timers.push_back(stopTimer(TimerId::TimerFadeOut));
     return effects;
   }
   const int counter = roundHalfToEven(fadeCounter_ + kFadeStep);
@@ -101,7 +97,7 @@ DetachedEffects DetachedRules::TimerFadeOutTick(const DetachedInputs& in) {
   }
   if (tag_ == FadeTag::Dock) return DockNow(in);
   fadeCounter_ = 0;
-  effects.timers.push_back(stopTimer(DetachedTimerId::TimerFadeOut));
+  effects.timers.push_back(stopTimer(TimerId::TimerFadeOut));
   effects.unload = true;
   return effects;
 }

@@ -4,17 +4,13 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
 #include <vector>
 
-#include "containers/detached_timers.h"
 #include "core/units.h"
 #include "core/workspace.h"
+#include "platform/timers.h"
 
 namespace varnowick {
-
-// While the feed's status line reads so, its window stays.
-inline constexpr std::wstring_view kDownloadingHeadlines = L"Downloading latest headlines...";
 
 enum class DetachedState {
   Shown,
@@ -37,7 +33,7 @@ struct DetachedInputs {
   bool busy = false;
   bool animate = true;           // [Animate]
   bool systemAnimations = true;  // the system's own setting
-  std::wstring_view feedStatus{};
+  bool downloading = false;      // its headlines: the window stays
 };
 
 enum class TabChange { None, Place, Hide };
@@ -48,7 +44,7 @@ struct DetachedEffects {
   TabChange tab = TabChange::None;  // Place: put it at its edge and show it
   std::optional<bool> show;
   std::optional<int> opacity;  // 1 to 255
-  std::vector<DetachedTimerAction> timers;
+  std::vector<TimerAction> timers;
   bool unload = false;  // close the window
 };
 

@@ -1,6 +1,5 @@
-// The timers of the main window as one table: name, interval and whether a tick
-// ends the timer. Rules ask for timers by id; only the window knows how a timer
-// is made.
+// The timers of the program's windows as one table. Rules ask for timers by id; only
+// a window knows how a timer is made.
 #pragma once
 
 #include <array>
@@ -9,20 +8,25 @@
 namespace varnowick {
 
 enum class TimerId {
+  // Of the main window
   TimerShow,
   TimerSlide,
   TimerHide,
   TimerLook,
   TimeLock,
-  TimerDblClickLabelDelay,
   TimerExpandContainer,
-  TimerExpandUnfoldOnDrag,
   TimerDontShrink,
   TimerSuspendShrink,
   TimerSuspendAutoExpand,
   TimerTileClick,
   TimerSave,
-  TimerUndoLine
+  TimerUndoLine,
+  // Of a detached container's
+  DetachedTimerHide,
+  TimerFadeOut,
+  // Of both
+  TimerDblClickLabelDelay,
+  TimerExpandUnfoldOnDrag
 };
 
 struct TimerRow {
@@ -30,22 +34,21 @@ struct TimerRow {
   const wchar_t* name;
   int interval;  // milliseconds; the system may tick later, never earlier
   bool oneShot;  // true: the first tick is the last
+  // A finer clock for as long as it runs, which costs the machine energy.
+  bool fine = false;
 };
 
-inline constexpr std::array<TimerRow, 14> kTimers{{
+inline constexpr std::array<TimerRow, 16> kTimers{{
     {TimerId::TimerShow, L"TimerShow", 250, false},
-    {TimerId::TimerSlide, L"TimerSlide", 5, false},
+    {TimerId::TimerSlide, L"TimerSlide", 5, false, true},
     {TimerId::TimerHide, L"TimerHide", 1000, false},
     // Who has the keyboard, and whether a program fills the screen: also while
     // auto-collapse is suspended.
     {TimerId::TimerLook, L"TimerLook", 1000, false},
     // How long the caption tells of locking or unlocking.
     {TimerId::TimeLock, L"TimeLock", 1500, true},
-    {TimerId::TimerDblClickLabelDelay, L"TimerDblClickLabelDelay", 500, true},
     // The mouse rests on a shrunk container.
     {TimerId::TimerExpandContainer, L"TimerExpandContainer", 100, true},
-    // What is being dragged rests on a folded or shrunk container.
-    {TimerId::TimerExpandUnfoldOnDrag, L"TimerExpandUnfoldOnDrag", 500, true},
     // How long after an expansion, a keep-open action and a click on a body
     // containers neither shrink back nor expand by themselves.
     {TimerId::TimerDontShrink, L"TimerDontShrink", 20, true},
@@ -57,6 +60,11 @@ inline constexpr std::array<TimerRow, 14> kTimers{{
     {TimerId::TimerSave, L"TimerSave", 400, true},
     // How long a removal offers to be taken back.
     {TimerId::TimerUndoLine, L"TimerUndoLine", 8000, true},
+    {TimerId::DetachedTimerHide, L"TimerHide", 1000, false},
+    {TimerId::TimerFadeOut, L"TimerFadeOut", 1, false},
+    {TimerId::TimerDblClickLabelDelay, L"TimerDblClickLabelDelay", 500, true},
+    // What is being dragged rests on a folded or shrunk container, or on a tab.
+    {TimerId::TimerExpandUnfoldOnDrag, L"TimerExpandUnfoldOnDrag", 500, true},
 }};
 
 constexpr const TimerRow& timerRow(TimerId id) { return kTimers[static_cast<std::size_t>(id)]; }

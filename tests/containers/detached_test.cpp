@@ -25,10 +25,10 @@ struct DetachedWorld {
   Point<Pixels> cursor = kFarAway;
   bool foreground = false, fullScreen = false, busy = false, animate = true,
        systemAnimations = true;
-  std::wstring_view feedStatus;
+  bool downloading = false;
   bool shown = true, tabShown = false, closed = false;
   std::vector<int> opacities;
-  std::set<DetachedTimerId> running;
+  std::set<TimerId> running;
 
   DetachedWorld() {
     record.DetachedUseTab = record.DetachedAutoShow = record.DetachedAutoHide = true;
@@ -36,13 +36,13 @@ struct DetachedWorld {
   }
   DetachedInputs inputs() const {
     return {record,     kWindow, kTab,    cursor,           foreground,
-            fullScreen, busy,    animate, systemAnimations, feedStatus};
+            fullScreen, busy,    animate, systemAnimations, downloading};
   }
   void apply(const DetachedEffects& e) {
     if (e.tab != TabChange::None) tabShown = e.tab == TabChange::Place;
     if (e.show) shown = *e.show;
     if (e.opacity) opacities.push_back(*e.opacity);
-    for (const DetachedTimerAction& t : e.timers) {
+    for (const TimerAction& t : e.timers) {
       if (t.start)
         running.insert(t.id);
       else
@@ -50,7 +50,7 @@ struct DetachedWorld {
     }
     closed = closed || e.unload;
   }
-  bool fading() const { return running.contains(DetachedTimerId::TimerFadeOut); }
+  bool fading() const { return running.contains(TimerId::TimerFadeOut); }
   int fade(int atMost = 100) {
     int ticks = 0;
     for (; fading() && ticks < atMost; ++ticks) apply(rules.TimerFadeOutTick(inputs()));
@@ -178,11 +178,11 @@ TEST(Detached, AFadeThatIsAskedForAgainGoesOn) {
 
 TEST(Detached, StaysWhileHeadlinesAreDownloaded) {
   DetachedWorld w;
-  w.feedStatus = L"Downloading latest headlines...";
+  w.downloading = true;
   w.play("dock =window");
   EXPECT_EQ(w.hidesAfter(), 0);
   w.play("onClick launch =window");
-  w.feedStatus = L"Last Update 4 minutes ago";
+  w.downloading = false;
   EXPECT_EQ(w.hidesAfter(), 1);
 }
 

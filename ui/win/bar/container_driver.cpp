@@ -27,8 +27,7 @@ ContainerInputs ContainerDriver::inputs() const {
 }
 
 void ContainerDriver::apply(const ContainerEffects& effects) {
-  for (const TimerAction& action : effects.timers)
-    action.start ? timers_.startTimer(action.id, action.interval) : timers_.stopTimer(action.id);
+  timers_.apply(effects.timers);
   if (!effects.reshaped.empty()) {
     pane_.containersChanged(effects.reshaped);
     hooks_.reshaped();

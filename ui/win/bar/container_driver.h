@@ -8,9 +8,9 @@
 
 #include "containers/container_rules.h"
 #include "ui/scene/workspace_scene.h"
-#include "ui/win/bar/docking_driver.h"
 #include "ui/win/pane/desk.h"
 #include "ui/win/pane/workspace_pane.h"
+#include "ui/win/toolkit/window_timers.h"
 
 namespace varnowick {
 
@@ -25,7 +25,7 @@ class ContainerDriver {
   };
   // All are borrowed and must outlive the driver.
   ContainerDriver(const Desk& desk, WorkspaceScene& scene, WorkspacePane& pane,
-                  DockingDriver& timers, Hooks hooks)
+                  WindowTimers& timers, Hooks hooks)
       : desk_(desk),
         scene_(scene),
         pane_(pane),
@@ -58,7 +58,7 @@ class ContainerDriver {
   Desk desk_;
   WorkspaceScene& scene_;
   WorkspacePane& pane_;
-  DockingDriver& timers_;
+  WindowTimers& timers_;
   Hooks hooks_;
   ContainerRules rules_;
   HWND window_ = nullptr;

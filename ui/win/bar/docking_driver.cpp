@@ -6,7 +6,6 @@
 #include "platform/screen.h"
 #include "platform/win32/callback.h"
 #include "platform/win32/handles.h"
-#include "platform/win32/multimedia.h"
 #include "ui/win/toolkit/full_screen.h"
 #include "ui/win/toolkit/system_look.h"
 
@@ -19,19 +18,6 @@ constexpr int kTranslucentOpacity = 200;
 constexpr int kNormal = 0;
 constexpr int kMinimised = 1;
 constexpr int kMaximised = 2;
-// Raised only while the bar slides: a finer timer costs the machine energy.
-constexpr UINT kFineTimer = 1;  // ms
-
-UINT_PTR systemTimer(TimerId id) { return static_cast<UINT_PTR>(id) + 1; }
-
-bool beginFineTimer() {
-  const auto begin = Multimedia::get().timeBeginPeriod;
-  return begin != nullptr && begin(kFineTimer) == TIMERR_NOERROR;
-}
-
-void endFineTimer() {
-  if (const auto end = Multimedia::get().timeEndPeriod; end != nullptr) end(kFineTimer);
-}
 
 // Of the rectangle of a window, the part that its region leaves. What is cut off
 // lies on a monitor where other windows are.
@@ -63,10 +49,6 @@ BOOL CALLBACK addProgramWindow(HWND window, LPARAM list) {
 }
 
 }  // namespace
-
-DockingDriver::~DockingDriver() {
-  if (fineTimer_) endFineTimer();
-}
 
 Density DockingDriver::density() const { return platform_.monitors.density(); }
 
@@ -189,16 +171,11 @@ void DockingDriver::apply(const DockEffects& effects) {
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSIZE | SWP_NOOWNERZORDER);
   }
   updateClip();
-  apply(effects.timers);
+  timers_.apply(effects.timers);
   if (effects.caption != CaptionChange::None && hooks_.captionChanged)
     hooks_.captionChanged(effects.caption == CaptionChange::Suspended);
   if (effects.change == DockChange::Expanded) standBehind(window_, nullptr);
   if (effects.change != DockChange::None && hooks_.changed) hooks_.changed(effects.change);
-}
-
-void DockingDriver::apply(const std::vector<TimerAction>& timers) {
-  for (const TimerAction& action : timers)
-    action.start ? startTimer(action.id, action.interval) : stopTimer(action.id);
 }
 
 // What slides over a border must not show on the monitor behind it.
@@ -294,20 +271,6 @@ void DockingDriver::noteWindowRect() {
   if (now == toPixels(rect_, density())) return;
   rect_ = toTwips(now, density());
   updateClip();
-}
-
-void DockingDriver::startTimer(TimerId id, int interval) {
-  if (id == TimerId::TimerSlide && !fineTimer_) fineTimer_ = beginFineTimer();
-  if (interval <= 0) interval = timerRow(id).interval;
-  SetTimer(window_, systemTimer(id), static_cast<UINT>(interval), nullptr);
-}
-
-void DockingDriver::stopTimer(TimerId id) {
-  KillTimer(window_, systemTimer(id));
-  if (id == TimerId::TimerSlide && fineTimer_) {
-    endFineTimer();
-    fineTimer_ = false;
-  }
 }
 
 }  // namespace varnowick

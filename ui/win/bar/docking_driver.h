@@ -12,6 +12,7 @@
 #include "platform/platform.h"
 #include "platform/win32/app_bars.h"
 #include "sidebar/docking.h"
+#include "ui/win/toolkit/window_timers.h"
 
 namespace varnowick {
 
@@ -24,9 +25,9 @@ class DockingDriver {
     std::function<void(DockChange)> changed;
   };
 
-  DockingDriver(const Platform& platform, const Settings& settings, Hooks hooks)
-      : platform_(platform), settings_(settings), hooks_(std::move(hooks)) {}
-  ~DockingDriver();
+  DockingDriver(const Platform& platform, const Settings& settings, WindowTimers& timers,
+                Hooks hooks)
+      : platform_(platform), settings_(settings), timers_(timers), hooks_(std::move(hooks)) {}
   DockingDriver(const DockingDriver&) = delete;
   DockingDriver& operator=(const DockingDriver&) = delete;
 
@@ -48,8 +49,6 @@ class DockingDriver {
   // Of the inputs where the bar and the monitors are, and no more.
   DockInputs surroundings() const;
   void apply(const DockEffects& effects);
-  // The timers of any rules; they run on the same window.
-  void apply(const std::vector<TimerAction>& timers);
   // Something is being dragged over the window, from wherever. The system reports
   // no mouse moves meanwhile, and the drag itself keeps the bar open.
   void draggedOver();
@@ -74,10 +73,6 @@ class DockingDriver {
   const TwipsRect& rect() const { return rect_; }
   TwipsRect rectToSave() const { return rules_.rectToSave(inputs()); }
 
-  // In milliseconds; 0: the interval of the table.
-  void startTimer(TimerId id, int interval = 0);
-  void stopTimer(TimerId id);
-
  private:
   PixelRect windowPixels() const;
   Density density() const;
@@ -89,11 +84,11 @@ class DockingDriver {
 
   Platform platform_;
   const Settings& settings_;
+  WindowTimers& timers_;
   Hooks hooks_;
   Docking rules_;
   HWND window_ = nullptr;
   TwipsRect rect_;
-  bool fineTimer_ = false;
   bool startsMaximised_ = false;
   bool dragging_ = false;
   bool placing_ = false;

@@ -41,7 +41,7 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
       workspaceScene_(document_.settings, document_.workspace, &measure_),
       folders_(platform, document_, modal),
       pane_(desk(), workspaceScene_, *this, kProgramTitle),
-      docking_(platform, document_.settings,
+      docking_(platform, document_.settings, timers_,
                {.keepOpen =
                     [this] {
                       // The shell may have asked something only just now.
@@ -62,7 +62,7 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
                       if (change == DockChange::Collapsed) announce(handle(), kEventCollapsed);
                     }}),
       containers_(
-          desk(), workspaceScene_, pane_, docking_,
+          desk(), workspaceScene_, pane_, timers_,
           {.reshaped = [this] { extras_.hideTooltip(); }, .changed = [this] { saveSoon(); }}),
       detached_(desk(), *this, detachedHooks()),
       extras_({platform_, document_, workspaceScene_, pane_.view(), images_, fonts_, measure_,
@@ -92,8 +92,8 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
              .lineChanged = [this] { relayout(); },
              .timer =
                  [this](bool start) {
-                   start ? docking_.startTimer(TimerId::TimerUndoLine)
-                         : docking_.stopTimer(TimerId::TimerUndoLine);
+                   start ? timers_.start(TimerId::TimerUndoLine)
+                         : timers_.stop(TimerId::TimerUndoLine);
                  }}) {
   workspaceScene_.setIconSource(
       [this](const clsShortcut& shortcut) { return iconRefFor(shortcut, platform_.system).name; });
@@ -116,6 +116,7 @@ bool frmMain::open() {
   if (!create(options)) return false;
   SetLayeredWindowAttributes(handle(), 0, 255, LWA_ALPHA);
   pane_.attach(handle());
+  timers_.attach(handle());
   docking_.attach(handle());
   containers_.attach(handle());
   extras_.attach(handle());
@@ -177,7 +178,7 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       foreground_.look();
       break;
     case WM_TIMER:
-      onTimer(wParam);
+      if (const auto id = timers_.due(wParam)) onTimer(*id);
       return 0;
     case WM_WINDOWPOSCHANGED:
       docking_.noteWindowRect();
@@ -284,17 +285,13 @@ bool frmMain::busyElsewhere() {
   return true;
 }
 
-void frmMain::onTimer(UINT_PTR timer) {
-  // Timers of others may reach the window.
-  if (timer < 1 || timer > kTimers.size()) return;
-  const auto id = static_cast<TimerId>(timer - 1);
+void frmMain::onTimer(TimerId id) {
   detached_.sweep();
   if (id == TimerId::TimerLook) {
     // Also what a started program or a closed dialog has left with it.
     foreground_.look();
     if (hasGone() && !modal_.active()) foreground_.giveBack();
   }
-  if (timerRow(id).oneShot) docking_.stopTimer(id);
   if (docking_.tick(id) || containers_.tick(id)) return;
   if (id == TimerId::TimerSave) workspaceChanged();
   if (id == TimerId::TimerUndoLine) undo_.lineTimeUp();

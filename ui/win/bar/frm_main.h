@@ -54,7 +54,7 @@ class frmMain final : public Window, private PaneOwner {
 
  private:
   // Messages (frm_main.cpp, frm_main_input.cpp)
-  void onTimer(UINT_PTR timer);
+  void onTimer(TimerId id);
   void onSize();
   void screenChanged();
   void apply(const KeyDecision& decision);
@@ -152,6 +152,7 @@ class frmMain final : public Window, private PaneOwner {
   WorkspaceScene workspaceScene_;
   FolderContainers folders_;
   WorkspacePane pane_;
+  WindowTimers timers_;
   DockingDriver docking_;
   ContainerDriver containers_;
   DetachedWindows detached_;

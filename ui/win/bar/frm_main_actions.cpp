@@ -230,7 +230,7 @@ void frmMain::setLocked(bool locked) {
   document_.settings.locked = locked;
   platform_.sound.play(L"lock.wav");
   lockTold_ = true;
-  docking_.startTimer(TimerId::TimeLock);
+  timers_.start(TimerId::TimeLock);
   relayout();
   workspaceChanged();
 }

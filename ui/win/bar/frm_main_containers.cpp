@@ -49,6 +49,6 @@ void frmMain::startDrawMode() {
 }
 
 // Folding and shrinking are written a moment later, together with what follows.
-void frmMain::saveSoon() { docking_.startTimer(TimerId::TimerSave); }
+void frmMain::saveSoon() { timers_.start(TimerId::TimerSave); }
 
 }  // namespace varnowick

@@ -25,7 +25,7 @@ void frmMain::mouseMoved() {
   docking_.mouseMoved();
 }
 
-void frmMain::startClickGuardTimer() { docking_.startTimer(TimerId::TimerDblClickLabelDelay); }
+void frmMain::startClickGuardTimer() { timers_.start(TimerId::TimerDblClickLabelDelay); }
 
 void frmMain::moveWindow(const GestureEvent& event) {
   if (IsZoomed(handle())) return;

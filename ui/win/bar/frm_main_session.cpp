@@ -40,7 +40,7 @@ bool startRestarter(const std::wstring& path) {
 }  // namespace
 
 SaveResult frmMain::save(bool recovery) {
-  docking_.stopTimer(TimerId::TimerSave);
+  timers_.stop(TimerId::TimerSave);
   Settings& settings = document_.settings;
   settings.window = docking_.rectToSave();
   settings.windowState = docking_.windowState();

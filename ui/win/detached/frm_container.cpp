@@ -13,16 +13,6 @@
 #include "ui/win/toolkit/win_events.h"
 
 namespace varnowick {
-namespace {
-
-constexpr UINT_PTR kClickGuardTimer = 100;  // beyond those of the table
-constexpr UINT kClickGuardDelay = 500;      // ms
-constexpr UINT_PTR kDragRestTimer = 101;
-constexpr UINT kDragRestDelay = 500;  // ms, as on the bar
-
-UINT_PTR systemTimer(DetachedTimerId id) { return static_cast<UINT_PTR>(id) + 1; }
-
-}  // namespace
 
 frmContainer::frmContainer(const Desk& desk, ContainerSlot slot, DetachedHost& host)
     : desk_(desk),
@@ -76,6 +66,7 @@ bool frmContainer::open() {
   options.exStyle = WS_EX_TOOLWINDOW | WS_EX_LAYERED;
   if (!create(options)) return false;
   SetLayeredWindowAttributes(handle(), 0, 255, LWA_ALPHA);
+  timers_.attach(handle());
   pane_.attach(handle());
   tooltip_.attach(handle());
   setPalette();
@@ -100,8 +91,6 @@ DetachedInputs frmContainer::inputs(const clsContainer& record) const {
   in.busy = desk_.modal.active() || pane_.busy() || sizing_.has_value() || tab_.dragging();
   in.animate = desk_.document.settings.animate;
   in.systemAnimations = systemAnimates();
-  const Node* status = scene_.scene().find(containerPart(ControlKind::lblRSSLastUpdate, slot_));
-  if (status != nullptr) in.feedStatus = status->text;
   return in;
 }
 
@@ -134,12 +123,7 @@ void frmContainer::apply(const DetachedEffects& effects) {
     bringToFront();
     announce(handle(), kEventDetachedShown);
   }
-  for (const DetachedTimerAction& t : effects.timers) {
-    if (t.start)
-      SetTimer(handle(), systemTimer(t.id), static_cast<UINT>(timerRow(t.id).interval), nullptr);
-    else
-      KillTimer(handle(), systemTimer(t.id));
-  }
+  timers_.apply(effects.timers);
   if (effects.unload) host_.unload(slot_);
 }
 
@@ -188,25 +172,24 @@ void frmContainer::hideForGood() {
   pane_.detach();
   tooltip_.hide();
   tab_.hide();
-  for (const DetachedTimerRow& row : kDetachedTimers) KillTimer(handle(), systemTimer(row.id));
+  timers_.stopAll();
   ShowWindow(handle(), SW_HIDE);
 }
 
-void frmContainer::onTimer(UINT_PTR timer) {
-  if (timer == kClickGuardTimer) {
-    KillTimer(handle(), timer);
-    return pane_.clickGuard().TimerDblClickLabelDelayTick();
+void frmContainer::onTimer(TimerId id) {
+  switch (id) {
+    case TimerId::TimerDblClickLabelDelay:
+      return pane_.clickGuard().TimerDblClickLabelDelayTick();
+    case TimerId::TimerExpandUnfoldOnDrag:
+      return dragRested();
+    case TimerId::DetachedTimerHide:
+      keepTabBehind();
+      return decide([this](const DetachedInputs& in) { return rules_.TimerHideTick(in); });
+    case TimerId::TimerFadeOut:
+      return decide([this](const DetachedInputs& in) { return rules_.TimerFadeOutTick(in); });
+    default:
+      return;
   }
-  if (timer == kDragRestTimer) {
-    KillTimer(handle(), timer);
-    return dragRested();
-  }
-  if (timer == systemTimer(DetachedTimerId::TimerHide)) {
-    keepTabBehind();
-    decide([this](const DetachedInputs& in) { return rules_.TimerHideTick(in); });
-  }
-  if (timer == systemTimer(DetachedTimerId::TimerFadeOut))
-    decide([this](const DetachedInputs& in) { return rules_.TimerFadeOutTick(in); });
 }
 
 void frmContainer::setPalette() {
@@ -242,9 +225,7 @@ void frmContainer::workspaceChanged() {
   host_.workspaceChanged();
 }
 
-void frmContainer::startClickGuardTimer() {
-  SetTimer(handle(), kClickGuardTimer, kClickGuardDelay, nullptr);
-}
+void frmContainer::startClickGuardTimer() { timers_.start(TimerId::TimerDblClickLabelDelay); }
 
 void frmContainer::pressed(NodeId, POINT) { tooltip_.hide(); }
 
@@ -284,12 +265,12 @@ void frmContainer::draggedOver(POINT screen) {
   const clsContainer* c = record();
   if (c == nullptr || (!tab_.shown() && !c->DetachedFolded)) return dragLeft();
   if (dragRest_.over({{static_cast<int>(screen.x)}, {static_cast<int>(screen.y)}}))
-    SetTimer(handle(), kDragRestTimer, kDragRestDelay, nullptr);
+    timers_.start(TimerId::TimerExpandUnfoldOnDrag);
 }
 
 void frmContainer::dragLeft() {
   dragRest_.leave();
-  KillTimer(handle(), kDragRestTimer);
+  timers_.stop(TimerId::TimerExpandUnfoldOnDrag);
 }
 
 void frmContainer::dragRested() {
@@ -358,7 +339,7 @@ LRESULT frmContainer::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
   if (const auto answer = pane_.handleMessage(message, wParam, lParam)) return *answer;
   switch (message) {
     case WM_TIMER:
-      onTimer(wParam);
+      if (const auto id = timers_.due(wParam)) onTimer(*id);
       return 0;
     case WM_SIZE:
       if (!placing_) rebuildScene();

@@ -21,6 +21,7 @@
 #include "ui/win/pane/workspace_pane.h"
 #include "ui/win/toolkit/balloon_tooltip.h"
 #include "ui/win/toolkit/window.h"
+#include "ui/win/toolkit/window_timers.h"
 
 namespace varnowick {
 
@@ -75,6 +76,7 @@ class frmContainer final : public Window, private PaneOwner {
   ContainerSlot slot() const { return slot_; }
   const std::wstring& lblName() const { return lblName_; }
   const DetachedRules& rules() const { return rules_; }
+  const WindowTimers& timers() const { return timers_; }
   const DetachedScene& objects() const { return scene_; }
   const frmContainerLabel& tab() const { return tab_; }
   frmContainerLabel& tab() { return tab_; }
@@ -115,7 +117,7 @@ class frmContainer final : public Window, private PaneOwner {
   DetachedInputs inputs(const clsContainer& record) const;
   void apply(const DetachedEffects& effects);
   void decide(const std::function<DetachedEffects(const DetachedInputs&)>& call);
-  void onTimer(UINT_PTR timer);
+  void onTimer(TimerId id);
   void bringToFront();
   void dragRested();
   // The tab does not lie on a program that fills the screen.
@@ -164,6 +166,7 @@ class frmContainer final : public Window, private PaneOwner {
   DetachedRules rules_;
   DetachedScene scene_;
   WorkspacePane pane_;
+  WindowTimers timers_;
   frmContainerLabel tab_;
   BalloonTooltip tooltip_;
   std::wstring lblName_;

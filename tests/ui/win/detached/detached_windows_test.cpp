@@ -64,8 +64,9 @@ class DetachedWindowsTest : public testing::Test {
     const frmContainer* window = windows_.find(slot);
     return window != nullptr && IsWindowVisible(window->handle());
   }
-  void tick(ContainerSlot slot, DetachedTimerId id) {
-    SendMessageW(windows_.find(slot)->handle(), WM_TIMER, static_cast<WPARAM>(id) + 1, 0);
+  void tick(ContainerSlot slot, TimerId id) {
+    const frmContainer* window = windows_.find(slot);
+    SendMessageW(window->handle(), WM_TIMER, window->timers().systemIdOf(id), 0);
   }
 
   MemoryFiles files_;
@@ -184,7 +185,7 @@ TEST_F(DetachedWindowsTest, TabsHideShowAndStandBesideEachOther) {
   windows_.detach({a, b});
   for (const ContainerSlot slot : {a, b}) {
     SetForegroundWindow(GetDesktopWindow());
-    tick(slot, DetachedTimerId::TimerHide);
+    tick(slot, TimerId::DetachedTimerHide);
     EXPECT_FALSE(visible(slot));
     EXPECT_TRUE(windows_.find(slot)->tab().shown());
   }
@@ -212,7 +213,7 @@ TEST_F(DetachedWindowsTest, FadesBackToTheBarAndCanLeaveItAgainMeanwhile) {
   EXPECT_THAT(names(), IsEmpty());
   EXPECT_FALSE(IsWindowEnabled(former));
   if (IsWindowVisible(former)) {  // the system animates
-    tick(a, DetachedTimerId::TimerFadeOut);
+    tick(a, TimerId::TimerFadeOut);
     EXPECT_TRUE(IsWindowVisible(former));
   }
   windows_.detach({a});
