@@ -84,13 +84,12 @@ bool isShown(const DetachedMenuRow& row, const clsContainer& container,
   }
 }
 
-DetachedChange toggleFadeOut(clsContainer& container, Settings& settings, MsgBox& msgBox) {
+DetachedChange toggleFadeOut(clsContainer& container, const Settings& settings, MsgBox& msgBox) {
   DetachedChange change = DetachedChange::Record;
   if (!container.DetachedFadeOut && !settings.animate) {
     if (msgBox.show(L"Do you want to enable special effects?", kMsgYesNo | kMsgQuestion,
                     kProgramTitle) != kMsgAnswerYes)
       return DetachedChange::None;
-    settings.animate = true;
     change = DetachedChange::Settings;
   }
   container.DetachedFadeOut = !container.DetachedFadeOut;
@@ -127,7 +126,7 @@ std::vector<ShownDetachedRow> shownDetachedMenu(const clsContainer& container,
   return shown;
 }
 
-DetachedChange changeDetached(DetachedItem item, clsContainer& container, Settings& settings,
+DetachedChange changeDetached(DetachedItem item, clsContainer& container, const Settings& settings,
                               MsgBox& msgBox) {
   if (item == DetachedItem::mnuEnableFadeOut) return toggleFadeOut(container, settings, msgBox);
   if (item == DetachedItem::mnuToggleAutoShowHide) {

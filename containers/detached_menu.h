@@ -72,8 +72,8 @@ std::vector<ShownDetachedRow> shownDetachedMenu(const clsContainer& container,
 // What an item asks for beyond changing the record.
 enum class DetachedChange { None, Record, Settings };
 // Carries out an item that only changes the record: the toggles and the tab's edge.
-// Settings: [Animate] has been turned on as well.
-DetachedChange changeDetached(DetachedItem item, clsContainer& container, Settings& settings,
+// Settings: [Animate] is to be turned on as well.
+DetachedChange changeDetached(DetachedItem item, clsContainer& container, const Settings& settings,
                               MsgBox& msgBox);
 
 // "Close && Delete". True when the container is to be deleted: only after a Yes. With

@@ -44,6 +44,8 @@ struct Field {
   ValueKind kind = ValueKind::Constant;
   MemberOf<Record> member = nullptr;
   std::string_view constant;  // value of a Constant
+  void (*copy)(Record& to, const Record& from) = nullptr;
+  bool (*same)(const Record& a, const Record& b) = nullptr;
 
   // One accessor serves both directions; a writer only looks.
   const void* memberOf(const Record& record) const { return member(const_cast<Record&>(record)); }
@@ -77,12 +79,25 @@ template <auto First, auto... Rest>
 void* memberOf(RecordOf<First>& record) {
   return &walk(record, First, Rest...);
 }
+template <auto First, auto... Rest>
+void copyMember(RecordOf<First>& to, const RecordOf<First>& from) {
+  walk(to, First, Rest...) = walk(from, First, Rest...);
+}
+template <auto First, auto... Rest>
+bool sameMember(const RecordOf<First>& a, const RecordOf<First>& b) {
+  return walk(a, First, Rest...) == walk(b, First, Rest...);
+}
 }  // namespace detail
 
 // A row for the member reached by the path, of the kind usual for its type.
 template <auto First, auto... Rest>
 constexpr auto field(std::string_view key, ValueKind kind) {
-  return Field<detail::RecordOf<First>>{key, kind, &detail::memberOf<First, Rest...>, {}};
+  return Field<detail::RecordOf<First>>{key,
+                                        kind,
+                                        &detail::memberOf<First, Rest...>,
+                                        {},
+                                        &detail::copyMember<First, Rest...>,
+                                        &detail::sameMember<First, Rest...>};
 }
 template <auto First, auto... Rest>
 constexpr auto field(std::string_view key) {
@@ -93,7 +108,7 @@ constexpr auto field(std::string_view key) {
 }
 template <class Record>
 constexpr Field<Record> constantField(std::string_view key, std::string_view value) {
-  return {key, ValueKind::Constant, nullptr, value};
+  return {key, ValueKind::Constant, nullptr, value, nullptr, nullptr};
 }
 
 // One file being read: its lines and the report that collects what went wrong.

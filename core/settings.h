@@ -1,8 +1,9 @@
 // The user's preferences and the main window's geometry, as one plain struct.
-// Keys, order and defaults stand in the table of settings_table.h; the initial
-// values here are those the windows have before anything is loaded.
+// Keys, order and what each affects stand in the table of settings_table.h; the
+// values here are the defaults.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -66,5 +67,7 @@ struct Settings {
 };
 
 inline constexpr std::size_t kMaxRecentSearches = 10;
+
+using SettingsChange = std::function<void(Settings&)>;
 
 }  // namespace varnowick

@@ -6,24 +6,24 @@ namespace varnowick {
 namespace {
 
 template <auto... Path>
-constexpr SettingRow kept(std::string_view key) {
-  return {field<Path...>(key), SetInitially::Never, {}, {}};
+constexpr SettingRow kept(std::string_view key, unsigned affects = kAffectsNothing) {
+  return {field<Path...>(key), SetInitially::Never, affects, {}};
 }
 template <auto... Path>
 constexpr SettingRow kept(std::string_view key, ValueKind kind) {
-  return {field<Path...>(key, kind), SetInitially::Never, {}, {}};
+  return {field<Path...>(key, kind), SetInitially::Never, kAffectsNothing, {}};
 }
 template <auto... Path>
-constexpr SettingRow builtIn(std::string_view key, std::string_view initial) {
-  return {field<Path...>(key), SetInitially::OnLoad, initial, {}};
+constexpr SettingRow builtIn(std::string_view key, unsigned affects) {
+  return {field<Path...>(key), SetInitially::OnLoad, affects, {}};
 }
 template <auto... Path>
-constexpr SettingRow reset(std::string_view key, std::string_view initial,
+constexpr SettingRow reset(std::string_view key, unsigned affects = kAffectsNothing,
                            std::string_view whenBlank = {}) {
-  return {field<Path...>(key), SetInitially::ByDefaults, initial, whenBlank};
+  return {field<Path...>(key), SetInitially::ByDefaults, affects, whenBlank};
 }
 constexpr SettingRow writeOnly(std::string_view key, std::string_view value) {
-  return {constantField<Settings>(key, value), SetInitially::Never, {}, {}};
+  return {constantField<Settings>(key, value), SetInitially::Never, kAffectsNothing, {}};
 }
 
 using S = Settings;
@@ -38,47 +38,47 @@ constexpr std::array kSettings{
     kept<&S::window, &TwipsRect::width>("[W]", kExtent),
     kept<&S::window, &TwipsRect::height>("[H]", kExtent),
     kept<&S::align>("[Align]"),
-    reset<&S::confirmDelete>("[ConfirmDelete]", "1"),
-    reset<&S::autoExpand>("[AutoExpand]", "1"),
-    reset<&S::autoExpandDelay>("[AutoExpandDelay]", "1"),
-    reset<&S::autoShrink>("[AutoShrink]", "0"),
-    reset<&S::globalHotkey>("[GlobalHotkey]", "1"),
-    reset<&S::globalHotkeyChar>("[GlobalHotkeyChar]", "S", "S"),
-    reset<&S::globalHotkeyMod>("[GlobalHotkeyMod]", "8"),
-    reset<&S::globalHotkeyDetached>("[GlobalHotkeyDetached]", "0"),
-    reset<&S::floatingToolbar>("[FloatingToolbar]", "1"),
-    reset<&S::extractURLs>("[ExtractURLs]", "1"),
-    reset<&S::foldOnClick>("[FoldOnClick]", "1"),
-    reset<&S::translucent>("[Translucent]", "0"),
-    reset<&S::animate>("[Animate]", "1"),
-    reset<&S::visibleBorderCollapsed>("[VisibleBorderCollapsed]", "1"),
+    reset<&S::confirmDelete>("[ConfirmDelete]"),
+    reset<&S::autoExpand>("[AutoExpand]"),
+    reset<&S::autoExpandDelay>("[AutoExpandDelay]"),
+    reset<&S::autoShrink>("[AutoShrink]"),
+    reset<&S::globalHotkey>("[GlobalHotkey]", kAffectsHotkey),
+    reset<&S::globalHotkeyChar>("[GlobalHotkeyChar]", kAffectsHotkey, "S"),
+    reset<&S::globalHotkeyMod>("[GlobalHotkeyMod]", kAffectsHotkey),
+    reset<&S::globalHotkeyDetached>("[GlobalHotkeyDetached]"),
+    reset<&S::floatingToolbar>("[FloatingToolbar]", kAffectsToolbar),
+    reset<&S::extractURLs>("[ExtractURLs]"),
+    reset<&S::foldOnClick>("[FoldOnClick]"),
+    reset<&S::translucent>("[Translucent]", kAffectsOpacity),
+    reset<&S::animate>("[Animate]"),
+    reset<&S::visibleBorderCollapsed>("[VisibleBorderCollapsed]", kAffectsPalette),
     kept<&S::undockImmediately>("[Undock Immediately]"),
     writeOnly("[Taskbar]", "0"),
-    builtIn<&S::buttons>("[Buttons]", "Vista"),
-    builtIn<&S::fontSize>("[Font Size]", "10"),
-    builtIn<&S::fontName>("[Font Name]", "Verdana"),
-    builtIn<&S::largeIconSize>("[Large Icon Size]", "32"),
-    kept<&S::locked>("[LOCKED]"),
-    kept<&S::background>("[Background]"),
-    reset<&S::gradient>("[Gradient]", "1"),
-    kept<&S::pictureBorder>("[PictureBorder]"),
-    kept<&S::containerFor>("[ContainerFor]"),
-    kept<&S::containerLabel>("[ContainerLabel]"),
-    kept<&S::dockingColor>("[DockingColor]"),
-    kept<&S::containerTextBack>("[ContainerTextBack]"),
-    kept<&S::containerTextFor>("[ContainerTextFor]"),
-    kept<&S::foreground>("[Foreground]"),
+    builtIn<&S::buttons>("[Buttons]", kAffectsLayout),
+    builtIn<&S::fontSize>("[Font Size]", kAffectsLayout),
+    builtIn<&S::fontName>("[Font Name]", kAffectsPalette | kAffectsLayout),
+    builtIn<&S::largeIconSize>("[Large Icon Size]", kAffectsLayout),
+    kept<&S::locked>("[LOCKED]", kAffectsFrame),
+    kept<&S::background>("[Background]", kAffectsPalette),
+    reset<&S::gradient>("[Gradient]", kAffectsPalette),
+    kept<&S::pictureBorder>("[PictureBorder]", kAffectsPalette),
+    kept<&S::containerFor>("[ContainerFor]", kAffectsPalette),
+    kept<&S::containerLabel>("[ContainerLabel]", kAffectsPalette),
+    kept<&S::dockingColor>("[DockingColor]", kAffectsPalette),
+    kept<&S::containerTextBack>("[ContainerTextBack]", kAffectsPalette),
+    kept<&S::containerTextFor>("[ContainerTextFor]", kAffectsPalette),
+    kept<&S::foreground>("[Foreground]", kAffectsPalette),
     kept<&S::wallpaper>("[Wallpaper]"),
     kept<&S::stretch>("[Stretch]"),
-    reset<&S::showTime>("[ShowTime]", "0"),
-    reset<&S::checkForUpdatesOnStartup>("[CheckForUpdatesOnStartup]", "1"),
-    reset<&S::dragToDetach>("[DragToDetach]", "1"),
-    reset<&S::showTags>("[ShowTags]", "1"),
-    reset<&S::showTrayIcon>("[ShowTrayIcon]", "1"),
-    reset<&S::doubleClick>("[Dbl-Click]", "0"),
-    reset<&S::confirmStartAllShortcuts>("[ConfirmStartAllShortcuts]", "1"),
-    reset<&S::rssOpenDirectlyOnSite>("[RSSOpenDirectlyOnSite]", "1"),
-    reset<&S::rssLoadOnStartup>("[RSSLoadOnStartup]", "0"),
+    reset<&S::showTime>("[ShowTime]"),
+    reset<&S::checkForUpdatesOnStartup>("[CheckForUpdatesOnStartup]"),
+    reset<&S::dragToDetach>("[DragToDetach]"),
+    reset<&S::showTags>("[ShowTags]"),
+    reset<&S::showTrayIcon>("[ShowTrayIcon]", kAffectsTray),
+    reset<&S::doubleClick>("[Dbl-Click]"),
+    reset<&S::confirmStartAllShortcuts>("[ConfirmStartAllShortcuts]"),
+    reset<&S::rssOpenDirectlyOnSite>("[RSSOpenDirectlyOnSite]"),
+    reset<&S::rssLoadOnStartup>("[RSSLoadOnStartup]"),
     kept<&S::rssHighlight>("[RSSHighlight]"),
     kept<&S::rssChkFullValue>("[RSSchkFullValue]"),
     kept<&S::rssChkHeadlineValue>("[RSSchkHeadlineValue]"),
@@ -87,21 +87,13 @@ constexpr std::array kSettings{
     kept<&S::rssViewer, &TwipsRect::top>("[RSSViewerY]", kPosition),
     kept<&S::rssViewer, &TwipsRect::width>("[RSSViewerW]", kExtent),
     kept<&S::rssViewer, &TwipsRect::height>("[RSSViewerH]", kExtent),
-    reset<&S::rssUseProxy>("[RSSUseProxy]", "0"),
+    reset<&S::rssUseProxy>("[RSSUseProxy]", kAffectsWeb),
 };
 
 void setAll(Settings& settings, SetInitially when) {
-  for (const SettingRow& row : kSettings) {
-    if (row.when != when) continue;
-    void* const member = row.field.member(settings);
-    // Text initials are ASCII, so that no codec is needed.
-    if (row.field.kind == ValueKind::Text)
-      *static_cast<std::wstring*>(member) = widen(row.initial);
-    else if (row.field.kind == ValueKind::Flag)
-      *static_cast<bool*>(member) = row.initial == "1";
-    else
-      *static_cast<int*>(member) = parseInteger(row.initial).value_or(0);
-  }
+  const Settings defaults;
+  for (const SettingRow& row : kSettings)
+    if (row.when == when) row.field.copy(settings, defaults);
 }
 
 }  // namespace
@@ -110,6 +102,13 @@ std::span<const SettingRow> settingsTable() { return kSettings; }
 
 void setBuiltInSettings(Settings& settings) { setAll(settings, SetInitially::OnLoad); }
 void InitDefaultSettings(Settings& settings) { setAll(settings, SetInitially::ByDefaults); }
+
+unsigned affected(const Settings& before, const Settings& after) {
+  unsigned all = kAffectsNothing;
+  for (const SettingRow& row : kSettings)
+    if (!row.writeOnly() && !row.field.same(before, after)) all |= row.affects;
+  return all;
+}
 
 std::string_view recentSearchKey(std::size_t position) {
   static constexpr std::array<std::string_view, kMaxRecentSearches> kKeys{

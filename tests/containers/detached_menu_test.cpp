@@ -89,7 +89,7 @@ TEST(DetachedMenu, WhatIsAskedIsDoneOnlyAfterAYes) {
     clsContainer c;
     EXPECT_EQ(changeDetached(mnuEnableFadeOut, c, settings, msgBox),
               yes ? DetachedChange::Settings : DetachedChange::None);
-    EXPECT_TRUE(settings.animate == yes && c.DetachedFadeOut == yes);
+    EXPECT_EQ(c.DetachedFadeOut, yes);
     EXPECT_EQ(confirmCloseAndDelete(settings, msgBox), yes);
     EXPECT_THAT(
         msgBox.shown,
@@ -104,7 +104,7 @@ TEST(DetachedMenu, WhatIsAskedIsDoneOnlyAfterAYes) {
   clsContainer c;
   c.DetachedFadeOut = true;
   changeDetached(mnuEnableFadeOut, c, settings, msgBox);
-  EXPECT_FALSE(c.DetachedFadeOut || settings.animate);
+  EXPECT_FALSE(c.DetachedFadeOut);
   EXPECT_FALSE(confirmCloseAndDelete(settings, msgBox));
   EXPECT_THAT(msgBox.shown, IsEmpty()) << "neither unchecking nor the setting asks";
 }

@@ -79,6 +79,20 @@ TEST(SettingsFile, DefaultsResetOnlyWhatHasADefault) {
   EXPECT_EQ(s.largeIconSize, 32);
 }
 
+TEST(SettingsFile, AChangeAffectsWhatItsRowsSay) {
+  const Settings before;
+  Settings after;
+  EXPECT_EQ(affected(before, after), kAffectsNothing);
+  after.confirmDelete = !after.confirmDelete;
+  EXPECT_EQ(affected(before, after), kAffectsNothing) << "read where it is used";
+  after.foreground = rgb(1, 2, 3);
+  after.translucent = true;
+  EXPECT_EQ(affected(before, after), kAffectsPalette | kAffectsOpacity);
+  after = before;
+  after.globalHotkeyChar = L"T";
+  EXPECT_EQ(affected(after, before), kAffectsHotkey);
+}
+
 TEST(SettingsFile, TakesWhatItKnowsInAnyOrder) {
   const Read read(
       "106\r\n[LOCKED]\r\n True \r\n[Nonsense]\r\nvalue\r\n[X]\r\n 75\r\n"

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "core/settings_table.h"
 #include "platform/files.h"
 #include "platform/screen.h"
 #include "platform/win32/instance_guard.h"
@@ -159,9 +160,8 @@ void frmMain::begin() {
   if (handle() == nullptr) return;  // the session has ended meanwhile
   announce(handle(), kEventShown);
   images_.useCache(store_.dataFolder());
-  images_.setWeb(true, document_.settings.rssUseProxy);
+  applySettings(kAffectsTray | kAffectsHotkey | kAffectsWeb);
   images_.start(handle(), kMsgImages);
-  extras_.applySettings();
   docking_.lookForAutoHideBars();
   announce(handle(), kEventLoaded);
 }

@@ -64,7 +64,9 @@ class frmMain final : public Window, private PaneOwner {
   void onDestroy();
   LRESULT onHitTest(POINT screen) const;
 
-  Desk desk() { return {platform_, document_, images_, fonts_, measure_, modal_, &folders_}; }
+  Desk desk() {
+    return {platform_, document_, document_.settings, images_, fonts_, measure_, modal_, &folders_};
+  }
 
   // The scene (frm_main.cpp)
   FrameLayout frameLayout();
@@ -81,7 +83,10 @@ class frmMain final : public Window, private PaneOwner {
   void restartWithoutRecentChanges();
   void loadDefaultSettings();
   void setLocked(bool locked);
-  void toggleTranslucency();
+  // The one way to change settings while the program runs: what the change affects is
+  // done anew, and it is saved.
+  void changeSettings(const SettingsChange& change);
+  void applySettings(unsigned affects);
   bool mayLeaveFiles();
   void exitProgram();
   void endProgram();

@@ -65,8 +65,7 @@ bool frmMain::runOwn(Command command) {
       undo_.run(command);
       break;
     case Command::mnuAlign:
-      document_.settings.align = !document_.settings.align;
-      workspaceChanged();
+      changeSettings([](Settings& s) { s.align = !s.align; });
       break;
     case Command::mnuRefreshShortcuts:
       images_.refresh();
@@ -92,7 +91,7 @@ bool frmMain::runOwn(Command command) {
       startDrawMode();
       break;
     case Command::mnuTranslucent:
-      toggleTranslucency();
+      changeSettings([](Settings& s) { s.translucent = !s.translucent; });
       break;
     case Command::mnuDockLeft:
       docking_.dockTo(ScreenEdge::Left);
@@ -185,12 +184,6 @@ bool frmMain::runOwn(Command command) {
   return true;
 }
 
-void frmMain::toggleTranslucency() {
-  document_.settings.translucent = !document_.settings.translucent;
-  docking_.apply(docking_.rules().opacityChanged(docking_.inputs()));
-  workspaceChanged();
-}
-
 void frmMain::askForNewShortcut(NewShortcutKind kind) {
   std::optional<clsShortcut> shortcut;
   {
@@ -227,12 +220,10 @@ std::wstring frmMain::pathForSystem(const std::wstring& path) const {
 }
 
 void frmMain::setLocked(bool locked) {
-  document_.settings.locked = locked;
   platform_.sound.play(L"lock.wav");
   lockTold_ = true;
   timers_.start(TimerId::TimeLock);
-  relayout();
-  workspaceChanged();
+  changeSettings([locked](Settings& s) { s.locked = locked; });
 }
 
 }  // namespace varnowick

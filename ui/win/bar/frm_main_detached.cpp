@@ -21,6 +21,7 @@ DetachedWindows::Hooks frmMain::detachedHooks() {
                 rebuildScene();
               },
           .workspaceChanged = [this] { workspaceChanged(); },
+          .changeSettings = [this](const SettingsChange& change) { changeSettings(change); },
           .removeContainer =
               [this](ContainerSlot slot) {
                 containers_.rules().removed(slot);

@@ -73,14 +73,28 @@ void frmMain::saveWorkspace() {
 
 void frmMain::loadDefaultSettings() {
   if (!confirmDefaultSettings(platform_.msgBox)) return;
-  InitDefaultSettings(document_.settings);
-  applyPalette();
-  rebuildScene();
-  detached_.refreshAll();
-  extras_.applySettings();
-  images_.setWeb(true, document_.settings.rssUseProxy);
-  docking_.apply(docking_.rules().opacityChanged(docking_.inputs()));
+  changeSettings(&InitDefaultSettings);
+}
+
+void frmMain::changeSettings(const SettingsChange& change) {
+  const Settings before = document_.settings;
+  change(document_.settings);
+  applySettings(affected(before, document_.settings));
   workspaceChanged();
+}
+
+void frmMain::applySettings(unsigned affects) {
+  if (affects & kAffectsPalette) applyPalette();
+  if (affects & kAffectsLayout) {
+    rebuildScene();
+    detached_.refreshAll();
+  } else if (affects & (kAffectsPalette | kAffectsFrame)) {
+    relayout();
+  }
+  if (affects & kAffectsOpacity) docking_.apply(docking_.rules().opacityChanged(docking_.inputs()));
+  if (affects & (kAffectsTray | kAffectsHotkey)) extras_.applySettings();
+  if (affects & kAffectsToolbar) extras_.arrange();
+  if (affects & kAffectsWeb) images_.setWeb(true, document_.settings.rssUseProxy);
 }
 
 void frmMain::restartWithoutRecentChanges() {

@@ -23,6 +23,7 @@ class DetachedWindows final : public DetachedHost {
     // Containers have left the bar, or have come back to it.
     std::function<void(const std::vector<ContainerSlot>&)> barChanged;
     std::function<void()> workspaceChanged;  // to be saved
+    std::function<void(const SettingsChange&)> changeSettings;
     std::function<void(ContainerSlot)> removeContainer;
     std::function<void(ShortcutSlot)> shortcutStarted;
     std::function<bool(Command)> runCommand;
@@ -88,6 +89,7 @@ class DetachedWindows final : public DetachedHost {
   LaunchHost& mainWindow() override { return mainWindow_; }
   bool busyElsewhere() override { return hooks_.busyElsewhere(); }
   void workspaceChanged() override { hooks_.workspaceChanged(); }
+  void changeSettings(const SettingsChange& change) override { hooks_.changeSettings(change); }
   WorkspacePane* paneAt(POINT screen) override { return hooks_.paneAt(screen); }
   DragStop* dragStop(HWND window) override { return hooks_.dragStop(window); }
   void shortcutStarted(ShortcutSlot slot) override { hooks_.shortcutStarted(slot); }

@@ -41,7 +41,7 @@ frmContainer::frmContainer(const Desk& desk, ContainerSlot slot, DetachedHost& h
         POINT at{};
         ClientToScreen(handle(), &at);
         return BalloonTooltip::Content{
-            tooltipText(node, scene_.scene(), desk_.document.settings, desk_.document.workspace,
+            tooltipText(node, scene_.scene(), desk_.settings, desk_.document.workspace,
                         &desk_.measure, pane_.view().density()),
             pane_.view().toClient(node).translated(Pixels{static_cast<int>(at.x)},
                                                    Pixels{static_cast<int>(at.y)})};
@@ -89,7 +89,7 @@ DetachedInputs frmContainer::inputs(const clsContainer& record) const {
   in.foreground = GetForegroundWindow() == handle();
   if (tab_.shown()) in.fullScreen = fullScreenProgramAt(in.tab, desk_.platform.monitors) != nullptr;
   in.busy = desk_.modal.active() || pane_.busy() || sizing_.has_value() || tab_.dragging();
-  in.animate = desk_.document.settings.animate;
+  in.animate = desk_.settings.animate;
   in.systemAnimations = systemAnimates();
   return in;
 }
@@ -235,7 +235,7 @@ void frmContainer::clicked(NodeId node, POINT) {
   MapWindowPoints(handle(), nullptr, reinterpret_cast<POINT*>(&button), 2);
   switch (node.kind) {
     case ControlKind::ContainerLabel:
-      if (desk_.document.settings.foldOnClick) toggleFolded();
+      if (desk_.settings.foldOnClick) toggleFolded();
       return;
     case ControlKind::lblFoldUnfold:
     case ControlKind::Container:
@@ -255,7 +255,7 @@ bool frmContainer::doubleClicked(NodeId node) {
   if (node.kind != ControlKind::ContainerLabel && node.kind != ControlKind::ContainerFrame)
     return false;
   // Where a single click folds, the first one has done it.
-  if (!desk_.document.settings.foldOnClick) toggleFolded();
+  if (!desk_.settings.foldOnClick) toggleFolded();
   return true;
 }
 

@@ -35,6 +35,7 @@ class DetachedHost {
   virtual LaunchHost& mainWindow() = 0;
   virtual bool busyElsewhere() = 0;
   virtual void workspaceChanged() = 0;
+  virtual void changeSettings(const SettingsChange& change) = 0;
   virtual WorkspacePane* paneAt(POINT screen) = 0;
   virtual DragStop* dragStop(HWND window) = 0;
   virtual void shortcutStarted(ShortcutSlot slot) = 0;
@@ -126,7 +127,7 @@ class frmContainer final : public Window, private PaneOwner {
   // The menu (frm_container_menu.cpp)
   void showOwnMenu(const MenuPlace& place);
   void runItem(DetachedItem item);
-  void recordChanged();
+  void applyRecord();
 
   // PaneOwner
   LaunchHost& mainWindow() override { return host_.mainWindow(); }

@@ -61,7 +61,7 @@ void frmContainer::completeMenu(MenuId menu, std::vector<MenuItem>& items) {
   std::vector<MenuItem> own;
   for (const ShownDetachedRow& row :
        shownDetachedMenu(*c, {.shortcutSelected = pane_.commandState().shortcutSelected,
-                             .locked = desk_.document.settings.locked,
+                             .locked = desk_.settings.locked,
                              .shown = shown})) {
     if (row.item == DetachedItem::mnuStartAllWTag && !tags.empty()) {
       own.insert(own.end(), tags.begin(), tags.end());
@@ -101,20 +101,26 @@ void frmContainer::runItem(DetachedItem item) {
       return AttachMe();
     case DetachedItem::mnuCloseAndDelete:
       if (pane_.refuseWhileLocked()) return;
-      if (confirmCloseAndDelete(desk_.document.settings, desk_.platform.msgBox))
+      if (confirmCloseAndDelete(desk_.settings, desk_.platform.msgBox))
         host_.deleteContainer(slot_);
       return host_.workspaceChanged();
     default:
-      if (changeDetached(item, *c, desk_.document.settings, desk_.platform.msgBox) !=
-          DetachedChange::None)
-        recordChanged();
+      switch (changeDetached(item, *c, desk_.settings, desk_.platform.msgBox)) {
+        case DetachedChange::None:
+          return;
+        case DetachedChange::Settings:
+          applyRecord();
+          return host_.changeSettings([](Settings& s) { s.animate = true; });
+        case DetachedChange::Record:
+          applyRecord();
+          return host_.workspaceChanged();
+      }
   }
 }
 
-void frmContainer::recordChanged() {
+void frmContainer::applyRecord() {
   decide([this](const DetachedInputs& in) { return rules_.recordChanged(in); });
   decide([this](const DetachedInputs& in) { return rules_.systemChanged(in); });
-  host_.workspaceChanged();
 }
 
 }  // namespace varnowick

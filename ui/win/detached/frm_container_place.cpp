@@ -116,7 +116,7 @@ void frmContainer::systemChanged() {
 
 LRESULT frmContainer::onHitTest(POINT screen) const {
   const clsContainer* c = record();
-  if (c == nullptr || desk_.document.settings.locked) return HTCLIENT;
+  if (c == nullptr || desk_.settings.locked) return HTCLIENT;
   const bool open = !c->DetachedFolded;
   return hitOnSides(handle(), screen, {.top = open, .bottom = open}, density().dpi);
 }

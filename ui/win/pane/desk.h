@@ -15,6 +15,7 @@ class FolderContainers;
 struct Desk {
   Platform platform;
   Document& document;
+  const Settings& settings;  // of the document; only the main window changes them
   ImageStore& images;
   GdiFonts& fonts;
   GdiTextMeasure& measure;

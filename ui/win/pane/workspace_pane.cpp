@@ -206,13 +206,13 @@ HCURSOR WorkspacePane::cursorAt(POINT client) {
   const NodeId node = scene_.scene().hitTest(at);
   if (editor_.drawMode() && node.kind == ControlKind::picBack)
     return LoadCursorW(nullptr, IDC_CROSS);
-  const Edges e = desk_.document.settings.locked ? Edges{} : editor_.borderAt(node, at);
+  const Edges e = desk_.settings.locked ? Edges{} : editor_.borderAt(node, at);
   if ((e.left && e.top) || (e.right && e.bottom)) return LoadCursorW(nullptr, IDC_SIZENWSE);
   if ((e.right && e.top) || (e.left && e.bottom)) return LoadCursorW(nullptr, IDC_SIZENESW);
   if (e.left || e.right) return LoadCursorW(nullptr, IDC_SIZEWE);
   if (e.top || e.bottom) return LoadCursorW(nullptr, IDC_SIZENS);
   if (overNoteLink(node, client)) return handCursor();
-  if (node.kind == ControlKind::ContainerNote && !desk_.document.settings.locked &&
+  if (node.kind == ControlKind::ContainerNote && !desk_.settings.locked &&
       !overThumbOf(node, client))
     return LoadCursorW(nullptr, IDC_IBEAM);
   return owner_.cursorOver(node, client);
@@ -271,8 +271,7 @@ void WorkspacePane::onLeftUp(POINT client) {
   if (clicks_.second() && !pictureOf(node).none()) return openPicture(pictureOf(node));
   if (clicks_.second() && owner_.doubleClicked(node)) return;
   // Of two quick clicks one starts the shortcut: the one the user has chosen.
-  const bool starts =
-      shortcutOf(node).none() || clicks_.second() == desk_.document.settings.doubleClick;
+  const bool starts = shortcutOf(node).none() || clicks_.second() == desk_.settings.doubleClick;
   if (starts && !clickGuard_.blocked()) clicked(node, client);
 }
 

@@ -42,7 +42,7 @@ CommandState WorkspacePane::commandState() const {
 void WorkspacePane::addTagMenus(std::vector<MenuItem>& items,
                                 std::vector<std::wstring>& tags) const {
   const clsContainer* container = desk_.document.workspace.containers.find(menuContainer_);
-  if (container == nullptr || !desk_.document.settings.showTags) return;
+  if (container == nullptr || !desk_.settings.showTags) return;
   tags = allTags(desk_.document.workspace, Panel{menuContainer_});
   if (tags.size() > kMostTagRows) tags.resize(kMostTagRows);
   if (tags.empty()) return;
@@ -127,7 +127,7 @@ bool WorkspacePane::runHere(Command command) {
       return true;
     case Command::mnuStartAll:
       startMany([this](StartMany& start) {
-        StartAll(start, menuContainer_, desk_.document.settings.confirmStartAllShortcuts);
+        StartAll(start, menuContainer_, desk_.settings.confirmStartAllShortcuts);
       });
       return true;
     case Command::mnuOpenFileLocation: {

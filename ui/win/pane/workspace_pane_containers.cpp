@@ -105,8 +105,8 @@ bool WorkspacePane::runForContainers(Command command) {
 
 void WorkspacePane::removeContainers() {
   const std::vector<ContainerSlot> slots = targetContainers();
-  if (!slots.empty() && confirmRemoval(desk_.document.settings, desk_.platform.msgBox,
-                                       desk_.document.workspace, slots))
+  if (!slots.empty() &&
+      confirmRemoval(desk_.settings, desk_.platform.msgBox, desk_.document.workspace, slots))
     remove(slots, {});
 }
 
@@ -120,8 +120,8 @@ void WorkspacePane::chooseColours() {
   std::optional<frmConColors::Choice> choice;
   {
     const ModalDepth::Scope scope(desk_.modal);
-    choice = frmConColors({container->name, ownColours(*container),
-                           usualColours(desk_.document.settings), slots.size() > 1},
+    choice = frmConColors({container->name, ownColours(*container), usualColours(desk_.settings),
+                           slots.size() > 1},
                           view_.palette(), desk_.fonts, view_.density(), desk_.platform.msgBox)
                  .choose(window_);
   }

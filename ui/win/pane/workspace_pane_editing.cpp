@@ -202,7 +202,7 @@ void WorkspacePane::finishMove(const Moved& moved) {
 }
 
 bool WorkspacePane::refuseWhileLocked(const std::wstring& error) {
-  if (!desk_.document.settings.locked) return false;
+  if (!desk_.settings.locked) return false;
   desk_.platform.msgBox.show(error.empty() ? kLockedMessage : error, kMsgOkOnly | kMsgExclamation,
                              kProgramTitle);
   return true;
@@ -214,8 +214,8 @@ void WorkspacePane::takeDropped(Dropped dropped, const Point<Twips>* at) {
 
 void WorkspacePane::takeDropped(Dropped dropped, const Point<Twips>* at, Panel panel) {
   if (refuseWhileLocked()) return;
-  PendingDrop drop{DropReading::begin(std::move(dropped), desk_.document.settings.extractURLs,
-                                      window_, kMsgDropped)};
+  PendingDrop drop{
+      DropReading::begin(std::move(dropped), desk_.settings.extractURLs, window_, kMsgDropped)};
   drop.panel = panel;
   if (at != nullptr) drop.at = *at;
   const bool ready = drop.reading->wait(DropReading::kMoment);
@@ -250,14 +250,14 @@ void WorkspacePane::addShortcuts(std::vector<clsShortcut> shortcuts, const Point
 bool WorkspacePane::dropIsWelcome(POINT screen) {
   // While files are dragged out of here there is nothing that a drop could disturb.
   const bool busy = desk_.modal.active() && !draggingFiles();
-  if (busy || desk_.document.settings.locked) return false;
+  if (busy || desk_.settings.locked) return false;
   // Also over what takes nothing: a bar or another window may have to come out.
   draggedOver(screen);
   const Panel panel = scene_.panelAt(toScene({{screen.x}, {screen.y}}));
   const clsContainer* container = desk_.document.workspace.containers.find(panel.container);
   // A folder judges for itself.
   const bool isFolder = container != nullptr && containerType(*container) == ContainerType::Folder;
-  if (!isFolder && dropRefusal(desk_.document.workspace, desk_.document.settings, panel)) {
+  if (!isFolder && dropRefusal(desk_.document.workspace, desk_.settings, panel)) {
     editor_.unmarkDrop();
     return false;
   }
@@ -269,7 +269,7 @@ bool WorkspacePane::dropIsWelcome(POINT screen) {
 bool WorkspacePane::acceptDrop(POINT screen, const Dropped& dropped) {
   if (!mayBecomeShortcuts(dropped)) return false;
   pendingDrops_.push_back(
-      {DropReading::begin(dropped, desk_.document.settings.extractURLs, window_, kMsgDropped),
+      {DropReading::begin(dropped, desk_.settings.extractURLs, window_, kMsgDropped),
        toScene({{screen.x}, {screen.y}}), scene_.homePanel()});
   pendingDrops_.back().reading->wait(DropReading::kMoment);
   return true;
@@ -303,8 +303,8 @@ void WorkspacePane::deleteSelected() {
   menuContainer_ = {};
   // All is asked before anything goes, so that it comes back together.
   std::vector<ContainerSlot> containers = editor_.selectedContainers();
-  if (!containers.empty() && !confirmRemoval(desk_.document.settings, desk_.platform.msgBox,
-                                             desk_.document.workspace, containers))
+  if (!containers.empty() &&
+      !confirmRemoval(desk_.settings, desk_.platform.msgBox, desk_.document.workspace, containers))
     containers.clear();
   DeletePlan plan = editor_.planDelete(containers);
   if (!plan.question.empty() &&

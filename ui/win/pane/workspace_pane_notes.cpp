@@ -47,7 +47,7 @@ void WorkspacePane::noteTyped(ContainerSlot slot, const std::wstring& text) {
 
 void WorkspacePane::editNote(ContainerSlot slot, std::size_t offset) {
   const clsContainer* container = desk_.document.workspace.containers.find(slot);
-  if (container == nullptr || desk_.document.settings.locked) return;
+  if (container == nullptr || desk_.settings.locked) return;
   owner_.keepOpen();
   nameEdit_.accept();
   scene_.scrollToShow(noteNode(slot));

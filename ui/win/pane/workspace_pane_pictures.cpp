@@ -86,7 +86,7 @@ bool WorkspacePane::pictureMenu(NodeId node, POINT screen) {
   if (!editor_.selection().contains(slot)) editor_.pressed(node, false);
   view_.focus(pictureNode(slot));
   view_.invalidate();
-  const bool locked = desk_.document.settings.locked;
+  const bool locked = desk_.settings.locked;
   const bool one = currentPicture() == slot;
   const std::vector<MenuItem> items = {
       {0, kOpen, L"&Open", L"Enter"},

@@ -89,7 +89,7 @@ class DetachedWindowsTest : public testing::Test {
   std::vector<ContainerSlot> barChanges_, removed_;
   std::function<void()> whileSaving_;
   DetachedWindows windows_{
-      {platform_, document_, images_, fonts_, measure_, modal_},
+      {platform_, document_, document_.settings, images_, fonts_, measure_, modal_},
       bar_,
       {.busyElsewhere = [this] { return modal_.active(); },
        .barChanged =
@@ -101,6 +101,7 @@ class DetachedWindowsTest : public testing::Test {
              ++saves_;
              if (whileSaving_) whileSaving_();
            },
+       .changeSettings = [this](const SettingsChange& change) { change(document_.settings); },
        .removeContainer =
            [this](ContainerSlot slot) {
              removed_.push_back(slot);
