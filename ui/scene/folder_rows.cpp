@@ -5,7 +5,7 @@
 
 #include "containers/folder_path.h"
 #include "shortcuts/paths.h"
-#include "ui/scene/metrics.h"
+#include "ui/scene/list_rows.h"
 
 namespace varnowick {
 namespace {
@@ -63,39 +63,13 @@ NodeId nodeOfFolderRow(ContainerSlot slot, const FolderView& view, int row) {
 }
 
 void layoutFolderRows(Scene& scene, ContainerSlot slot, FolderView& view) {
-  const NodeId listId = folderListNode(slot);
-  Node* list = scene.find(listId);
+  Node* list = scene.find(folderListNode(slot));
   if (list == nullptr) return;
-  const Size<Twips> room = list->rect.size();
-  view.setRoom(room.height, kFolderRowHeight);
   list->text = view.message();
-  const bool scrolls = view.thumb().length < 1;
-  const Twips width = room.width - (scrolls ? kScrollThumbWidth + kNoteMargin : kNoteMargin);
-
-  const int shown = std::min(view.bottom() - view.top(), kMostRows);
-  for (int n = 0; n < shown; ++n) {
-    const int row = view.top() + n;
-    Node& node = scene.create(folderRowNode(slot, n), listId);
-    node.rect = {{}, kFolderRowHeight * static_cast<float>(n), width, kFolderRowHeight};
-    node.visible = true;
-    node.text = shownName(view.entry(row)->name);
-    node.image = iconOfFolderRow(view, row);
-    node.selected = view.isSelected(row);
-    node.current = row == view.current();
-  }
-  // The rows of a longer list stay for later; they come one after the other.
-  for (int n = shown; n < kMostRows; ++n) {
-    Node* node = scene.find(folderRowNode(slot, n));
-    if (node == nullptr) break;
-    node->visible = false;
-  }
-
-  Node& thumb = scene.create(thumbNode(slot), listId);
-  const FolderView::Thumb at = view.thumb();
-  thumb.visible = scrolls;
-  thumb.hitTarget = false;
-  thumb.rect = {room.width - kScrollThumbWidth - Twips{15}, room.height * at.start,
-                kScrollThumbWidth, room.height * at.length};
+  layoutRows(scene, {list->id, thumbNode(slot), [slot](int n) { return folderRowNode(slot, n); }},
+             view, kFolderRowHeight, [&view](int row) {
+               return RowLook{shownName(view.entry(row)->name), iconOfFolderRow(view, row)};
+             });
 }
 
 }  // namespace varnowick

@@ -3,7 +3,7 @@
 // the view and never changes anything but its room; knows no window and no disk.
 #pragma once
 
-#include "containers/folder_view.h"
+#include "ui/scene/folder_view.h"
 #include "ui/scene/object_scene.h"
 
 namespace varnowick {

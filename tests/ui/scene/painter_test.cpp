@@ -99,7 +99,7 @@ image 21,418 16x16 C:\Papers\b.exe
 text 43,415 236x22 b.exe #ebf0f6 9pt midway
 image 21,440 16x16 *.txt
 text 43,437 236x22 c.txt #ebf0f6 9pt midway
-box 286,410 5x32 #5a6470 r2
+box 286,410 5x47 #5a6470 r2
 box 8,366 284x23 #4a627a#374d64 in #4a5662 r5 square 12
 fill 9,388 282x1 #202b38
 text 16,366 253x23 Papers bold #ebf0f6 9pt midway

@@ -15,12 +15,12 @@
 #include <vector>
 
 #include "containers/folder_sight.h"
-#include "containers/folder_view.h"
 #include "core/document.h"
 #include "core/key.h"
 #include "platform/platform.h"
 #include "platform/win32/win32_folder_source.h"
 #include "shortcuts/launch.h"
+#include "ui/scene/folder_view.h"
 #include "ui/scene/object_scene.h"
 #include "ui/win/pane/folder_transfers.h"
 #include "ui/win/pane/in_place_edit.h"

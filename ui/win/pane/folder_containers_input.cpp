@@ -86,7 +86,7 @@ bool FolderContainers::clicked(NodeId node, bool doubleClick) {
 
 bool FolderContainers::wheel(NodeId node, int delta) {
   FolderView* view = viewOf(node);
-  if (view == nullptr || !(view->thumb().length < 1)) return false;
+  if (view == nullptr || !view->scrolls()) return false;
   const int page = std::max(1, view->bottom() - view->top() - 1);
   if (view->scrollBy(wheelLines(delta, page, wheelRest_))) changed(folderContainerOf(node), true);
   return true;
