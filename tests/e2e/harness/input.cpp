@@ -70,6 +70,14 @@ POINT centreOf(const RECT& rect) {
 }
 
 namespace mouse {
+namespace {
+
+bool g_held = false;
+// Wine moves the pointer of the X server along, which tells of it once more, later: a
+// drag would go back to where it was before, or be let go there.
+constexpr DWORD kEcho = 25;  // ms
+
+}  // namespace
 
 POINT position() {
   POINT at{};
@@ -92,10 +100,18 @@ void moveTo(POINT at) {
     const POINT now = position();
     return now.x == at.x && now.y == at.y;
   });
+  if (g_held) Sleep(kEcho);
 }
 
-void press() { send({button(MOUSEEVENTF_LEFTDOWN)}); }
-void release() { send({button(MOUSEEVENTF_LEFTUP)}); }
+void press() {
+  send({button(MOUSEEVENTF_LEFTDOWN)});
+  g_held = true;
+}
+
+void release() {
+  g_held = false;
+  send({button(MOUSEEVENTF_LEFTUP)});
+}
 
 void click(POINT at) {
   moveTo(at);
