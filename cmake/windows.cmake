@@ -148,7 +148,7 @@ endif()
 # newer declarations than it does.
 add_custom_target(helpers)
 set(NEWER_SYSTEM -U_WIN32_WINNT -UWINVER -D_WIN32_WINNT=0x0601 -DWINVER=0x0601)
-file(GLOB HARNESS CONFIGURE_DEPENDS tests/e2e/harness/*.cpp)
+file(GLOB HARNESS CONFIGURE_DEPENDS tests/e2e/harness/*.cpp tests/support/golden_*.cpp)
 if(HARNESS)
   add_library(e2e_harness STATIC ${HARNESS})
   target_compile_options(e2e_harness PRIVATE ${NEWER_SYSTEM})

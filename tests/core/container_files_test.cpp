@@ -28,10 +28,10 @@ std::vector<std::string> render(const Workspace& workspace) {
   return renderContainerFiles(workspace, ContentsByPanel(workspace), codec);
 }
 
-// How they look byte for byte is seen where the program itself writes them.
 TEST(ContainerFile, ReferenceSurvives) {
+  for (const std::string& file : goldenContainerFiles())
+    EXPECT_EQ(render(Read(file).workspace), std::vector<std::string>{file});
   const std::vector<std::string> files = render(referenceDocument().workspace);
-  ASSERT_EQ(files.size(), 3U);
   for (const std::string& file : files) {
     // Lines in another style, which take the longer way, say the same.
     std::string otherStyle = file;
@@ -42,13 +42,11 @@ TEST(ContainerFile, ReferenceSurvives) {
     }
   }
   EXPECT_TRUE(Read(files[0]).container().Detached_Note_Visible);
-  EXPECT_TRUE(files[1].starts_with("106\r\n[RSS]\r\nhttp://example.org/feed\r\nNews\r\n-1\r\n"));
-  EXPECT_NE(files[1].find("[CopyPath]\r\n\r\n"), std::string::npos);
   const Read feed(files[1]);
   EXPECT_EQ(feed.progress, std::vector<std::wstring>{L"Loading News..."});
   EXPECT_TRUE(feed.container().RSS);
-  EXPECT_EQ(feed.container().CopyPath, L"http://example.org/feed");
-  EXPECT_EQ(Read(files[2]).container().CopyPath, L"C:\\Papers");
+  EXPECT_EQ(feed.container().CopyPath, L"http://feeds.example.invalid/news.xml");
+  EXPECT_EQ(Read(files[2]).container().CopyPath, L"C:\\Folder shown");
 }
 
 // Each row where it is not expected: behind all the others.

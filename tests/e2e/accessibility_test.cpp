@@ -29,9 +29,10 @@ class Heard {
   HWINEVENTHOOK hook_;
 };
 
-VARIANT self() {
+VARIANT self(LONG id = CHILDID_SELF) {
   VARIANT v{};
   v.vt = VT_I4;
+  v.lVal = id;
   return v;
 }
 
@@ -51,11 +52,10 @@ class AccessibilityTest : public ProgramTest {
 };
 
 TEST_F(AccessibilityTest, ReadersGetATreeAndHearOfTheSelection) {
-  write(SettingsFile().add({.caption = L"Loose", .y = 3300}));
-  ContainerRow work{.name = L"Work"};
-  work.shortcuts = {{.caption = L"Mail", .x = 120, .y = 360},
-                    {.caption = L"News", .x = 1200, .y = 360}};
-  folder().write(L"Containers\\0.con", containerFile(work));
+  write(SettingsFile().add({.caption = L"Loose", .y = 3300}),
+        {{.name = L"Work",
+          .shortcuts = {{.caption = L"Mail", .x = 120, .y = 360},
+                        {.caption = L"News", .x = 1200, .y = 360}}}});
   Bar bar = startBar();
   const Heard heard(program().process());
   bar.focus();
@@ -64,10 +64,18 @@ TEST_F(AccessibilityTest, ReadersGetATreeAndHearOfTheSelection) {
   EXPECT_EQ(parentOf(mail), L"Work");
   EXPECT_EQ(parentOf(window.waitFor(L"Loose", ROLE_SYSTEM_LINK)), L"Workspace");
   VARIANT hit{};
-  const POINT middle{(mail.rect.left + mail.rect.right) / 2,
-                     (mail.rect.top + mail.rect.bottom) / 2};
+  const POINT middle = centreOf(mail.rect);
   EXPECT_EQ(mail.parent->accHitTest(middle.x, middle.y, &hit), S_OK);
   EXPECT_EQ(hit.lVal, mail.id);
+  // The neighbours; and what is not there.
+  EXPECT_EQ(mail.parent->accNavigate(NAVDIR_NEXT, self(mail.id), &hit), S_OK);
+  EXPECT_EQ(hit.lVal, mail.id + 1);
+  for (const LONG none : {0x7FFFFFFFL, LONG_MIN}) {
+    ComString name;
+    EXPECT_TRUE(FAILED(mail.parent->get_accName(self(none), name.put()))) << none;
+    EXPECT_TRUE(FAILED(mail.parent->accDoDefaultAction(self(none)))) << none;
+    EXPECT_TRUE(FAILED(mail.parent->accSelect(SELFLAG_TAKESELECTION, self(none)))) << none;
+  }
 
   window.select(mail, SELFLAG_TAKESELECTION);
   expectSelection(bar, {L"Mail"});

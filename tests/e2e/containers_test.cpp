@@ -14,32 +14,17 @@ class ContainersTest : public ProgramTest {
     return value(number, "[Folded]") == "1" ? "folded" : "open";
   }
   static SettingsFile quiet() { return SettingsFile().set("[AutoExpand]", "0"); }
-  RECT box(const Bar& bar, const std::wstring& name) {
-    return bar.accessible().waitFor(name, ROLE_SYSTEM_GROUPING).rect;
-  }
   int heightOf(const Bar& bar, const std::wstring& name) {
-    const RECT r = box(bar, name);
+    const RECT r = bar.box(name);
     return r.bottom - r.top;
   }
   // A point of the body, in twips from its corner.
   POINT inBody(const Bar& bar, const std::wstring& name, int x, int y) {
-    const RECT r = box(bar, name);
+    const RECT r = bar.box(name);
     return {r.left + toPixels(x), r.top + toPixels(350 + y)};
   }
-  POINT onTitle(const Bar& bar, const std::wstring& name) {
-    const RECT r = box(bar, name);
-    return {r.left + toPixels(300), r.top + toPixels(175)};
-  }
-  // Ctrl and a click select without folding.
-  void select(const Bar& bar, std::initializer_list<const wchar_t*> names) {
-    for (const wchar_t* name : names) {
-      keyboard::down(VK_CONTROL);
-      mouse::click(onTitle(bar, name));
-      keyboard::up(VK_CONTROL);
-    }
-  }
   POINT onFoldBox(const Bar& bar, const std::wstring& name) {
-    const RECT r = box(bar, name);
+    const RECT r = bar.box(name);
     return {r.right - toPixels(170), r.top + toPixels(175)};
   }
 };
@@ -54,7 +39,7 @@ TEST_F(MainContainers, EveryStateIsReachedByTheMouse) {
   expectSaved([&] { mouse::click(onFoldBox(bar, L"Tools")); });
   EXPECT_EQ(state(0), "folded");
   EXPECT_EQ(heightOf(bar, L"Tools"), toPixels(350));
-  expectSaved([&] { mouse::click(onTitle(bar, L"Tools")); });
+  expectSaved([&] { mouse::click(bar.onTitle(L"Tools")); });
   EXPECT_EQ(state(0), "open");
   EXPECT_EQ(heightOf(bar, L"Tools"), open);
 
@@ -66,21 +51,8 @@ TEST_F(MainContainers, EveryStateIsReachedByTheMouse) {
   EXPECT_EQ(heightOf(bar, L"Tools"), toPixels(950));
   EXPECT_EQ(value(0, "[H]"), number(2000)) << "the size of the open container is kept";
   letTimePass(600);
-  expectSaved([&] { mouse::click(centreOf(box(bar, L"Tools"))); });
+  expectSaved([&] { mouse::click(centreOf(bar.box(L"Tools"))); });
   EXPECT_EQ(state(0), "open");
-  closeProgram();
-}
-
-TEST_F(MainContainers, AllAreToggledEachOnItsOwn) {
-  write(quiet(), {{.name = L"One", .y = 600, .height = 1200, .folded = true},
-                  {.name = L"Two", .y = 2000, .height = 1200},
-                  {.name = L"Three", .y = 3600, .height = 1200, .shrunk = true}});
-  Bar bar = startBar();
-  bar.focus();
-  expectSaved([] { keyboard::chord({VK_CONTROL, VK_F2}); });
-  EXPECT_EQ(state(0) + state(1) + state(2), "openfoldedshrunk") << "tiles are not folded";
-  expectSaved([] { keyboard::chord({VK_CONTROL, VK_F1}); });
-  EXPECT_EQ(state(0) + state(1) + state(2), "shrunkfoldedopen") << "folded ones are left";
   closeProgram();
 }
 
@@ -90,7 +62,7 @@ TEST_F(MainContainers, ATileOpensUnderAMouseThatRestsAndShrinksBack) {
          {.name = L"Two", .y = 4000, .height = 1500}});
   Bar bar = startBar();
   bar.expand();
-  expectSaved([&] { mouse::moveTo(centreOf(box(bar, L"One"))); });
+  expectSaved([&] { mouse::moveTo(centreOf(bar.box(L"One"))); });
   EXPECT_EQ(state(0), "open");
   expectSaved([&] { mouse::moveTo(inBody(bar, L"Two", 800, 700)); });
   EXPECT_EQ(state(0), "shrunk") << "the mouse has come over another container";
@@ -98,24 +70,11 @@ TEST_F(MainContainers, ATileOpensUnderAMouseThatRestsAndShrinksBack) {
   closeProgram();
 }
 
-TEST_F(ContainersTest, WithoutRoomBelowItUnfoldsUpwardAndFoldsBack) {
-  write(quiet(), {{.name = L"Low", .y = 7200, .height = 3000, .folded = true}});
-  Bar bar = startBar();
-  bar.expand();
-  const RECT title = box(bar, L"Low");
-  expectSaved([&] { mouse::click(onFoldBox(bar, L"Low")); });
-  EXPECT_EQ(box(bar, L"Low").bottom, title.bottom) << "its title's bottom has become its own";
-  EXPECT_EQ(value(0, "[Flipped]"), "1");
-  expectSaved([&] { mouse::click(onFoldBox(bar, L"Low")); });
-  EXPECT_EQ(box(bar, L"Low"), title);
-  closeProgram();
-}
-
 TEST_F(MainContainers, DraggedByItsTitleItDoesNotFoldAndUndoPutsItBack) {
   write(quiet(), {{.name = L"Tools", .x = 120, .y = 600, .width = 2000, .height = 1800}});
   Bar bar = startBar();
   bar.expand();
-  const POINT from = onTitle(bar, L"Tools");
+  const POINT from = bar.onTitle(L"Tools");
   expectSaved([&] { mouse::drag(from, {from.x, from.y + toPixels(2400)}); });
   EXPECT_EQ(value(0, "[Y]"), number(3000));
   EXPECT_EQ(state(0), "open");
@@ -123,39 +82,12 @@ TEST_F(MainContainers, DraggedByItsTitleItDoesNotFoldAndUndoPutsItBack) {
   expectSaved([] { keyboard::chord({VK_CONTROL, 'Z'}); });
   EXPECT_EQ(value(0, "[Y]"), number(600));
 
-  const RECT r = box(bar, L"Tools");
+  const RECT r = bar.box(L"Tools");
   const POINT corner{r.right - 3, r.bottom - 3};
   expectSaved([&] { mouse::drag(corner, {corner.x - toPixels(600), corner.y + toPixels(600)}); });
   EXPECT_EQ(value(0, "[W]"), number(1440)) << "the border comes to stand on the grid";
   EXPECT_EQ(value(0, "[H]"), number(2400));
   EXPECT_EQ(value(0, "[Y]"), number(600));
-  closeProgram();
-}
-
-TEST_F(ContainersTest, RemovingAsksWithTheCountAndTakesTheContents) {
-  write(quiet(), {{.name = L"One",
-                   .y = 600,
-                   .height = 1200,
-                   .shortcuts = {{.caption = L"Inside", .path = L"C:\\x.txt", .y = 500}}},
-                  {.name = L"Two", .y = 2000, .height = 1200, .folded = true},
-                  {.name = L"Three", .y = 4000, .height = 1200, .folded = true}});
-  Bar bar = startBar();
-  bar.focus();
-  select(bar, {L"One", L"Two"});
-  keyboard::press(VK_DELETE);
-  const DialogWindow question = waitForDialog(program().process(), L"Remove Containers");
-  EXPECT_TRUE(
-      question.text().starts_with(L"Remove Selected Containers?\r\n\r\n2 Container(s) Selected"))
-      << toUtf8(question.text());
-  question.press(IDNO);
-  EXPECT_EQ(value(1, "[Name]"), "Two");
-  bar.focus();
-  select(bar, {L"One", L"Two"});
-  keyboard::press(VK_DELETE);
-  expectSaved([&] { waitForDialog(program().process(), L"Remove Containers").press(IDYES); });
-  EXPECT_EQ(value(0, "[Name]"), "Three");
-  EXPECT_FALSE(folder().exists(L"Containers\\1.con"));
-  EXPECT_FALSE(bar.accessible().find(L"Inside"));
   closeProgram();
 }
 
@@ -165,7 +97,7 @@ TEST_F(MainContainers, ADrawnContainerIsNamedInPlace) {
   bar.focus();
   keyboard::chord({VK_CONTROL, 'C'});
   bar.accessible().waitFor(L"CONTAINER DRAW MODE");
-  const RECT panel = bar.accessible().waitFor(L"Workspace", ROLE_SYSTEM_GROUPING).rect;
+  const RECT panel = bar.box(L"Workspace");
   const POINT from{panel.left + toPixels(240), panel.top + toPixels(480)};
   expectSaved([&] { mouse::drag(from, {from.x + toPixels(1800), from.y + toPixels(1200)}); });
   EXPECT_EQ(value(0, "[X]") + value(0, "[Y]"), number(240) + number(480));
@@ -202,7 +134,7 @@ TEST_F(MainContainers, TheWheelScrollsTheWindowUnderThePointer) {
   mouse::moveTo(over);
   UINT lines = 3;
   SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
-  const LONG before = box(bar, L"Low").top;
+  const LONG before = bar.box(L"Low").top;
   const auto turn = [&](int delta) {
     PostMessageW(away.window(), WM_MOUSEWHEEL,
                  MAKEWPARAM(0, static_cast<WORD>(static_cast<short>(delta))),
@@ -211,11 +143,11 @@ TEST_F(MainContainers, TheWheelScrollsTheWindowUnderThePointer) {
   for (int i = 0; i < 6; ++i) turn(-WHEEL_DELTA / 4);
   turn(-WHEEL_DELTA / 2);
   require(L"the bar to scroll by two notches", [&] {
-    return box(bar, L"Low").top == before - toPixels(2 * 240 * static_cast<int>(lines));
+    return bar.box(L"Low").top == before - toPixels(2 * 240 * static_cast<int>(lines));
   });
   expectSaved([&] { mouse::click(onFoldBox(bar, L"Low")); });
-  const RECT open = box(bar, L"Low");
-  const RECT panel = bar.accessible().waitFor(L"Workspace", ROLE_SYSTEM_GROUPING).rect;
+  const RECT open = bar.box(L"Low");
+  const RECT panel = bar.box(L"Workspace");
   EXPECT_EQ(open.bottom - open.top, toPixels(7500));
   EXPECT_GE(open.top, panel.top);
   EXPECT_LE(open.bottom, panel.bottom);
@@ -247,7 +179,7 @@ TEST_F(MainContainers, ADragThatRestsOpensWhatIsClosed) {
   take(centreOf(away.accessible().waitFor(L"Comes").rect));
   mouse::moveTo({1, bar.rect().top + toPixels(4500)});
   require(L"the bar to come out", [&] { return bar.isOut(); });
-  mouse::moveTo(onTitle(bar, L"Closed"));
+  mouse::moveTo(bar.onTitle(L"Closed"));
   require(L"the container to open under the drag",
           [&] { return heightOf(bar, L"Closed") > toPixels(1000); });
   mouse::moveTo(inBody(bar, L"Closed", 1000, 800));
@@ -265,7 +197,7 @@ TEST_F(MainContainers, ADragThatRestsOpensWhatIsClosed) {
   // A drop that did not wait leaves the container folded.
   if (!bar.isOut()) bar.expand();
   take(centreOf(tab.accessible().waitFor(L"Moves").rect));
-  mouse::moveTo(onTitle(bar, L"Other"));
+  mouse::moveTo(bar.onTitle(L"Other"));
   expectSaved([] { mouse::release(); });
   EXPECT_EQ(countSavedShortcuts(file(1)), 1U);
   letTimePass(800);
@@ -295,7 +227,7 @@ TEST_F(MainContainers, ADoubleClickIsAboutWhatItsFirstClickMet) {
           containers);
     Bar bar = startBar();
     bar.expand();
-    const RECT tile = box(bar, L"Tile");
+    const RECT tile = bar.box(L"Tile");
     const POINT lower{(tile.left + tile.right) / 2, tile.top + toPixels(800)};
     if (byItself)
       mouse::click(lower);  // it has opened under the mouse on its way
@@ -312,13 +244,13 @@ TEST_F(MainContainers, ADoubleClickIsAboutWhatItsFirstClickMet) {
       continue;
     }
     // Where a click does not fold, a double click does, on title and body.
-    mouse::click(onTitle(bar, L"Title"));
+    mouse::click(bar.onTitle(L"Title"));
     EXPECT_EQ(heightOf(bar, L"Title"), toPixels(1800));
     letTimePass(700);
     expectSaved([&] { mouse::doubleClick(inBody(bar, L"Title", 1200, 900)); });
     EXPECT_EQ(state(1), "folded");
     letTimePass(700);
-    expectSaved([&] { mouse::doubleClick(onTitle(bar, L"Title")); });
+    expectSaved([&] { mouse::doubleClick(bar.onTitle(L"Title")); });
     EXPECT_EQ(state(1), "open");
     const DetachedWindow away(program(), events(), L"Away");
     expectSaved([&] { mouse::doubleClick(away.onTitle()); });

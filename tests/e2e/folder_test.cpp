@@ -60,10 +60,7 @@ class FolderTest : public ProgramTest {
       const auto row = bar.accessible().find(name, ROLE_SYSTEM_LISTITEM);
       return row && (row->state & STATE_SYSTEM_SELECTED) != 0;
     });
-    toFront(bar);
-  }
-  void toFront(Bar& bar) {
-    require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+    bar.waitUntilInFront();
   }
   // Again when the bar has gone back before the mouse was there; the source may have
   // deleted its file then.
@@ -79,7 +76,6 @@ class FolderTest : public ProgramTest {
     }
     return effect;
   }
-  DialogWindow message() { return waitForDialog(program().process(), kTitle); }
 };
 using MainFolder = FolderTest;
 
@@ -114,7 +110,7 @@ TEST_F(MainFolder, DeletingAsksAndUsesTheBin) {
   question.press(IDNO);
   EXPECT_TRUE(fileExists(path(L"one.txt")));
   const long long before = filesInBin();
-  toFront(bar);
+  bar.waitUntilInFront();
   keyboard::press(VK_DELETE);
   message().press(IDYES);
   expectGone(bar, L"one.txt");
@@ -124,47 +120,14 @@ TEST_F(MainFolder, DeletingAsksAndUsesTheBin) {
   closeProgram();
 }
 
-// The file was selected first, but no longer is what the focus shows.
-TEST_F(FolderTest, DelIsAboutWhatIsSeenSelected) {
-  put(L"stays.txt");
-  folder().write(L"Containers\\1.con",
-                 containerFile({.name = L"Tools", .y = 3400, .width = 2500, .height = 900}));
-  Bar bar = startOpen();
-  const RECT tools = bar.accessible().waitFor(L"Tools", ROLE_SYSTEM_GROUPING).rect;
-  const std::function<void()> selectContainers[] = {
-      [&] {
-        events().expect(kEventMenuOpened, L"menu opened", [&] {
-          mouse::rightClick({tools.left + toPixels(300), tools.top + toPixels(175)});
-        });
-        events().expect(kEventMenuClosed, L"menu closed", [] { keyboard::press(VK_ESCAPE); });
-      },
-      [&] {
-        bar.openMenu();
-        events().expect(kEventMenuClosed, L"menu closed", [&] { bar.choose(L"es"); });
-      }};
-  for (const auto& selectContainer : selectContainers) {
-    select(bar, L"stays.txt");
-    selectContainer();
-    keyboard::press(VK_DELETE);
-    const DialogWindow question = waitForDialog(program().process(), L"Remove Containers");
-    EXPECT_NE(question.text().find(L"Tools"), std::wstring::npos);
-    question.press(IDNO);
-    require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
-  }
-  EXPECT_TRUE(fileExists(path(L"stays.txt")));
-  closeProgram();
-}
-
 TEST_F(MainFolder, RemovingTheContainerLeavesTheFiles) {
   put(L"kept.txt");
   Bar bar = startOpen();
   // The list has the focus, and a file is selected in it.
   select(bar, L"kept.txt");
-  const RECT box = bar.accessible().waitFor(L"Mine", ROLE_SYSTEM_GROUPING).rect;
-  mouse::click({box.left + toPixels(300), box.top + toPixels(175)});
+  mouse::click(bar.onTitle(L"Mine"));
   keyboard::press(VK_DELETE);
-  events().expect(kEventSaved, L"saved",
-                  [&] { waitForDialog(program().process(), L"Remove Containers").press(IDYES); });
+  expectSaved([&] { dialog(L"Remove Containers").press(IDYES); });
   expectGone(bar, L"kept.txt");
   EXPECT_TRUE(fileExists(path(L"kept.txt")));
   closeProgram();
@@ -302,7 +265,7 @@ TEST_F(MainFolder, WhatTheShellAsksHoldsTheBarAndComesForward) {
   select(bar, L"same.txt");
   putOnClipboard(offerFiles({other}));
   keyboard::chord({VK_CONTROL, 'V'});
-  const DialogWindow question = waitForDialog(program().process(), L"");
+  const DialogWindow question = dialog(L"");
   mouse::moveAwayFrom(bar.rect());
   letTimePass(2'500);
   EXPECT_TRUE(bar.isOut());
@@ -315,34 +278,6 @@ TEST_F(MainFolder, WhatTheShellAsksHoldsTheBarAndComesForward) {
   question.press(IDYES);
   require(L"the file to be replaced", [&] { return readFile(path(L"same.txt")) == "other"; });
   closeProgram();
-}
-
-TEST_F(FolderTest, WhileLockedNothingHappensToFiles) {
-  put(L"stays.txt");
-  Bar bar = startOpen(SettingsFile().set("[LOCKED]", "1"));
-  select(bar, L"stays.txt");
-  const WORD keys[] = {VK_DELETE, VK_F2};
-  for (const WORD key : keys) {
-    keyboard::press(key);
-    const DialogWindow told = message();
-    EXPECT_EQ(told.text(), L"Editing is locked. Unlock it (Ctrl+L) to change the workspace.");
-    told.press(IDOK);
-    require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
-  }
-  EXPECT_TRUE(fileExists(path(L"stays.txt")));
-  closeProgram();
-}
-
-TEST_F(FolderTest, TextsThatAreNoFolderDoNoHarm) {
-  writeFile(folder().file(L"file"), "x");
-  const std::wstring texts[] = {folder().file(L"none"), folder().file(L"file"), L"relative\\x",
-                                L"\\\\?\\Z:\\", L"Q:\\" + std::wstring(5000, L'y')};
-  for (const std::wstring& text : texts) {
-    Bar bar = startWith(text);
-    bar.accessible().waitFor(L"Folder of Mine", ROLE_SYSTEM_LIST);
-    EXPECT_FALSE(bar.accessible().find(L"file", ROLE_SYSTEM_LISTITEM));
-    closeProgram();
-  }
 }
 
 }  // namespace

@@ -90,7 +90,7 @@ TEST_F(MainForeground, AnOpenMessageComesForwardInsteadOfTheBar) {
   Bar bar = startBar();
   bar.focus();
   keyboard::press(VK_F8);
-  const DialogWindow saved = waitForDialog(program().process(), kTitle);
+  const DialogWindow saved = message();
   const OtherProgram other;
   startAgain();
   require(L"the message in front", [&] { return GetForegroundWindow() == saved.handle(); });

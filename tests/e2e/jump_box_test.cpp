@@ -69,13 +69,11 @@ TEST_F(MainJumpBox, FindsAShortcutInAContainerAndStartsIt) {
 
 TEST_F(MainJumpBox, OpensContainersAndFilesOfFolders) {
   const std::wstring probe = folder().addLaunchProbe();
-  write(SettingsFile());
-  folder().write(L"Containers\\0.con", containerFile({.name = L"Zebras", .folded = true}));
-  folder().write(L"Containers\\1.con",
-                 containerFile({.name = L"Mine",
-                                .y = 3000,
-                                .height = 1800,
-                                .folder = probe.substr(0, probe.find_last_of(L'\\'))}));
+  write(SettingsFile(), {{.name = L"Zebras", .folded = true},
+                         {.name = L"Mine",
+                          .y = 3000,
+                          .height = 1800,
+                          .folder = probe.substr(0, probe.find_last_of(L'\\'))}});
   Bar bar = startBar();
   bar.focus();
   bar.accessible().waitFor(L"launch_probe.exe", ROLE_SYSTEM_LISTITEM);
@@ -97,7 +95,7 @@ TEST_F(JumpBoxTest, F2IsAboutTheMatchAndNotTheSelection) {
   keyboard::press(VK_ESCAPE);
   type(bar, L"two");
   keyboard::press(VK_F2);
-  const DialogWindow properties = waitForDialog(program().process(), L"Shortcut properties");
+  const DialogWindow properties = dialog(L"Shortcut properties");
   EXPECT_EQ(textOf(GetDlgItem(properties.handle(), frmShortcutProperties::kCaption)), L"Zebra two");
   properties.press(IDCANCEL);
 }

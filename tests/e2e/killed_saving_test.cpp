@@ -61,7 +61,7 @@ TEST_F(KilledSaving, LeavesTheStateBeforeOrAfter) {
   LARGE_INTEGER frequency{}, start{}, end{};
   QueryPerformanceFrequency(&frequency);
   QueryPerformanceCounter(&start);
-  events().expect(kEventSaved, L"saved", [&] { trigger(first.window(), false); });
+  expectSaved([&] { trigger(first.window(), false); });
   QueryPerformanceCounter(&end);
   const long long whole = (end.QuadPart - start.QuadPart) * 1'000'000 / frequency.QuadPart;
   const DataFiles after = folder().state();

@@ -28,39 +28,36 @@ TEST_F(MainLaunch, AMissingTargetOpensThePropertiesWithTheError) {
   EXPECT_EQ(folder().state(), before) << "a failed launch changes nothing";
 }
 
-TEST_F(MainLaunch, AConfirmationAnsweredNoStartsNothing) {
+TEST_F(MainLaunch, AConfirmationIsAskedForAndObeyed) {
   const std::wstring probe = folder().addLaunchProbe();
-  startAndClick({.caption = L"Probe", .path = probe, .confirm = true});
+  Bar bar = startAndClick({.caption = L"Probe", .path = probe, .confirm = true});
   const DialogWindow question = dialog(L"Launch Confirmation");
   EXPECT_EQ(question.text(), L"Start Probe?");
   EXPECT_EQ(question.buttons(), (std::vector<int>{IDYES, IDNO}));
   EXPECT_TRUE(question.hasIcon());
   question.press(IDNO);
-  closeProgram();
-  program().waitForAllEnded();
+  if (!bar.isOut()) bar.expand();
+  bar.click(L"Probe");
+  const DialogWindow again = dialog(L"Launch Confirmation");
   EXPECT_FALSE(launched(probe));
-}
-
-TEST_F(MainLaunch, AConfirmationAnsweredYesStartsTheTarget) {
-  const std::wstring probe = folder().addLaunchProbe();
-  startAndClick({.caption = L"Probe", .path = probe, .confirm = true});
-  dialog(L"Launch Confirmation").press(IDYES);
+  again.press(IDYES);
   waitForLaunch(probe);
 }
 
-TEST_F(MainLaunch, ARelativePathStandsForTheProgramsDrive) {
-  const std::wstring probe = folder().addLaunchProbe();
-  startAndClick({.caption = L"Relative", .path = L"@" + probe.substr(1), .parameters = L"here"});
-  const Launch launch = waitForLaunch(probe);
-  EXPECT_EQ(launch.folder, probe.substr(0, probe.find_last_of(L'\\')));
-}
-
-TEST_F(MainLaunch, ACommandRunsThroughTheInterpreter) {
-  const std::wstring probe = folder().addLaunchProbe();
-  startAndClick(
-      {.caption = L"Command", .parameters = L"\"" + probe + L"\" by command", .command = true});
-  const Launch launch = waitForLaunch(probe);
-  EXPECT_NE(launch.commandLine.find(L"by command"), std::wstring::npos);
+TEST_F(MainLaunch, RelativePathsAndCommandsAreWorkedOut) {
+  const std::wstring relative = folder().addLaunchProbe(), command = folder().addLaunchProbe();
+  write(SettingsFile()
+            .add({.caption = L"Relative", .path = L"@" + relative.substr(1), .y = 3600})
+            .add({.caption = L"Command",
+                  .parameters = L"\"" + command + L"\" by command",
+                  .command = true}));
+  Bar bar = startBar();
+  bar.expand();
+  bar.click(L"Relative");
+  EXPECT_EQ(waitForLaunch(relative).folder, relative.substr(0, relative.find_last_of(L'\\')));
+  bar.focus();
+  bar.click(L"Command");
+  EXPECT_NE(waitForLaunch(command).commandLine.find(L"by command"), std::wstring::npos);
 }
 
 }  // namespace

@@ -1,17 +1,17 @@
 // Saving: every byte of every file, the ways to end, and saves that fail.
-#include "tests/e2e/harness/golden_state.h"
 #include "tests/e2e/program_test.h"
+#include "tests/support/golden_files.h"
 
 namespace varnowick::e2e {
 namespace {
 
-class MainSaving : public ProgramTest {
- protected:
-  DialogWindow message() { return waitForDialog(program().process(), kTitle); }
-};
+using MainSaving = ProgramTest;
 
 TEST_F(MainSaving, SavingAndEndingLeavesEveryFileByteForByte) {
-  folder().writeAll(goldenState());
+  DataFiles golden{{L"Varnowick.ini", goldenSettingsFile()}};
+  for (const std::string& file : goldenContainerFiles())
+    golden[L"Containers\\" + std::to_wstring(golden.size() - 1) + L".con"] = file;
+  folder().writeAll(golden);
   Bar bar = startBar();
   bar.focus();
   keyboard::press(VK_F8);
@@ -19,34 +19,18 @@ TEST_F(MainSaving, SavingAndEndingLeavesEveryFileByteForByte) {
   EXPECT_EQ(saved.text(), L"Workspace Saved");
   EXPECT_TRUE(saved.hasIcon());
   saved.press(IDOK);
-  require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+  bar.waitUntilInFront();
   keyboard::press(VK_ESCAPE);
   mouse::moveAwayFrom(bar.rect());
   require(L"the bar to be back at the edge",
           [&] { return bar.rect() == windowAt(kCollapsedLeft, kBarTop, kBarWidth, kBarHeight); });
   closeProgram();
-  EXPECT_EQ(folder().state(), goldenState());
+  EXPECT_EQ(folder().state(), golden);
   EXPECT_TRUE(folder().backups().empty());
 }
 
-TEST_F(MainSaving, AChangeWritesTheRecoveryCopyAndSavingRemovesIt) {
-  write(SettingsFile());
-  Bar bar = startBar();
-  bar.focus();
-  events().expect(kEventSaved, L"saved", [] { keyboard::chord({VK_CONTROL, 'L'}); });
-  EXPECT_TRUE(folder().exists(L"Varnowick.REC"));
-  EXPECT_EQ(folder().read(L"Varnowick.ini"), SettingsFile().bytes());
-  bar.focus();
-  keyboard::press(VK_F8);
-  message().press(IDOK);
-  EXPECT_FALSE(folder().exists(L"Varnowick.REC"));
-  EXPECT_NE(folder().read(L"Varnowick.ini").find("[LOCKED]\r\n1\r\n"), std::string::npos);
-}
-
 TEST_F(MainSaving, AFileThatAnotherProgramHasOpenIsStillThereAfterwards) {
-  write(SettingsFile());
-  for (int i = 0; i < 3; ++i)
-    folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile({.name = L"Box"}));
+  write(SettingsFile(), std::vector<ContainerRow>(3, {.name = L"Box"}));
   startBar();
   {
     // As scanners and indexers do.
@@ -64,7 +48,7 @@ TEST_F(MainSaving, TheSessionEndingIsACleanExit) {
   write(SettingsFile());
   Bar bar = startBar();
   bar.focus();
-  events().expect(kEventSaved, L"saved", [] { keyboard::chord({VK_CONTROL, 'L'}); });
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'L'}); });
   ASSERT_TRUE(folder().exists(L"Varnowick.REC"));
   // As the system does it: each window is asked, then told; the process may be
   // ended as soon as the second call returns.
@@ -92,29 +76,18 @@ TEST_F(MainSaving, ASessionThatGoesOnAfterAllChangesNothing) {
   EXPECT_EQ(folder().state(), before);
 }
 
-enum class Obstacle { AnotherProgramHoldsIt, AFolderStandsInItsPlace };
-
-class MainFailedSave : public ProgramTest, public testing::WithParamInterface<Obstacle> {
+class MainFailedSave : public ProgramTest {
  protected:
   std::wstring file() { return folder().file(L"Varnowick.ini"); }
   Bar startWithObstacle() {
-    if (GetParam() == Obstacle::AFolderStandsInItsPlace) {
-      Bar bar = startBar();
-      CreateDirectoryW(file().c_str(), nullptr);
-      return bar;
-    }
     write(SettingsFile());
     Bar bar = startBar();
     holder_.reset(CreateFileW(file().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     return bar;
   }
-  void removeObstacle() {
-    holder_.reset();
-    RemoveDirectoryW(file().c_str());
-  }
   // Waits for a message that says which file and why, and not that all is well.
   DialogWindow failure() {
-    const DialogWindow told = waitForDialog(program().process(), L"");
+    const DialogWindow told = dialog(L"");
     const std::wstring text = told.text();
     EXPECT_NE(text.find(file()), std::wstring::npos) << toUtf8(text);
     EXPECT_EQ(text.find(L"Workspace Saved"), std::wstring::npos);
@@ -122,25 +95,24 @@ class MainFailedSave : public ProgramTest, public testing::WithParamInterface<Ob
     return told;
   }
 
- private:
   FileHandle holder_;
 };
 
-TEST_P(MainFailedSave, SaysWhichFileAndWhyAndSavesOnceItCan) {
+TEST_F(MainFailedSave, SaysWhichFileAndWhyAndSavesOnceItCan) {
   Bar bar = startWithObstacle();
   bar.focus();
   keyboard::press(VK_F8);
   failure().press(IDOK);
-  removeObstacle();
+  holder_.reset();
   bar.focus();
   keyboard::press(VK_F8);
-  const DialogWindow saved = waitForDialog(program().process(), kTitle);
+  const DialogWindow saved = message();
   EXPECT_EQ(saved.text(), L"Workspace Saved");
   saved.press(IDOK);
   EXPECT_EQ(folder().read(L"Varnowick.ini").substr(0, 5), "106\r\n");
 }
 
-TEST_P(MainFailedSave, AtTheEndLeavesTheChoiceToTheUser) {
+TEST_F(MainFailedSave, AtTheEndLeavesTheChoiceToTheUser) {
   const Bar bar = startWithObstacle();
   PostMessageW(bar.window(), WM_CLOSE, 0, 0);
   const DialogWindow first = failure();
@@ -151,13 +123,6 @@ TEST_P(MainFailedSave, AtTheEndLeavesTheChoiceToTheUser) {
   failure().press(IDYES);
   EXPECT_EQ(program().waitForExit(), 0U);
 }
-
-INSTANTIATE_TEST_SUITE_P(Obstacles, MainFailedSave,
-                         testing::Values(Obstacle::AnotherProgramHoldsIt,
-                                         Obstacle::AFolderStandsInItsPlace),
-                         [](const auto& c) {
-                           return c.param == Obstacle::AnotherProgramHoldsIt ? "Held" : "Folder";
-                         });
 
 }  // namespace
 }  // namespace varnowick::e2e

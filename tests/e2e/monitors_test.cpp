@@ -13,12 +13,9 @@ class MonitorsTest : public ProgramTest {
     ProgramTest::SetUp();
     if (GetSystemMetrics(SM_CMONITORS) < 2) GTEST_SKIP() << "this machine has one monitor";
   }
-  void write(int x, int y, bool hidden) {
-    folder().write(L"Varnowick.ini", SettingsFile()
-                                         .window(x, y, kSide, kSide)
-                                         .set("[Hidden]", hidden ? "1" : "0")
-                                         .set("[Animate]", "1")
-                                         .bytes());
+  void write(int x, int y) {
+    ProgramTest::write(
+        SettingsFile().window(x, y, kSide, kSide).set("[Hidden]", "0").set("[Animate]", "1"));
   }
   static bool shows(const Bar& bar, POINT at) { return WindowFromPoint(at) == bar.window(); }
   // What the system tells when monitors or settings change, and after a rest.
@@ -71,7 +68,7 @@ using TwoMonitors = MonitorsTest;
 using StackedMonitors = MonitorsTest;
 
 TEST_F(TwoMonitors, TheBorderBetweenThemIsAnEdgeLikeAnyOther) {
-  write(9000, 3000, false);
+  write(9000, 3000);
   Bar bar = startBar();
   const POINT beyond{1285, 300};
   EXPECT_TRUE(dockUnseenFrom(bar, L"kr", beyond));
@@ -80,7 +77,7 @@ TEST_F(TwoMonitors, TheBorderBetweenThemIsAnEdgeLikeAnyOther) {
 }
 
 TEST_F(StackedMonitors, TheBorderBetweenThemIsAnEdgeLikeAnyOther) {
-  write(9000, -9000, false);
+  write(9000, -9000);
   Bar bar = startBar();
   const POINT beyond{700, 5};
   EXPECT_TRUE(dockUnseenFrom(bar, L"kb", beyond));
@@ -88,23 +85,9 @@ TEST_F(StackedMonitors, TheBorderBetweenThemIsAnEdgeLikeAnyOther) {
   staysAt(collapsed, {collapsed.left, collapsed.top, collapsed.right, 0}, beyond);
 }
 
-TEST_F(TwoMonitors, TheRightEdgeIsThatOfTheBarsOwnMonitor) {
-  constexpr int kRight = (1280 + 1024) * 15;
-  write(kRight - 2800, 3000, false);
-  Bar bar = startBar();
-  bar.leave();
-  EXPECT_EQ(bar.rect(), windowAt(kRight - 40, 3000, kSide, kSide));
-  tellOfChanges(bar);
-  EXPECT_EQ(bar.rect(), windowAt(kRight - 40, 3000, kSide, kSide));
-  bar.expand();
-  EXPECT_EQ(bar.rect(), windowAt(kRight - 2800, 3000, kSide, kSide));
-}
-
 TEST_F(TwoMonitors, ADetachedWindowIsWholeOnOneOfThem) {
-  folder().write(L"Varnowick.ini", SettingsFile().bytes());
-  folder().write(
-      L"Containers\\0.con",
-      containerFile({.name = L"Tools", .detached = detachedLines({.x = 17000, .y = 11000})}));
+  ProgramTest::write(SettingsFile(),
+                     {{.name = L"Tools", .detached = detachedLines({.x = 17000, .y = 11000})}});
   startBar();
   const DetachedWindow tools(program(), events(), L"Tools");
   tools.waitUntilShown();

@@ -54,6 +54,8 @@ class ProgramTest : public testing::Test {
   DialogWindow dialog(const std::wstring& title) {
     return waitForDialog(program().process(), title);
   }
+  // The program's own message box.
+  DialogWindow message() { return dialog(kTitle); }
   // Does it and waits until it is on the disk. The line tells which wait was in vain.
   void expectSaved(const std::function<void()>& action, int line = __builtin_LINE());
   // Opens a menu by a right click there.

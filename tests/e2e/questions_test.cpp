@@ -40,8 +40,7 @@ TEST_P(MainUnanswered, TheRecoveryQuestionEndsTheProgramAndKeepsBothFiles) {
   folder().write(L"Varnowick.REC", SettingsFile().bytes());
   const DataFiles before = folder().state();
   start();
-  const DialogWindow question =
-      waitForDialog(program().process(), L"Varnowick - Recover Last Session");
+  const DialogWindow question = dialog(L"Varnowick - Recover Last Session");
   tearDown(question, FindWindowW(kMainClass, nullptr));
   EXPECT_EQ(program().waitForExit(), 0U);
   EXPECT_EQ(folder().state(), before);
@@ -53,7 +52,7 @@ TEST_P(MainUnanswered, AConfirmationStartsNothing) {
   Bar bar = startBar();
   bar.expand();
   bar.click(L"Probe");
-  const DialogWindow question = waitForDialog(program().process(), L"Launch Confirmation");
+  const DialogWindow question = dialog(L"Launch Confirmation");
   tearDown(question, bar.window());
   if (GetParam() != Way::SessionEnds) closeProgram();
   EXPECT_EQ(program().waitForExit(), 0U);

@@ -174,18 +174,15 @@ TEST_F(RandomUse, TwoMinutesLeaveEverythingInOrder) {
                   .path = probe,
                   .x = 120 + i % 3 * 1440,
                   .y = 120 + i / 3 * 1200});
-  write(settings);
   const std::vector<ShortcutRow> inside{{.caption = L"First", .path = probe, .x = 120, .y = 480},
                                         {.caption = L"Second", .path = probe, .x = 1560, .y = 480}};
-  const ContainerRow rows[] = {
-      {.name = L"Open", .y = 2600, .width = 3600, .height = 1800, .shortcuts = inside},
-      {.name = L"Folded", .y = 4560, .width = 3600, .shortcuts = inside, .folded = true},
-      {.name = L"Tile", .y = 5100, .shortcuts = inside, .shrunk = true},
-      {.name = L"Tile two", .x = 960, .y = 5100, .note = "a note\r\n", .shrunk = true},
-      {.name = L"Note", .y = 6200, .height = 1500, .note = "www.example.org\r\nwords\r\n"},
-      {.name = L"Folder", .y = 7900, .height = 1500, .folder = folder().file(L"Shown")}};
-  for (std::size_t i = 0; i < std::size(rows); ++i)
-    folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(rows[i]));
+  write(settings,
+        {{.name = L"Open", .y = 2600, .width = 3600, .height = 1800, .shortcuts = inside},
+         {.name = L"Folded", .y = 4560, .width = 3600, .shortcuts = inside, .folded = true},
+         {.name = L"Tile", .y = 5100, .shortcuts = inside, .shrunk = true},
+         {.name = L"Tile two", .x = 960, .y = 5100, .note = "a note\r\n", .shrunk = true},
+         {.name = L"Note", .y = 6200, .height = 1500, .note = "www.example.org\r\nwords\r\n"},
+         {.name = L"Folder", .y = 7900, .height = 1500, .folder = folder().file(L"Shown")}});
 
   startBar();
   const DWORD length = given("VARNOWICK_MINUTES", kMinutes) * 60'000;

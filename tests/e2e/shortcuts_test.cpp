@@ -45,7 +45,7 @@ TEST_F(MainShortcuts, DraggedIntoAContainerAndPastedFromItsMenu) {
         {{.name = L"Tools"}});
   Bar bar = startBar();
   bar.expand();
-  const RECT tools = bar.accessible().waitFor(L"Tools", ROLE_SYSTEM_GROUPING).rect;
+  const RECT tools = bar.box(L"Tools");
   expectSaved([&] { mouse::drag(placeOf(bar, L"Moves"), centreOf(tools)); });
   EXPECT_EQ(savedShortcut(file(0), "Moves")["[LinkPath]"], ansi(target));
   EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
@@ -77,11 +77,11 @@ TEST_F(MainShortcuts, DroppedOnAnotherOneOpensWithTheOther) {
     mouse::release();
   };
   dragOver();
-  const DialogWindow question = dialog(kTitle);
+  const DialogWindow question = message();
   EXPECT_EQ(question.text(), L"Open: Doc with: Probe?");
   question.press(IDNO);
   dragOver();
-  dialog(kTitle).press(IDYES);
+  message().press(IDYES);
   const Launch launch = waitForLaunch(probe);
   EXPECT_TRUE(launch.commandLine.ends_with(L" \"" + document + L"\""))
       << toUtf8(launch.commandLine);
@@ -117,19 +117,6 @@ TEST_F(MainShortcuts, ADragThatEndsNowhereChangesNothingAndHoldsNothingUp) {
   EXPECT_EQ(folder().state(), before);
 }
 
-TEST_F(MainShortcuts, DroppedOnTheEdgeOfAnotherItGoesInBesideIt) {
-  write(SettingsFile()
-            .add({.caption = L"A", .path = L"C:\\a.txt", .x = 120, .y = 120})
-            .add({.caption = L"B", .path = L"C:\\b.txt", .x = 1440, .y = 120}));
-  Bar bar = startBar();
-  bar.expand();
-  const RECT a = bar.accessible().waitFor(L"A").rect;
-  expectSaved([&] { mouse::drag(placeOf(bar, L"B"), {a.left + 8, a.top + 20}); });
-  EXPECT_EQ(savedShortcut(recovery(), "A")["[LinkX]"], number(1440));
-  EXPECT_EQ(savedShortcut(recovery(), "B")["[LinkX]"], number(120));
-  EXPECT_FALSE(anyDialog(program().process()).open());
-}
-
 SettingsFile threeShortcuts() {
   SettingsFile settings;
   for (int i = 0; i < 3; ++i)
@@ -147,7 +134,7 @@ TEST_F(ShortcutsTest, DeletingAsksOnceForAll) {
   const DataFiles before = folder().state();
   keyboard::chord({VK_CONTROL, 'A'});
   keyboard::press(VK_DELETE);
-  const DialogWindow question = dialog(kTitle);
+  const DialogWindow question = message();
   EXPECT_EQ(
       question.text(),
       L"Remove Selected Shortcuts?\r\n\r\nA\r\nB\r\nC\r\n\r\n3 shortcuts. No file is deleted.");
@@ -157,16 +144,7 @@ TEST_F(ShortcutsTest, DeletingAsksOnceForAll) {
   bar.focus();
   keyboard::chord({VK_CONTROL, 'A'});
   keyboard::press(VK_DELETE);
-  expectSaved([&] { dialog(kTitle).press(IDYES); });
-  EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
-}
-
-TEST_F(ShortcutsTest, WithoutConfirmationDeletingDoesNotAsk) {
-  write(threeShortcuts().set("[ConfirmDelete]", "0"));
-  Bar bar = startBar();
-  bar.focus();
-  keyboard::chord({VK_CONTROL, 'A'});
-  expectSaved([] { keyboard::press(VK_DELETE); });
+  expectSaved([&] { message().press(IDYES); });
   EXPECT_EQ(countSavedShortcuts(recovery()), 0U);
 }
 
@@ -175,7 +153,7 @@ TEST_F(ShortcutsTest, LockedNothingIsMovedDeletedOrAdded) {
   Bar bar = startBar();
   const DataFiles before = folder().state();
   const auto answerMessage = [&] {
-    const DialogWindow told = dialog(kTitle);
+    const DialogWindow told = message();
     EXPECT_EQ(told.text(), L"Editing is locked. Unlock it (Ctrl+L) to change the workspace.");
     told.press(IDOK);
   };
@@ -244,24 +222,6 @@ TEST_F(MainShortcuts, AWebAddressIsTypedAndFindsAFreePlace) {
   EXPECT_FALSE(IntersectRect(&common, &first, &second)) << first << " and " << second;
 }
 
-TEST_F(ShortcutsTest, TheMainPanelTakesThreeHundredAndFiftyAndSaysSo) {
-  SettingsFile settings;
-  for (int i = 0; i < 349; ++i)
-    settings.add(
-        {.caption = std::to_wstring(i), .path = L"C:\\none.exe", .x = 120, .y = 12'000 + 120 * i});
-  write(settings);
-  Bar bar = startBar();
-  bar.focus();
-  putOnClipboard(offerText(L"http://one.example/ and http://two.example/"));
-  keyboard::chord({VK_CONTROL, 'V'});
-  const DialogWindow told = dialog(kTitle);
-  EXPECT_EQ(told.text(),
-            L"There's a limit of 350 shortcuts in the workspace. Please use containers instead.");
-  told.press(IDOK);
-  EXPECT_EQ(countSavedShortcuts(recovery()), 350U);
-  EXPECT_FALSE(savedShortcut(recovery(), "one.example").empty());
-}
-
 using KeyboardTest = ShortcutsTest;
 
 TEST_F(KeyboardTest, ReachesStartsAndEditsAShortcutInAContainer) {
@@ -281,55 +241,9 @@ TEST_F(KeyboardTest, ReachesStartsAndEditsAShortcutInAContainer) {
   require(L"the menu's window", [] { return FindWindowW(L"#32768", nullptr) != nullptr; });
   keyboard::type(L"p");
   dialog(L"Shortcut properties").press(IDCANCEL);
-  require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
+  bar.waitUntilInFront();
   keyboard::press(VK_RETURN);
   waitForLaunch(probe);
-}
-
-TEST_F(KeyboardTest, TheGlobalHotkeyBringsUpTheBar) {
-  const struct {
-    const char* modifiers;
-    std::initializer_list<WORD> keys;
-  } rows[] = {{" 3", {VK_CONTROL, VK_MENU, 'J'}}, {" 8", {VK_LWIN, 'J'}}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.modifiers);
-    write(SettingsFile()
-              .set("[GlobalHotkey]", "1")
-              .set("[GlobalHotkeyChar]", "J")
-              .set("[GlobalHotkeyMod]", row.modifiers));
-    Bar bar = startBar();
-    keyboard::chord(row.keys);
-    require(L"the bar to come out", [&] { return bar.isOut(); });
-    require(L"the bar to come to the front", [&] { return GetForegroundWindow() == bar.window(); });
-    closeProgram();
-  }
-}
-
-TEST_F(KeyboardTest, AHotkeyTakenByAnotherProgramStaysInTheFile) {
-  ASSERT_TRUE(RegisterHotKey(nullptr, 1, MOD_CONTROL | MOD_ALT, 'J'));
-  write(SettingsFile()
-            .set("[GlobalHotkey]", "1")
-            .set("[GlobalHotkeyChar]", "J")
-            .set("[GlobalHotkeyMod]", " 3"));
-  const DataFiles before = folder().state();
-  Bar bar = startBar();
-  bar.expand();
-  bar.leave();
-  closeProgram();
-  UnregisterHotKey(nullptr, 1);
-  EXPECT_EQ(folder().state(), before);
-}
-
-// Their icons cannot be had, and asking for them may take long.
-TEST_F(KeyboardTest, TargetsThatCannotBeReachedKeepNobodyWaiting) {
-  const std::wstring dead = L"\\\\no-such-host-xyz\\share\\a.exe";
-  write(SettingsFile()
-            .add({.caption = L"Dead", .path = dead, .y = 3600})
-            .add({.caption = L"Gone", .path = L"C:\\gone\\a.exe"}));
-  Bar bar = startBar();
-  bar.focus();
-  expectSaved([] { keyboard::chord({VK_CONTROL, 'L'}); });
-  EXPECT_TRUE(bar.accessible().waitFor(L"Dead").shown());
 }
 
 }  // namespace

@@ -9,10 +9,7 @@ namespace {
 class UndoTest : public ProgramTest {
  protected:
   void write(SettingsFile settings, const std::vector<ContainerRow>& containers) {
-    folder().write(L"Varnowick.ini",
-                   settings.set("[AutoExpand]", "0").set("[ConfirmDelete]", "0").bytes());
-    for (std::size_t i = 0; i < containers.size(); ++i)
-      folder().write(L"Containers\\" + std::to_wstring(i) + L".con", containerFile(containers[i]));
+    ProgramTest::write(settings.set("[AutoExpand]", "0").set("[ConfirmDelete]", "0"), containers);
   }
   static ContainerRow tools(const std::string& detached = {}) {
     return {.name = L"Tools",
@@ -30,8 +27,7 @@ TEST_F(MainUndo, ManyStepsAndADeletionComeBackByteForByte) {
   bar.focus();
   for (int i = 0; i < 2; ++i) expectSaved([] { keyboard::chord({VK_CONTROL, 'L'}); });
   const DataFiles before = folder().state();
-  const RECT box = bar.accessible().waitFor(L"Tools", ROLE_SYSTEM_GROUPING).rect;
-  const POINT title{box.left + toPixels(300), box.top + toPixels(175)};
+  const POINT title = bar.onTitle(L"Tools");
   expectSaved([&] { mouse::drag(title, {title.x + toPixels(120), title.y + toPixels(480)}); });
   const POINT loose = centreOf(bar.accessible().waitFor(L"Loose").rect);
   expectSaved([&] { mouse::drag(loose, {loose.x, loose.y + toPixels(360)}); });
@@ -85,21 +81,6 @@ TEST_F(MainUndo, WorksAcrossWindows) {
   const AccessibleItem line = bar.accessible().waitFor(L"Removed \"Inside\" \x00B7 Undo");
   expectSaved([&] { bar.accessible().doDefaultAction(line); });
   EXPECT_TRUE(window.accessible().find(L"Inside"));
-  closeProgram();
-}
-
-TEST_F(UndoTest, WhatIsFoldedAwayIsNotDeleted) {
-  write(SettingsFile(), {tools()});
-  Bar bar = startBar();
-  bar.focus();
-  const POINT inside = centreOf(bar.accessible().waitFor(L"Inside").rect);
-  keyboard::down(VK_CONTROL);
-  mouse::click(inside);
-  keyboard::up(VK_CONTROL);
-  expectSaved([] { keyboard::chord({VK_CONTROL, VK_F2}); });
-  keyboard::press(VK_DELETE);
-  expectSaved([] { keyboard::chord({VK_CONTROL, VK_F2}); });
-  EXPECT_EQ(countSavedShortcuts(folder().read(L"Containers\\0.con")), 1U);
   closeProgram();
 }
 

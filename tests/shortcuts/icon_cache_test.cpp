@@ -109,8 +109,9 @@ TEST_F(IconCacheTest, DamageEmptiesTheCache) {
     bent[i] = static_cast<char>(bent[i] ^ 4);
     EXPECT_FALSE(decodeIconIndex(bent, codec));
   }
-  // Well-formed, and yet leading two places to one file or one place to two.
-  for (const IconEntry& second : {IconEntry{{L"b", 16, 0}, 1}, IconEntry{{L"a", 16, 0}, 2}})
+  // Well-formed, and yet leading two places to one file, one place to two, or to no size.
+  for (const IconEntry& second : {IconEntry{{L"b", 16, 0}, 1}, IconEntry{{L"a", 16, 0}, 2},
+                                  IconEntry{{L"b", 0, 0}, 2}, IconEntry{{L"b", 1025, 0}, 2}})
     EXPECT_FALSE(decodeIconIndex(encodeIconIndex({{{L"a", 16, 0}, 1}, second}, codec), codec));
 
   files.contents[kIndex] = whole.substr(1);

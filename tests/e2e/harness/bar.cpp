@@ -41,6 +41,15 @@ RECT Bar::rect() const { return rectOf(window_); }
 
 RECT Bar::seen() const { return visiblePart(window_); }
 
+RECT Bar::box(const std::wstring& name) const {
+  return accessible().waitFor(name, ROLE_SYSTEM_GROUPING).rect;
+}
+
+POINT Bar::onTitle(const std::wstring& name) const {
+  const RECT r = box(name);
+  return {r.left + toPixels(300), r.top + toPixels(175)};
+}
+
 bool Bar::isOut() const {
   const RECT seen = visiblePart(window_);
   const int strip = toPixels(40) + 1;
@@ -88,6 +97,10 @@ void Bar::focus() {
   require(L"the bar to be reachable with the mouse",
           [&] { return WindowFromPoint(at) == window_; });
   mouse::click(at);
+  waitUntilInFront();
+}
+
+void Bar::waitUntilInFront() const {
   require(L"the bar to come to the front", [&] { return GetForegroundWindow() == window_; });
 }
 

@@ -25,12 +25,17 @@ class Bar {
   RECT seen() const;
   AccessibleWindow accessible() const { return AccessibleWindow(window_); }
 
+  // The container of that name, and where its title is taken hold of.
+  RECT box(const std::wstring& name) const;
+  POINT onTitle(const std::wstring& name) const;
+
   // True when more of it can be seen than the strip.
   bool isOut() const;
   // Rests the mouse on the visible strip and waits until the bar has come out.
   void expand();
   // Takes the mouse away and waits until the bar has gone back.
   void leave();
+  void waitUntilInFront() const;
   // Expands when needed and clicks an empty place, so that keys go to the bar.
   // The lower part of the panel has to be empty.
   void focus();

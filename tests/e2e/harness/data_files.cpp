@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "tests/e2e/harness/waiting.h"
+#include "tests/support/golden_files.h"
 
 namespace varnowick::e2e {
 namespace {
@@ -41,66 +42,6 @@ std::string shortcutRecord(const ShortcutRow& s, bool inContainer) {
   return record;
 }
 
-std::vector<std::pair<std::string, std::string>> initialRows() {
-  return {{"[Hidden]", "1"},
-          {"[WindowState]", " 0"},
-          {"[X]", number(kCollapsedLeft)},
-          {"[Y]", number(kBarTop)},
-          {"[W]", number(kBarWidth)},
-          {"[H]", number(kBarHeight)},
-          {"[Align]", "1"},
-          {"[ConfirmDelete]", "1"},
-          {"[AutoExpand]", "0"},
-          {"[AutoExpandDelay]", " 1"},
-          {"[AutoShrink]", "0"},
-          {"[GlobalHotkey]", "0"},
-          {"[GlobalHotkeyChar]", "S"},
-          {"[GlobalHotkeyMod]", " 8"},
-          {"[GlobalHotkeyDetached]", "0"},
-          {"[FloatingToolbar]", "0"},
-          {"[ExtractURLs]", "1"},
-          {"[FoldOnClick]", "1"},
-          {"[Translucent]", "0"},
-          {"[Animate]", "0"},
-          {"[VisibleBorderCollapsed]", "1"},
-          {"[Undock Immediately]", "0"},
-          {"[Taskbar]", "0"},
-          {"[Buttons]", "Vista"},
-          {"[Font Size]", " 10"},
-          {"[Font Name]", "Verdana"},
-          {"[Large Icon Size]", " 32"},
-          {"[LOCKED]", "0"},
-          {"[Background]", " 3549730"},
-          {"[Gradient]", "1"},
-          {"[PictureBorder]", " 7232070"},
-          {"[ContainerFor]", " 4798005"},
-          {"[ContainerLabel]", " 7493694"},
-          {"[DockingColor]", " 14721871"},
-          {"[ContainerTextBack]", " 13169919"},
-          {"[ContainerTextFor]", " 1323580"},
-          {"[Foreground]", " 16183531"},
-          {"[Wallpaper]", ""},
-          {"[Stretch]", "0"},
-          {"[ShowTime]", "0"},
-          {"[CheckForUpdatesOnStartup]", "0"},
-          {"[DragToDetach]", "1"},
-          {"[ShowTags]", "1"},
-          {"[ShowTrayIcon]", "0"},
-          {"[Dbl-Click]", "0"},
-          {"[ConfirmStartAllShortcuts]", "1"},
-          {"[RSSOpenDirectlyOnSite]", "1"},
-          {"[RSSLoadOnStartup]", "0"},
-          {"[RSSHighlight]", "0"},
-          {"[RSSchkFullValue]", " 0"},
-          {"[RSSchkHeadlineValue]", " 1"},
-          {"[RSSViewerOnTop]", " 0"},
-          {"[RSSViewerX]", " 3000"},
-          {"[RSSViewerY]", " 1500"},
-          {"[RSSViewerW]", " 9000"},
-          {"[RSSViewerH]", " 7500"},
-          {"[RSSUseProxy]", "0"}};
-}
-
 }  // namespace
 
 std::string number(int value) { return (value < 0 ? "" : " ") + std::to_string(value); }
@@ -116,7 +57,10 @@ std::string ansi(const std::wstring& text) {
   return bytes;
 }
 
-SettingsFile::SettingsFile() : rows_(initialRows()) {}
+SettingsFile::SettingsFile() {
+  for (const GoldenSetting& row : goldenSettings())
+    if (row.usual != nullptr) rows_.emplace_back(row.key, row.usual);
+}
 
 SettingsFile& SettingsFile::set(const std::string& key, const std::string& value) {
   const auto row =

@@ -13,7 +13,6 @@
 namespace varnowick::e2e {
 
 inline constexpr const wchar_t* kMainClass = L"VarnowickMain";
-inline constexpr const wchar_t* kSplashClass = L"VarnowickSplash";
 inline constexpr const wchar_t* kTitle = L"Varnowick";
 
 class RunningProgram {

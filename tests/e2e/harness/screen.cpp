@@ -22,9 +22,12 @@ RECT rectOf(HWND window) {
   return rect;
 }
 
-COLORREF pixelAt(POINT at) {
-  const WindowDc screen(nullptr);
-  return GetPixel(screen.get(), at.x, at.y);
+int opacityOf(HWND window) {
+  COLORREF key = 0;
+  BYTE alpha = 0;
+  DWORD flags = 0;
+  if (!GetLayeredWindowAttributes(window, &key, &alpha, &flags)) failWithLastError(L"the opacity");
+  return (flags & LWA_ALPHA) != 0 ? alpha : 255;
 }
 
 std::set<COLORREF> coloursIn(const RECT& rect) {

@@ -15,7 +15,8 @@ int toPixels(double twips);
 double toTwips(int pixels);
 
 RECT rectOf(HWND window);
-COLORREF pixelAt(POINT at);
+// Of a layered window, 255 where it has none of its own.
+int opacityOf(HWND window);
 // The different colours in that part of the screen, of every third pixel.
 std::set<COLORREF> coloursIn(const RECT& rect);
 

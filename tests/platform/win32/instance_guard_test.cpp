@@ -28,32 +28,5 @@ TEST(InstanceGuard, SpellingsOfAFolderAreOneFolder) {
   EXPECT_EQ(instanceName(later), before);
 }
 
-TEST(InstanceGuard, OneAtATimeForEachFolder) {
-  const TempFolder folder;
-  {
-    const InstanceGuard first(folder.path());
-    EXPECT_TRUE(first.first());
-    EXPECT_FALSE(InstanceGuard(folder.path()).first());
-    EXPECT_TRUE(InstanceGuard(folder / L"other").first());
-  }
-  EXPECT_TRUE(InstanceGuard(folder.path()).first()) << "after the first one has ended";
-}
-
-TEST(InstanceGuard, FindsTheWindowOfItsOwnFolder) {
-  const TempFolder folder;
-  const InstanceGuard first(folder.path());
-  const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
-                                      nullptr, nullptr);
-  ASSERT_NE(window, nullptr);
-  EXPECT_FALSE(InstanceGuard(folder.path()).bringFirstForward(0)) << "not announced yet";
-  first.announceWindow(window);
-  EXPECT_FALSE(InstanceGuard(folder / L"other").bringFirstForward(0));
-  EXPECT_TRUE(InstanceGuard(folder.path()).bringFirstForward(0));
-  MSG message{};
-  EXPECT_TRUE(PeekMessageW(&message, window, InstanceGuard::message(), InstanceGuard::message(),
-                           PM_REMOVE));
-  DestroyWindow(window);
-}
-
 }  // namespace
 }  // namespace varnowick

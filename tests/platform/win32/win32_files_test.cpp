@@ -66,25 +66,6 @@ TEST(Win32Files, FailuresSayWhyAndChangeNothing) {
   EXPECT_EQ(files.read(path).bytes, "kept");
 }
 
-TEST(Win32Files, StatusOfErrorCodes) {
-  const struct {
-    DWORD code;
-    Kind kind;
-  } rows[] = {{ERROR_SUCCESS, Kind::Ok},
-              {ERROR_PATH_NOT_FOUND, Kind::NotFound},
-              {ERROR_SHARING_VIOLATION, Kind::Denied},
-              {ERROR_WRITE_PROTECT, Kind::Denied},
-              {ERROR_DISK_FULL, Kind::DiskFull},
-              {ERROR_HANDLE_DISK_FULL, Kind::DiskFull},
-              {ERROR_CRC, Kind::Other},
-              {0x2FFFFFFF, Kind::Other}};  // the system has no text for this one
-  for (const auto& row : rows) {
-    const FileStatus status = fileStatusOf(row.code);
-    EXPECT_EQ(status.kind, row.kind) << row.code;
-    EXPECT_EQ(status.reason.empty(), row.kind == Kind::Ok) << row.code;
-  }
-}
-
 TEST(Win32Files, RenameReplacesAndRemoveForgives) {
   const TempFolder folder;
   Win32Files files;

@@ -49,6 +49,11 @@ TEST(ToolbarScene, EveryButtonCanBeHitAloneInBothDirections) {
     for (const NodeId node : scene.visibleNodes()) {
       const TwipsRect r = scene.windowRect(node);
       EXPECT_EQ(r.intersect({{}, {}, size.width, size.height}), r);
+      // As far from one side as from the other.
+      if (column ? r.left > Twips{} : r.top > Twips{}) {
+        EXPECT_EQ(column ? r.left + r.right() : r.top + r.bottom(),
+                  column ? size.width : size.height);
+      }
     }
   }
 }

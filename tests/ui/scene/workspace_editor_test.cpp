@@ -162,7 +162,7 @@ TEST_F(WorkspaceEditorTest, WhatIsDraggedFollowsFromWhatWasPressed) {
   }
 }
 
-TEST_F(WorkspaceEditorTest, BordersAreTakenHoldOfNearTheirLine) {
+TEST_F(WorkspaceEditorTest, BordersAreTakenHoldOfAndDraggedInTheGrid) {
   const PictureSlot picture =
       document.workspace.pictures.add({L"C:\\p.png", picBack, {{2040}, {1560}, {900}, {600}}});
   view.updatePicture(picture);
@@ -171,84 +171,77 @@ TEST_F(WorkspaceEditorTest, BordersAreTakenHoldOfNearTheirLine) {
     NodeId node;
     float x, y;  // from the corner of its box
     const char* edges;
-  } rows[] = {{title, 74, 1500, "l"},    {title, 75, 1500, ""},
-              {title, 4125, 1500, "r"},  {title, 4124, 1500, ""},
-              {title, 2000, 2925, "b"},  {title, 2000, 2924, ""},
-              {title, 2000, 10, ""},     {title, 10, 10, "l"},
-              {title, 10, 2820, "lb"},   {title, 10, 2819, "l"},
-              {title, 179, 2990, "lb"},  {title, 180, 2990, "b"},
-              {title, 4020, 2990, "rb"}, {title, 4019, 2990, "b"},
-              {title, 4201, 1500, ""},   {sea, 450, 74, "t"},
-              {sea, 450, 75, ""},        {sea, 179, 10, "lt"},
-              {sea, 180, 10, "t"},       {sea, 720, 10, "tr"},
-              {sea, 719, 10, "t"},       {sea, 10, 10, "lt"},
-              {sea, 10, 420, "lb"},      {sea, 10, 419, "l"},
-              {sea, 890, 590, "rb"},     {shortcutNode(inside), 10, 10, ""}};
+    Point<Twips> by{};
+    bool align = true, free = false;
+    const char* becomes = nullptr;
+  } rows[] = {{title, 74, 1500, "l"},
+              {title, 75, 1500, ""},
+              {title, 4125, 1500, "r"},
+              {title, 4124, 1500, ""},
+              {title, 2000, 2925, "b"},
+              {title, 2000, 2924, ""},
+              {title, 2000, 10, ""},
+              {title, 10, 10, "l"},
+              {title, 10, 2820, "lb"},
+              {title, 10, 2819, "l"},
+              {title, 179, 2990, "lb"},
+              {title, 180, 2990, "b"},
+              {title, 4020, 2990, "rb"},
+              {title, 4019, 2990, "b"},
+              {title, 4201, 1500, ""},
+              {sea, 450, 75, ""},
+              {sea, 180, 10, "t"},
+              {sea, 720, 10, "tr"},
+              {sea, 10, 420, "lb"},
+              {shortcutNode(inside), 10, 10, ""},
+              {title, 4190, 1500, "r", point(130, 500), true, false, "0,3000 4320x3000"},
+              {title, 4190, 1500, "r", point(130, 500), false, false, "0,3000 4330x3000"},
+              {title, 10, 2990, "lb", point(130, 500), true, false, "120,3000 4080x3480"},
+              {title, 2000, 2990, "b", point(0, 0), true, false, "0,3000 4200x3000"},
+              // A picture keeps its shape.
+              {sea, 890, 590, "rb", point(300, 10), true, false, "2040,1560 1200x800"},
+              {sea, 890, 590, "rb", point(300, 10), true, true, "2040,1560 1200x600"},
+              {sea, 179, 10, "lt", point(-290, 10), false, false, "1750,1366.67 1190x793.333"},
+              {sea, 10, 419, "l", point(290, 0), false, false, "2330,1560 610x600"},
+              {sea, 450, 74, "t", point(0, 5000), false, false, "2040,1920 900x240"}};
   for (const auto& row : rows) {
-    const NodeId whole = row.node == title ? containerNode(box) : row.node;
+    SCOPED_TRACE(&row - rows);
+    const bool isBox = row.node == title;
+    const NodeId whole = isBox ? containerNode(box) : row.node;
     const TwipsRect r = view.scene().windowRect(whole);
     const Point<Twips> at{r.left + Twips{row.x}, r.top + Twips{row.y}};
     const Edges e = editor.borderAt(row.node, at);
     const std::string edges = std::string(e.left ? "l" : "") + (e.top ? "t" : "") +
                               (e.right ? "r" : "") + (e.bottom ? "b" : "");
-    EXPECT_EQ(edges, row.edges) << row.x << ' ' << row.y;
+    EXPECT_EQ(edges, row.edges);
     EXPECT_EQ(editor.dragFrom(row.node, at) == GestureKind::Resize, !edges.empty());
-  }
-  document.workspace.containers[box].folded = true;
-  EXPECT_EQ(editor.borderAt(title, point(10, 3460)), Edges{}) << "a title has no size";
-}
-
-TEST_F(WorkspaceEditorTest, SizingKeepsToTheGridAndPicturesKeepTheirShape) {
-  const PictureSlot picture =
-      document.workspace.pictures.add({L"C:\\p.png", picBack, {{2040}, {1560}, {900}, {600}}});
-  view.updatePicture(picture);
-  const NodeId title = containerPart(ControlKind::ContainerLabel, box), sea = pictureNode(picture);
-  const struct {
-    NodeId node;
-    float x, y;  // from the corner of its box
-    Point<Twips> by;
-    bool align, free;
-    const char* becomes;
-  } rows[] = {{title, 4190, 1500, point(130, 500), true, false, "0,3000 4320x3000"},
-              {title, 4190, 1500, point(130, 500), false, false, "0,3000 4330x3000"},
-              {title, 10, 2990, point(130, 500), true, false, "120,3000 4080x3480"},
-              {title, 2000, 2990, point(0, 0), true, false, "0,3000 4200x3000"},
-              {sea, 890, 590, point(300, 10), true, false, "2040,1560 1200x800"},
-              {sea, 890, 590, point(300, 10), true, true, "2040,1560 1200x600"},
-              {sea, 10, 10, point(-290, 10), false, false, "1750,1366.67 1190x793.333"},
-              {sea, 10, 300, point(290, 0), false, false, "2330,1560 610x600"},
-              {sea, 450, 10, point(0, 5000), false, false, "2040,1920 900x240"}};
-  for (const auto& row : rows) {
-    const bool isBox = row.node == title;
-    const NodeId whole = isBox ? containerNode(box) : row.node;
-    const auto now = [&] {
-      return text(isBox ? document.workspace.containers[box].rect
-                        : document.workspace.pictures[picture].rect);
+    if (row.becomes == nullptr) continue;
+    const auto rect = [&] {
+      return isBox ? document.workspace.containers[box].rect
+                   : document.workspace.pictures[picture].rect;
     };
-    const std::string before = now();
-    const TwipsRect r = view.scene().windowRect(whole);
+    const std::string before = text(rect());
     document.settings.align = row.align;
     for (const bool cancelled : {true, false}) {
-      editor.beginResize(row.node, {r.left + Twips{row.x}, r.top + Twips{row.y}});
+      editor.beginResize(row.node, at);
       editor.resize(point(90, -90), row.free);
       editor.resize(row.by, row.free);
-      EXPECT_EQ(now(), row.becomes);
-      EXPECT_EQ(view.scene().find(whole)->rect.size(),
-                (isBox ? document.workspace.containers[box].rect
-                       : document.workspace.pictures[picture].rect)
-                    .size());
+      EXPECT_EQ(text(rect()), row.becomes);
+      EXPECT_EQ(view.scene().find(whole)->rect.size(), rect().size());
       if (cancelled) {
         editor.cancelResize();
-        EXPECT_EQ(now(), before);
+        EXPECT_EQ(text(rect()), before);
       } else {
-        EXPECT_EQ(editor.endResize(), now() != before);
+        EXPECT_EQ(editor.endResize(), before != row.becomes);
       }
       EXPECT_FALSE(editor.endResize());
     }
     if (document.history.undoName() != nullptr) document.history.undo(document.workspace);
-    EXPECT_EQ(now(), before);
+    EXPECT_EQ(text(rect()), before);
     view.build({});
   }
+  document.workspace.containers[box].folded = true;
+  EXPECT_EQ(editor.borderAt(title, point(10, 3460)), Edges{}) << "a title has no size";
 }
 
 // Dragged along a row of shortcuts: what is marked, and so what a drop would do.
@@ -309,6 +302,15 @@ TEST_F(WorkspaceEditorTest, ADragMarksWhereItWouldGoIn) {
   editor.cancelDrag();
   EXPECT_EQ(place(shortcutNode(third)), "3000,570 1320x845");
   EXPECT_EQ(document.history.undoName(), nullptr);
+  // Where the mark stands is where it goes in.
+  press(third);
+  editor.beginDrag();
+  editor.drag(point(-2400, 0));
+  editor.markDrop(point(460, 900));
+  editor.markDrop(point(130, 900));
+  editor.drop(point(-2400, 0), point(130, 900));
+  EXPECT_EQ(record(third).position, point(120, 120));
+  EXPECT_GT(record(first).position.x, record(third).position.x);
   press(second, true);
   editor.beginDrag();
   EXPECT_TRUE(editor.openWithTarget(point(460, 900)).none()) << "only one opens with another";

@@ -38,11 +38,6 @@ class ToolbarTest : public testing::Test {
     SendMessageW(toolbar_->handle(), WM_LBUTTONDOWN, MK_LBUTTON, middleOf(kind));
     SendMessageW(toolbar_->handle(), WM_LBUTTONUP, 0, middleOf(kind));
   }
-  RECT place() const {
-    RECT r{};
-    GetWindowRect(toolbar_->handle(), &r);
-    return r;
-  }
 
   HWND bar_ = nullptr;
   ImageStore images_{L"C:\\nowhere"};
@@ -51,27 +46,6 @@ class ToolbarTest : public testing::Test {
   std::unique_ptr<frmToolbar> toolbar_;
   frmToolbar::State state_;
 };
-
-TEST_F(ToolbarTest, StandsBesideTheBarWhileItIsOn) {
-  EXPECT_FALSE(toolbar_->shown());
-  toolbar_->update(state_);
-  ASSERT_TRUE(toolbar_->shown());
-  EXPECT_EQ(place().left, 300);
-  EXPECT_EQ(GetForegroundWindow(), bar_) << "showing it takes no focus away";
-  state_.edge = ScreenEdge::Right;
-  state_.bar = {{700}, {0}, {300}, {600}};
-  toolbar_->update(state_);
-  EXPECT_EQ(place().right, 700);
-  state_.bar = {{0}, {0}, {1000}, {600}};
-  toolbar_->update(state_);
-  EXPECT_FALSE(toolbar_->shown()) << "no room";
-  state_.bar = {{700}, {0}, {300}, {600}};
-  toolbar_->update(state_);
-  EXPECT_TRUE(toolbar_->shown());
-  state_.on = false;
-  toolbar_->update(state_);
-  EXPECT_FALSE(toolbar_->shown());
-}
 
 TEST_F(ToolbarTest, ClicksBecomeCommands) {
   toolbar_->update(state_);

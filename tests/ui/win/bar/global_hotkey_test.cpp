@@ -57,15 +57,5 @@ TEST(GlobalHotkey, ATakenOneIsToldOfOnceAndTriedAgain) {
   EXPECT_EQ(told.size(), 1U);
 }
 
-TEST(GlobalHotkey, IsFreeOnceItsOwnerIsGone) {
-  {
-    GlobalHotkey hotkey({});
-    hotkey.apply(settingsFor(L"J"));
-    EXPECT_FALSE(RegisterHotKey(nullptr, 77, 11, 'J'));
-  }
-  EXPECT_TRUE(RegisterHotKey(nullptr, 77, 11, 'J'));
-  UnregisterHotKey(nullptr, 77);
-}
-
 }  // namespace
 }  // namespace varnowick

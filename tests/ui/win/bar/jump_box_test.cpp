@@ -71,22 +71,6 @@ class JumpBoxTest : public testing::Test {
        .key = [this](const KeyDecision& d) { commands_.push_back(d.command); }}};
 };
 
-TEST_F(JumpBoxTest, TypingOpensItAndEnterStartsTheFirst) {
-  EXPECT_FALSE(box_.shown());
-  type(L"te");
-  ASSERT_TRUE(box_.shown());
-  EXPECT_TRUE(IsWindowVisible(box_.list()));
-  EXPECT_EQ(GetFocus(), box_.cboSearch());
-  ASSERT_EQ(rows(), 4);
-  EXPECT_EQ(row(0), L"Terminal");
-  EXPECT_EQ(row(1), L"Text Editor (Work)") << "readers hear where it lies";
-  press(VK_RETURN);
-  EXPECT_EQ(started_, std::vector<int>{1});
-  EXPECT_FALSE(shownWhenStarted_) << "what starts may take the focus";
-  EXPECT_EQ(GetFocus(), parent_);
-  EXPECT_FALSE(box_.hasText()) << "the next time begins empty";
-}
-
 TEST_F(JumpBoxTest, ArrowsAndBlanksWalkThroughTheMatches) {
   type(L"te");
   press(VK_SPACE);
@@ -106,20 +90,6 @@ TEST_F(JumpBoxTest, ArrowsAndBlanksWalkThroughTheMatches) {
   EXPECT_TRUE(box_.apply({.action = KeyAction::JumpPrevious}));
   press(VK_RETURN);
   EXPECT_EQ(started_, std::vector<int>{1});
-}
-
-TEST_F(JumpBoxTest, EscapeClearsThenCloses) {
-  type(L"te");
-  press(VK_ESCAPE);
-  EXPECT_TRUE(box_.shown());
-  EXPECT_FALSE(box_.hasText());
-  EXPECT_EQ(rows(), 0);
-  EXPECT_FALSE(IsWindowVisible(box_.list()));
-  press(VK_RETURN);
-  EXPECT_TRUE(started_.empty()) << "nothing is chosen";
-  press(VK_ESCAPE);
-  EXPECT_FALSE(box_.shown());
-  EXPECT_EQ(GetFocus(), parent_);
 }
 
 TEST_F(JumpBoxTest, AClickStartsAndKeepsTheFocusInTheField) {

@@ -47,17 +47,6 @@ TEST(TrayIcon, IsPutBackWhenTheTaskbarStartsAnew) {
   EXPECT_FALSE(tray.shown()) << "only an icon that is wanted";
 }
 
-TEST(TrayIcon, IsRemovedWithItsOwner) {
-  HWND window = nullptr;
-  {
-    TrayIcon tray({});
-    tray.show(true);
-    window = tray.handle();
-  }
-  EXPECT_FALSE(shellHasIcon(window));
-  EXPECT_FALSE(IsWindow(window));
-}
-
 TEST(TrayIcon, CallsBackForClicksAndMenus) {
   int clicks = 0;
   int menus = 0;

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <ole2.h>
 
-#include <limits>
-
 #include "platform/clock.h"
 #include "tests/fakes/fake_codec.h"
 #include "tests/fakes/fake_msg_box.h"
@@ -118,63 +116,6 @@ class DetachedWindowsTest : public testing::Test {
        .sweepSoon = [] {}}};
 };
 
-TEST_F(DetachedWindowsTest, DetachesAndAttachesOneAndAll) {
-  const ContainerSlot a = add(L"Alpha");
-  const ContainerSlot b = add(L"Beta");
-  record(a).noteVisible = true;
-  windows_.detach({a, b, {77}});
-  EXPECT_THAT(names(), ElementsAre(L"Alpha", L"Beta"));
-  EXPECT_THAT(barChanges_, ElementsAre(a, b));
-  EXPECT_EQ(saves_, 1) << "once for all of them";
-  EXPECT_TRUE(visible(a) && visible(b) && record(a).Detached_Note_Visible);
-  EXPECT_NE(windows_.find(a)->rect().topLeft(), windows_.find(b)->rect().topLeft());
-  windows_.detach({a});
-  EXPECT_EQ(windows_.count(), 2U);
-
-  windows_.attach(a);
-  EXPECT_THAT(names(), ElementsAre(L"Beta"));
-  EXPECT_TRUE(record(a).noteVisible && !record(a).Detached);
-  windows_.attach(a);
-  EXPECT_EQ(saves_, 2);
-  windows_.detach({a});
-  windows_.attachAll();
-  EXPECT_THAT(names(), IsEmpty());
-  EXPECT_FALSE(record(a).Detached || record(b).Detached);
-}
-
-TEST_F(DetachedWindowsTest, LoadsWhateverPlaceAFileHolds) {
-  constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
-  const TwipsRect places[] = {{},
-                              {{kNan}, {0}, {kNan}, {900}},
-                              {{1e9F}, {-1e9F}, {3000}, {2000}},
-                              {{4000}, {3000}, {1e30F}, {2000}},
-                              {{9000}, {3000}, {3000}, {2000}}};
-  std::vector<ContainerSlot> slots;
-  for (const TwipsRect& place : places) {
-    slots.push_back(add(L"Stored"));
-    record(slots.back()).Detached = true;
-    record(slots.back()).detachedRect = place;
-  }
-  const ContainerSlot attached = add(L"On the bar");
-  std::vector<std::wstring> told;
-  windows_.detachLoaded([&](const std::wstring& text) { told.push_back(text); });
-  EXPECT_THAT(told, ElementsAre(L"Detaching Containers... 1", L"Detaching Containers... 2",
-                                L"Detaching Containers... 3", L"Detaching Containers... 4",
-                                L"Detaching Containers... 5"));
-  EXPECT_FALSE(visible(slots[0])) << "not before the bar";
-  windows_.showLoaded();
-  for (const ContainerSlot slot : slots) {
-    ASSERT_TRUE(visible(slot));
-    const TwipsRect r = windows_.find(slot)->rect();
-    const TwipsRect seen = r.intersect({{0}, {0}, {19200}, {12000}});
-    EXPECT_GE(seen.width, 900_tw);
-    EXPECT_GE(seen.height, 350_tw);
-  }
-  EXPECT_EQ(windows_.find(attached), nullptr);
-  EXPECT_EQ(record(slots[4]).detachedRect, places[4]);
-  EXPECT_EQ(saves_, 0);
-}
-
 TEST_F(DetachedWindowsTest, TabsHideShowAndStandBesideEachOther) {
   const ContainerSlot a = add(L"Alpha");
   const ContainerSlot b = add(L"Beta");
@@ -241,25 +182,6 @@ TEST_F(DetachedWindowsTest, IsNotFreedByWhatItsOwnHandlerSetsOff) {
   EXPECT_FALSE(IsWindow(handle));
 }
 
-TEST_F(DetachedWindowsTest, TheSessionMayEndWhileWhatWasTypedIsSaved) {
-  const ContainerSlot a = add(L"Alpha");
-  const ContainerSlot b = add(L"Beta");
-  record(a).noteVisible = true;
-  windows_.detach({a, b});
-  const HWND handle = windows_.find(a)->handle();
-  windows_.find(a)->pane().editNote(a, 0);
-  const HWND frame = FindWindowExW(handle, nullptr, L"VarnowickEditOverlay", nullptr);
-  const HWND control = FindWindowExW(frame, nullptr, L"EDIT", nullptr);
-  SendMessageW(control, WM_CHAR, L'x', 1);
-  whileSaving_ = [this] { windows_.closeAll(); };
-  SendMessageW(control, WM_KEYDOWN, VK_ESCAPE, 1);
-  EXPECT_THAT(names(), IsEmpty());
-  EXPECT_TRUE(IsWindow(handle)) << "its edit box is still at work";
-  EXPECT_EQ(record(a).note, L"x");
-  windows_.sweep();
-  EXPECT_FALSE(IsWindow(handle));
-}
-
 TEST_F(DetachedWindowsTest, OthersMayGoWhileWhatWasTypedIsSaved) {
   const ContainerSlot a = add(L"Alpha");
   const ContainerSlot b = add(L"Beta");
@@ -290,21 +212,6 @@ TEST_F(DetachedWindowsTest, OthersMayGoWhileWhatWasTypedIsSaved) {
   windows_.removed(b);
   EXPECT_THAT(names(), IsEmpty());
   EXPECT_EQ(record(b).note, L"yx");
-}
-
-TEST_F(DetachedWindowsTest, FoldsToItsTitleAndBack) {
-  const ContainerSlot a = add(L"Alpha");
-  windows_.detach({a});
-  const TwipsRect open = windows_.find(a)->rect();
-  const auto fold = [&] {
-    SendMessageW(windows_.find(a)->handle(), kMsgAction,
-                 static_cast<WPARAM>(ControlKind::lblFoldUnfold), a.index);
-  };
-  fold();
-  EXPECT_EQ(windows_.find(a)->rect().height, 345_tw) << "23 pixels";
-  EXPECT_EQ(record(a).detachedRect.height, open.height);
-  fold();
-  EXPECT_EQ(windows_.find(a)->rect(), open);
 }
 
 }  // namespace

@@ -63,30 +63,6 @@ class ContainerLabelTest : public testing::Test {
   std::unique_ptr<frmContainerLabel> tab_;
 };
 
-TEST_F(ContainerLabelTest, StandsWhereItIsPutAndTakesNoFocus) {
-  const HWND before = GetForegroundWindow();
-  EXPECT_FALSE(tab_->shown());
-  for (const int edge : {1, 2, 3, 4}) {
-    const TabPlace at = placeTab({edge, {}, {{2000}, {3000}, {3000}, {3000}}}, kWorks, {});
-    tab_->showAt(at);
-    ASSERT_TRUE(tab_->shown());
-    const bool vertical = edge <= 2;
-    const RECT r = place();
-    EXPECT_EQ(r.right - r.left, vertical ? 15 : 107);
-    EXPECT_EQ(r.bottom - r.top, vertical ? 107 : 12);
-    const LONG border[] = {r.left, 800 - r.right, r.top, 600 - r.bottom};
-    EXPECT_EQ(border[edge - 1], 0);
-    UpdateWindow(tab_->handle());
-  }
-  EXPECT_EQ(GetForegroundWindow(), before);
-  EXPECT_EQ(SendMessageW(tab_->handle(), WM_MOUSEACTIVATE, 0, 0), MA_NOACTIVATE);
-  EXPECT_NE(GetWindowLongW(tab_->handle(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
-  SendMessageW(tab_->handle(), WM_CLOSE, 0, 0);
-  EXPECT_TRUE(tab_->shown());
-  tab_->hide();
-  EXPECT_FALSE(tab_->shown());
-}
-
 TEST_F(ContainerLabelTest, AClickIsPressAndReleaseOnIt) {
   tab_->showAt(dragTab({{0}, {3000}}, kWorks));
   const POINT on{5, 200};

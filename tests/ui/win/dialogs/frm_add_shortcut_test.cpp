@@ -7,25 +7,6 @@ namespace {
 
 using Id = frmAddShortcut::Id;
 
-TEST(AddShortcut, AWebAddressIsProposedAndNamedAfterItsSite) {
-  const DialogDriver driver([](HWND dialog) {
-    EXPECT_EQ(textIn(dialog, Id::kTarget), L"http://proposed.example/");
-    typeIn(dialog, Id::kTarget, L"");
-    clickIn(dialog, IDOK);
-    ASSERT_TRUE(IsWindow(dialog));
-    EXPECT_NE(textIn(dialog, Id::kFault), L"");
-    typeIn(dialog, Id::kTarget, L"www.example.org/a");
-    clickIn(dialog, IDOK);
-  });
-  const auto made =
-      frmAddShortcut(NewShortcutKind::WebUrl, L"http://proposed.example/").ask(nullptr);
-  ASSERT_TRUE(made);
-  EXPECT_EQ(made->Path, L"http://www.example.org/a");
-  EXPECT_EQ(made->FullCaption, L"example.org");
-  EXPECT_EQ(made->ShortcutType, 1);
-  EXPECT_FALSE(made->Command);
-}
-
 TEST(AddShortcut, ACommandWithItsQuestion) {
   const DialogDriver driver([](HWND dialog) {
     typeIn(dialog, Id::kTarget, L"shutdown /s");

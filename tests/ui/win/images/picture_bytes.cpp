@@ -1,6 +1,10 @@
 #include "tests/ui/win/images/picture_bytes.h"
 
+#include <zlib.h>
+
 #include <string_view>
+
+#include "core/png.h"
 
 namespace varnowick {
 
@@ -14,38 +18,6 @@ std::string little(std::uint32_t v, int bytes) {
   std::string out;
   for (int i = 0; i < bytes; ++i) out.push_back(static_cast<char>(v >> (8 * i)));
   return out;
-}
-
-std::uint32_t crc(const std::string& bytes) {
-  std::uint32_t value = 0xFFFFFFFFU;
-  for (const char c : bytes) {
-    value ^= static_cast<unsigned char>(c);
-    for (int i = 0; i < 8; ++i) value = (value >> 1) ^ ((value & 1) != 0 ? 0xEDB88320U : 0U);
-  }
-  return ~value;
-}
-
-std::string chunk(const std::string& type, const std::string& data) {
-  return big(static_cast<std::uint32_t>(data.size())) + type + data + big(crc(type + data));
-}
-
-// Zlib without compression; at most 65535 bytes.
-std::string stored(const std::string& data) {
-  std::uint32_t a = 1;
-  std::uint32_t b = 0;
-  for (const char c : data) {
-    a = (a + static_cast<unsigned char>(c)) % 65521;
-    b = (b + a) % 65521;
-  }
-  const auto size = static_cast<std::uint32_t>(data.size());
-  return std::string("\x78\x01\x01", 3) + little(size, 2) + little(~size, 2) + data +
-         big(b << 16 | a);
-}
-
-std::string pngWith(std::uint32_t width, std::uint32_t height, const std::string& rows) {
-  return "\x89PNG\r\n\x1A\n" +
-         chunk("IHDR", big(width) + big(height) + std::string("\x08\x06\0\0\0", 5)) +
-         chunk("IDAT", stored(rows)) + chunk("IEND", "");
 }
 
 std::string infoHeader(std::uint32_t width, std::uint32_t height, std::uint32_t bits) {
@@ -64,16 +36,19 @@ std::string fromHex(std::string_view digits) {
 }  // namespace
 
 std::string pngBytes(std::uint32_t width, std::uint32_t height, std::uint32_t argb) {
-  std::string rows;
-  for (std::uint32_t y = 0; y < height; ++y) {
-    rows.push_back('\0');
-    for (std::uint32_t x = 0; x < width; ++x) rows += big(argb << 8 | argb >> 24);
-  }
-  return pngWith(width, height, rows);
+  const std::uint32_t alpha = argb >> 24;
+  std::uint32_t premultiplied = alpha << 24;
+  for (int shift = 0; shift < 24; shift += 8)
+    premultiplied |= ((argb >> shift & 0xFF) * alpha + 127) / 255 << shift;
+  return encodePng({static_cast<int>(width), static_cast<int>(height),
+                    std::vector<std::uint32_t>(width * height, premultiplied)});
 }
 
 std::string pngClaiming(std::uint32_t width, std::uint32_t height) {
-  return pngWith(width, height, std::string(64, '\0'));
+  std::string bytes = pngBytes(1, 1, 0);
+  bytes.replace(16, 8, big(width) + big(height));
+  const auto* header = reinterpret_cast<const Bytef*>(bytes.data() + 12);
+  return bytes.replace(29, 4, big(static_cast<std::uint32_t>(crc32(0, header, 17))));
 }
 
 std::string bmpBytes(std::uint32_t width, std::uint32_t height, std::uint32_t rgb) {

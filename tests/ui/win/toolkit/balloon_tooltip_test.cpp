@@ -6,7 +6,6 @@ namespace varnowick {
 namespace {
 
 constexpr NodeId kNode{ControlKind::lblShortcut, 3};
-constexpr NodeId kSilent{ControlKind::picBack, 0};
 
 class BalloonTooltipTest : public testing::Test {
  protected:
@@ -70,16 +69,6 @@ TEST_F(BalloonTooltipTest, StaysAwayAfterAPressUntilTheMouseMoves) {
   SetCursorPos(320, 300);
   tooltip_.hover(kNode);
   EXPECT_TRUE(becomes(true));
-}
-
-TEST_F(BalloonTooltipTest, ANodeWithoutTextHasNone) {
-  tooltip_.hover(kSilent);
-  for (int i = 0; i < 200 && asked_ == 0; ++i) pump();
-  EXPECT_EQ(asked_, 1);
-  EXPECT_FALSE(tooltip_.shown());
-  tooltip_.hover({});
-  for (int i = 0; i < 40; ++i) pump();
-  EXPECT_EQ(asked_, 1);
 }
 
 }  // namespace
