@@ -110,7 +110,6 @@ class frmMain final : public Window, private PaneOwner {
   void showShortcut(ShortcutSlot slot);
   void draggedOut(const std::vector<ContainerSlot>& slots, POINT screen) override;
   void completeMenu(MenuId menu, std::vector<MenuItem>& items) override;
-  void ownRowChosen(int row) override;
 
   // PaneOwner (frm_main_input.cpp, frm_main_actions.cpp, frm_main_containers.cpp)
   LaunchHost& mainWindow() override { return *this; }

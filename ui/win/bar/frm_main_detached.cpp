@@ -9,7 +9,6 @@ namespace varnowick {
 namespace {
 
 // The rows of "A&ttach...", by the slot of the container.
-constexpr int kAttachRow = kOwnRows + 1000;
 
 }  // namespace
 
@@ -85,28 +84,21 @@ DragStop* frmMain::dragStop(HWND window) {
 void frmMain::completeMenu(MenuId, std::vector<MenuItem>& items) {
   // The hotkey collapses the bar as well, and may be a stand-in for the stored one.
   for (MenuItem& item : items)
-    if (item.command == static_cast<int>(Command::mnuDockNow)) item.key = extras_.hotkeyName();
+    if (item.command == Command::mnuDockNow) item.key = extras_.hotkeyName();
   for (std::size_t i = 0; i < items.size(); ++i) {
-    if (items[i].command != static_cast<int>(Command::mnuAttach)) continue;
-    items[i].command = 0;
+    if (items[i].command != Command::mnuAttach) continue;
+    items[i].command = Command::None;
     const int depth = items[i].depth + 1;
     std::vector<MenuItem> rows;
     for (const DetachedWindows::Row& row : detached_.rows())
       rows.push_back({.depth = depth,
-                      .command = kAttachRow + row.slot.index,
-                      .caption = row.lblName.empty() ? L"(no name)" : menuText(row.lblName)});
+                      .caption = row.lblName.empty() ? L"(no name)" : menuText(row.lblName),
+                      .act = [this, slot = row.slot] { detached_.attach(slot); }});
     if (rows.empty())
-      rows.push_back({.depth = depth,
-                      .command = kOwnRows,
-                      .caption = kNoDetachedContainers,
-                      .enabled = false});
+      rows.push_back({.depth = depth, .caption = kNoDetachedContainers, .enabled = false});
     items.insert(items.begin() + static_cast<std::ptrdiff_t>(i) + 1, rows.begin(), rows.end());
     return;
   }
-}
-
-void frmMain::ownRowChosen(int row) {
-  if (row >= kAttachRow) detached_.attach({row - kAttachRow});
 }
 
 void frmMain::startMatch(const JumpTarget& target) {

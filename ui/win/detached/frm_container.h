@@ -148,7 +148,6 @@ class frmContainer final : public Window, private PaneOwner {
   bool runOwn(Command command) override;
   bool ownMenu(NodeId node, POINT screen) override;
   void completeMenu(MenuId menu, std::vector<MenuItem>& items) override;
-  void ownRowChosen(int command) override;
   bool keyDown(Key key) override;
 
   // LaunchHost

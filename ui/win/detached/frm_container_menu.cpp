@@ -9,9 +9,8 @@ namespace varnowick {
 namespace {
 
 // Rows of the container's menu on the bar that the window has its own of.
-bool isReplaced(int command) {
-  return command == static_cast<int>(Command::mnuDetachContainer) ||
-         command == static_cast<int>(Command::mnuConRemove);
+bool isReplaced(Command command) {
+  return command == Command::mnuDetachContainer || command == Command::mnuConRemove;
 }
 
 // Takes the submenu of that caption, and the separator before it, out of the rows.
@@ -70,12 +69,11 @@ void frmContainer::completeMenu(MenuId menu, std::vector<MenuItem>& items) {
     const bool head = row.item == DetachedItem::mnuShowAndHide ||
                       row.item == DetachedItem::mnuTabEdge ||
                       row.item == DetachedItem::mnuStartAllWTag;
-    const int number = row.caption.empty() || head ? 0 : kOwnRows + static_cast<int>(row.item);
     own.push_back({.depth = row.depth,
-                   .command = number,
                    .caption = row.caption,
                    .checked = row.checked,
                    .enabled = row.enabled && row.item != DetachedItem::mnuStartAllWTag});
+    if (!row.caption.empty() && !head) own.back().act = [this, item = row.item] { runItem(item); };
   }
   std::erase_if(items, [](const MenuItem& i) { return isReplaced(i.command); });
   // About what lies in a window that cannot be seen there is nothing to be done.
@@ -86,8 +84,6 @@ void frmContainer::completeMenu(MenuId menu, std::vector<MenuItem>& items) {
   items = std::move(own);
   tidySeparators(items);
 }
-
-void frmContainer::ownRowChosen(int row) { runItem(static_cast<DetachedItem>(row - kOwnRows)); }
 
 void frmContainer::runItem(DetachedItem item) {
   clsContainer* c = record();

@@ -169,21 +169,26 @@ bool FolderContainers::contextMenu(NodeId node, POINT screen) {
   changed(slot, false);
   const bool any = view->selectedCount() > 0 && row >= 0;
   const bool locked = document_.settings.locked;
+  const auto item = [&](RowCommand command, const wchar_t* caption, const wchar_t* key,
+                        bool enabled) {
+    return MenuItem{
+        .caption = caption, .key = key, .enabled = enabled, .act = [this, slot, command] {
+          run(slot, command);
+        }};
+  };
   const std::vector<MenuItem> items = {
-      {0, kOpen, L"&Open", L"Enter", false, any},
-      {0, kOpenFolder, L"Open &folder"},
+      item(kOpen, L"&Open", L"Enter", any),
+      item(kOpenFolder, L"Open &folder", L"", true),
       {},
-      {0, kCut, L"Cu&t", L"Ctrl+X", false, any && !locked},
-      {0, kCopy, L"&Copy", L"Ctrl+C", false, any},
-      {0, kPaste, L"&Paste", L"Ctrl+V", false, !locked && clipboardHasFiles()},
+      item(kCut, L"Cu&t", L"Ctrl+X", any && !locked),
+      item(kCopy, L"&Copy", L"Ctrl+C", any),
+      item(kPaste, L"&Paste", L"Ctrl+V", !locked && clipboardHasFiles()),
       {},
-      {0, kRename, L"Rena&me", L"F2", false, view->selectedCount() == 1 && row >= 0 && !locked},
-      {0, kDelete, L"&Delete", L"Del", false, any && !locked},
+      item(kRename, L"Rena&me", L"F2", view->selectedCount() == 1 && row >= 0 && !locked),
+      item(kDelete, L"&Delete", L"Del", any && !locked),
       {},
-      {0, kSelectAll, L"Select &all", L"Ctrl+A", false, view->count() > 0}};
-  const int chosen = chooseFromMenu(pane->window, modal_, items, screen);
-  // The container may have gone meanwhile.
-  if (chosen != 0 && shown(slot) != nullptr) run(slot, chosen);
+      item(kSelectAll, L"Select &all", L"Ctrl+A", view->count() > 0)};
+  runMenu(pane->window, modal_, items, screen);
   return true;
 }
 

@@ -16,8 +16,6 @@ constexpr UINT_PTR kTimerNote = 1;
 constexpr UINT kRestMilliseconds = 2000;
 constexpr int kTextMargin = 4;  // pixels at 96 dots per inch, as round a note that is shown
 
-enum MenuCommand { kUndo = 1, kRedo, kCut, kCopy, kPaste, kDelete, kSelectAll };
-
 bool controlDown() { return heldModifiers().ctrlAlone(); }
 bool shiftDown() { return heldModifiers().shift; }
 
@@ -285,39 +283,27 @@ void NoteEdit::showMenu(LPARAM point) {
   SetFocus(control());
   const bool some = !selection_.empty();
   const bool all = some && selection_.start() == 0 && selection_.end() == note_.text().size();
-  const int chosen = hooks_.menu(
-      {{0, kUndo, L"&Undo", L"Ctrl+Z", false, note_.canUndo()},
-       {0, kRedo, L"&Redo", L"Ctrl+Y", false, note_.canRedo()},
+  // The session may have ended meanwhile, for one.
+  const auto item = [this](const wchar_t* caption, const wchar_t* key, bool enabled,
+                           const std::function<void()>& act) {
+    return MenuItem{.caption = caption, .key = key, .enabled = enabled, .act = [this, act] {
+                      if (active()) act();
+                    }};
+  };
+  const auto cut = [this] {
+    if (copy()) replaceSelected(L"");
+  };
+  hooks_.menu(
+      {item(L"&Undo", L"Ctrl+Z", note_.canUndo(), [this] { step(Step::Undo); }),
+       item(L"&Redo", L"Ctrl+Y", note_.canRedo(), [this] { step(Step::Redo); }),
        {},
-       {0, kCut, L"Cu&t", L"Ctrl+X", false, some},
-       {0, kCopy, L"&Copy", L"Ctrl+C", false, some},
-       {0, kPaste, L"&Paste", L"Ctrl+V", false, textIsOnClipboard()},
-       {0, kDelete, L"&Delete", L"Del", false, some},
+       item(L"Cu&t", L"Ctrl+X", some, cut),
+       item(L"&Copy", L"Ctrl+C", some, [this] { copy(); }),
+       item(L"&Paste", L"Ctrl+V", textIsOnClipboard(), [this] { paste(); }),
+       item(L"&Delete", L"Del", some, [this] { replaceSelected(L""); }),
        {},
-       {0, kSelectAll, L"Select &all", L"Ctrl+A", false, !note_.text().empty() && !all}},
+       item(L"Select &all", L"Ctrl+A", !note_.text().empty() && !all, [this] { selectAll(); })},
       at);
-  if (!active()) return;  // the session has ended meanwhile, for one
-  switch (chosen) {
-    case kUndo:
-    case kRedo:
-      step(chosen == kUndo ? Step::Undo : Step::Redo);
-      return;
-    case kCut:
-      if (!copy()) return;
-      [[fallthrough]];
-    case kDelete:
-      replaceSelected(L"");
-      return;
-    case kCopy:
-      copy();
-      return;
-    case kPaste:
-      return paste();
-    case kSelectAll:
-      return selectAll();
-    default:
-      return;
-  }
 }
 
 LRESULT NoteEdit::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

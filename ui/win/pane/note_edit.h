@@ -28,7 +28,7 @@ class NoteEdit final : public EditOverlay {
     // meant something.
     std::function<bool(int key)> functionKey{};
     // Shows a menu at a point of the screen and waits. The command chosen, or 0.
-    std::function<int(const std::vector<MenuItem>&, POINT)> menu{};
+    std::function<void(const std::vector<MenuItem>&, POINT)> menu{};
   };
   // Scene and fonts are borrowed and must outlive it.
   NoteEdit(const Scene& scene, GdiFonts& fonts, Hooks hooks)

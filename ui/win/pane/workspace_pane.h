@@ -31,8 +31,6 @@
 
 namespace varnowick {
 
-inline constexpr int kOwnRows = 30'000;
-
 class WorkspacePane;
 
 // The window around a pane. Points are in client pixels unless said otherwise.
@@ -88,10 +86,8 @@ class PaneOwner : public LaunchHost {
   virtual bool runOwn(Command) { return false; }
   // True when the owner has shown a menu of its own for the node.
   virtual bool ownMenu(NodeId, POINT /*screen*/) { return false; }
-  // A menu is about to be shown: the owner may change its rows. Its own ones have
-  // numbers from kOwnRows on, and come back to ownRowChosen.
+  // A menu is about to be shown: the owner may change its rows.
   virtual void completeMenu(MenuId, std::vector<MenuItem>&) {}
-  virtual void ownRowChosen(int /*row*/) {}
   // A key that the pane has no use for. True when it was taken.
   virtual bool keyDown(Key) { return false; }
 };
@@ -244,7 +240,7 @@ class WorkspacePane final : public DragStop {
   void chooseColours();
   void startSelected();
   void editShortcut(ShortcutSlot slot, const std::wstring& error);
-  void addTagMenus(std::vector<MenuItem>& items, std::vector<std::wstring>& tags) const;
+  void addTagMenus(std::vector<MenuItem>& items);
   CurrentThing current() const {
     return currentThing(editor_.selection(), view_.input().focused());
   }

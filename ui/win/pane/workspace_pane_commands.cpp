@@ -14,8 +14,6 @@ namespace {
 
 // Commands of menu rows that the tables do not have: tags, by their place in the
 // list of the container's tags.
-constexpr int kStartTag = 10'000;
-constexpr int kShowTag = 20'000;
 constexpr std::size_t kMostTagRows = 60;
 
 class SystemForeground final : public ForegroundWindow {
@@ -39,38 +37,36 @@ CommandState WorkspacePane::commandState() const {
   return state;
 }
 
-void WorkspacePane::addTagMenus(std::vector<MenuItem>& items,
-                                std::vector<std::wstring>& tags) const {
-  const clsContainer* container = desk_.document.workspace.containers.find(menuContainer_);
+void WorkspacePane::addTagMenus(std::vector<MenuItem>& items) {
+  const ContainerSlot slot = menuContainer_;
+  const clsContainer* container = desk_.document.workspace.containers.find(slot);
   if (container == nullptr || !desk_.settings.showTags) return;
-  tags = allTags(desk_.document.workspace, Panel{menuContainer_});
+  std::vector<std::wstring> tags = allTags(desk_.document.workspace, Panel{slot});
   if (tags.size() > kMostTagRows) tags.resize(kMostTagRows);
   if (tags.empty()) return;
   items.push_back({});
-  items.push_back({.depth = 0, .caption = commandRow(Command::mnuStartAllWTag).caption});
-  for (std::size_t i = 0; i < tags.size(); ++i)
-    items.push_back(
-        {.depth = 1, .command = kStartTag + static_cast<int>(i), .caption = menuText(tags[i])});
-  items.push_back({.depth = 0, .caption = L"S&how tag"});
-  items.push_back({.depth = 1,
-                   .command = kShowTag,
-                   .caption = L"&All",
-                   .checked = container->ShowingTag.empty()});
-  for (std::size_t i = 0; i < tags.size(); ++i)
+  items.push_back({.caption = commandRow(Command::mnuStartAllWTag).caption});
+  for (const std::wstring& tag : tags)
+    items.push_back({.depth = 1, .caption = menuText(tag), .act = [this, tag] {
+                       startMany([&](StartMany& start) { StartByTag(start, tag); });
+                     }});
+  items.push_back({.caption = L"S&how tag"});
+  const auto addFilter = [&](const std::wstring& caption, const std::wstring& tag) {
     items.push_back({.depth = 1,
-                     .command = kShowTag + 1 + static_cast<int>(i),
-                     .caption = menuText(tags[i]),
-                     .checked = sameIgnoringCase(container->ShowingTag, tags[i])});
+                     .caption = caption,
+                     .checked = sameIgnoringCase(container->ShowingTag, tag),
+                     .act = [this, slot, tag] { setTagFilter(slot, tag); }});
+  };
+  addFilter(L"&All", L"");
+  for (const std::wstring& tag : tags) addFilter(menuText(tag), tag);
 }
 
 void WorkspacePane::showMenu(MenuId menu, const MenuPlace& place, ContainerSlot container) {
   if (owner_.busyElsewhere()) return;
   menuContainer_ = container;
   std::vector<MenuItem> items;
-  std::vector<std::wstring> tags;
   for (const ShownMenuRow& row : shownMenu(menu, commandState())) {
-    items.push_back(
-        {row.depth, static_cast<int>(row.command), row.caption, row.key, row.checked, row.enabled});
+    items.push_back({row.depth, row.caption, row.key, row.checked, row.enabled, row.command});
     if (row.command == Command::mnuStartAll)
       items.back().caption = startAllCaption(desk_.document.workspace, menuContainer_);
     const std::wstring* step = row.command == Command::mnuUndo   ? desk_.document.history.undoName()
@@ -78,23 +74,12 @@ void WorkspacePane::showMenu(MenuId menu, const MenuPlace& place, ContainerSlot 
                                                                  : nullptr;
     if (step != nullptr) items.back().caption += L" " + *step;
   }
-  if (menu == MenuId::Container) addTagMenus(items, tags);
+  if (menu == MenuId::Container) addTagMenus(items);
   owner_.completeMenu(menu, items);
   if (items.empty()) return;
   owner_.hovered({}, {});
-  const int chosen = chooseFromMenu(window_, desk_.modal, items, place);
-  if (chosen >= kOwnRows)
-    owner_.ownRowChosen(chosen);
-  else if (chosen > kShowTag)
-    setTagFilter(menuContainer_, tags[static_cast<std::size_t>(chosen - kShowTag - 1)]);
-  else if (chosen == kShowTag)
-    setTagFilter(menuContainer_, L"");
-  else if (chosen >= kStartTag)
-    startMany([&](StartMany& start) {
-      StartByTag(start, tags[static_cast<std::size_t>(chosen - kStartTag)]);
-    });
-  else if (chosen != 0)
-    run(static_cast<Command>(chosen));
+  const Command chosen = runMenu(window_, desk_.modal, items, place);
+  if (chosen != Command::None) run(chosen);
 }
 
 bool WorkspacePane::runHere(Command command) {

@@ -31,7 +31,7 @@ NoteEdit::Hooks WorkspacePane::noteHooks() {
     return PostMessageW(window_, WM_KEYDOWN, static_cast<WPARAM>(key), 0) != FALSE;
   };
   hooks.menu = [this](const std::vector<MenuItem>& items, POINT at) {
-    return chooseFromMenu(window_, desk_.modal, items, at);
+    runMenu(window_, desk_.modal, items, at);
   };
   return hooks;
 }

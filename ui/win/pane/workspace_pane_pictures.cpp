@@ -12,11 +12,7 @@
 #include "ui/win/toolkit/win_events.h"
 
 namespace varnowick {
-namespace {
-
-enum PictureCommand { kOpen = 1, kOpenLocation, kOriginalSize, kRemove, kProperties };
-
-}  // namespace
+namespace {}  // namespace
 
 // The container that the menu is about, or that fills the window; else the main panel.
 Panel WorkspacePane::panelForPicture() const {
@@ -88,26 +84,30 @@ bool WorkspacePane::pictureMenu(NodeId node, POINT screen) {
   view_.invalidate();
   const bool locked = desk_.settings.locked;
   const bool one = currentPicture() == slot;
+  const auto openLocation = [this, slot] {
+    const clsPicture* shown = desk_.document.workspace.pictures.find(slot);
+    if (shown == nullptr) return;
+    clsShortcut file;
+    file.Path = shown->Path;
+    OpenFileLocation(desk_.platform, owner_.mainWindow(), file, false);
+  };
   const std::vector<MenuItem> items = {
-      {0, kOpen, L"&Open", L"Enter"},
-      {0, kOpenLocation, L"Open file &location"},
+      {.caption = L"&Open", .key = L"Enter", .act = [this, slot] { openPicture(slot); }},
+      {.caption = L"Open file &location", .act = openLocation},
       {},
-      {0, kOriginalSize, L"Ori&ginal size", L"", false, one && !locked},
-      {0, kRemove, L"&Delete", L"Del", false, !locked},
+      {.caption = L"Ori&ginal size",
+       .enabled = one && !locked,
+       .act = [this, slot] { showInOriginalSize(slot); }},
+      {.caption = L"&Delete",
+       .key = L"Del",
+       .enabled = !locked,
+       .act = [this] { deleteSelected(); }},
       {},
-      {0, kProperties, L"&Properties", L"F2", false, one && !locked}};
+      {.caption = L"&Properties", .key = L"F2", .enabled = one && !locked, .act = [this, slot] {
+         editPicture(slot, L"");
+       }}};
   owner_.hovered({}, {});
-  const int chosen = chooseFromMenu(window_, desk_.modal, items, screen);
-  // It may have gone meanwhile.
-  picture = desk_.document.workspace.pictures.find(slot);
-  if (picture == nullptr) return true;
-  clsShortcut file;
-  file.Path = picture->Path;
-  if (chosen == kOpen) openPicture(slot);
-  if (chosen == kOpenLocation) OpenFileLocation(desk_.platform, owner_.mainWindow(), file, false);
-  if (chosen == kOriginalSize) showInOriginalSize(slot);
-  if (chosen == kRemove) deleteSelected();
-  if (chosen == kProperties) editPicture(slot, L"");
+  runMenu(window_, desk_.modal, items, screen);
   return true;
 }
 

@@ -1,6 +1,5 @@
-// Popup menus from rows of depth, command, caption and state. Knows nothing of
-// what the commands do; the caller runs the one that comes back. While one is open it
-// counts as a menu of the program, and readers are told.
+// Popup menus. While one is open it counts as a menu of the program, and readers are
+// told.
 #pragma once
 
 #include <windows.h>
@@ -8,18 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "ui/commands/menu_item.h"
 #include "ui/win/toolkit/modal.h"
 
 namespace varnowick {
-
-struct MenuItem {
-  int depth = 0;           // 0: the menu itself; a deeper row belongs to the row above it
-  int command = 0;         // 0: a separator, or the head of a submenu
-  std::wstring caption{};  // "&" marks the mnemonic; empty: a separator
-  std::wstring key{};      // shown at the right, such as "F8"
-  bool checked = false;
-  bool enabled = true;
-};
 
 // A caption that shows the text as it is, whatever menus take "&" and tabs for.
 std::wstring menuText(const std::wstring& text);
@@ -33,9 +24,10 @@ struct MenuPlace {
   explicit MenuPlace(const RECT& button) : at{button.left, button.bottom}, clear(button) {}
 };
 
-// Shows the menu there and waits. The command chosen, or 0. The owner is brought to the
-// foreground, so that a click elsewhere closes it.
-int chooseFromMenu(HWND owner, ModalDepth& modal, const std::vector<MenuItem>& items,
-                   const MenuPlace& place);
+// Shows the menu there and waits, then calls the function of the chosen row. The command
+// of that row, which is still to be run. The owner is brought to the foreground, so that
+// a click elsewhere closes the menu; anything may have happened meanwhile.
+Command runMenu(HWND owner, ModalDepth& modal, const std::vector<MenuItem>& items,
+                const MenuPlace& place);
 
 }  // namespace varnowick
