@@ -20,7 +20,6 @@ struct Read {
         workspace, report);
   }
   const clsContainer& container() const { return workspace.containers[ContainerSlot{0}]; }
-  const clsShortcut& shortcut() const { return workspace.shortcuts[ShortcutSlot{0}]; }
 };
 
 std::vector<std::string> render(const Workspace& workspace) {

@@ -108,15 +108,6 @@ TEST_F(MainContainers, ADrawnContainerIsNamedInPlace) {
   });
   EXPECT_EQ(value(0, "[Name]"), "Drawn here");
   EXPECT_TRUE(bar.accessible().find(L"Varnowick")) << "the draw mode is over";
-  // A click makes one of the usual size.
-  bar.focus();
-  keyboard::chord({VK_CONTROL, 'C'});
-  bar.accessible().waitFor(L"CONTAINER DRAW MODE");
-  EXPECT_TRUE(bar.accessible().find(L"Drag out or click; Esc cancels"));
-  expectSaved([&] { mouse::click({from.x - toPixels(120), from.y + toPixels(2400)}); });
-  EXPECT_EQ(value(1, "[X]") + value(1, "[Y]"), number(120) + number(2880));
-  EXPECT_EQ(value(1, "[W]") + value(1, "[H]"), number(2640) + number(2400));
-  keyboard::press(VK_RETURN);
   closeProgram();
 }
 

@@ -7,23 +7,7 @@
 namespace varnowick::e2e {
 namespace {
 
-class MainMenu : public ProgramTest {
- protected:
-  // A running program with a change that has not been saved.
-  Bar startAndChange() {
-    write(SettingsFile());
-    Bar bar = startBar();
-    bar.focus();
-    expectSaved([] { keyboard::chord({VK_CONTROL, 'L'}); });
-    EXPECT_TRUE(folder().exists(L"Varnowick.REC"));
-    return bar;
-  }
-  // Chooses "Se&ttings", "&Restart without recent changes".
-  void chooseRestart(Bar& bar) {
-    bar.openMenu();
-    bar.choose(L"tr");
-  }
-};
+using MainMenu = ProgramTest;
 
 // What is seen once a row has been chosen.
 enum class Effect { Saves, Asks, Collapses, Launches, Selects, Edits, Draws, Ends };
@@ -195,8 +179,12 @@ TEST_F(MainMenu, ADoubleClickOnAButtonChoosesNothing) {
 }
 
 TEST_F(MainMenu, ARestartGivesUpTheChangesSinceTheLastSave) {
-  Bar bar = startAndChange();
-  chooseRestart(bar);
+  write(SettingsFile());
+  Bar bar = startBar();
+  bar.focus();
+  expectSaved([] { keyboard::chord({VK_CONTROL, 'L'}); });
+  bar.openMenu();
+  bar.choose(L"tr");
   const DialogWindow question = message();
   EXPECT_EQ(question.text(), L"Ignore all recent changes and restart the program?");
   EXPECT_EQ(question.buttons(), (std::vector<int>{IDYES, IDNO}));

@@ -147,7 +147,7 @@ TEST_F(SceneTest, FocusWalksVisibleEnabledStopsAndWraps) {
   EXPECT_TRUE(input.focused().none());
 }
 
-// Letters where nodes lie, 100 by 100 each with a gap between them.
+// Letters where nodes lie, 100 by 100 with a gap between them; D is wider and E higher.
 TEST(Focus, GoesToTheNearestNodeInADirection) {
   const char* const rows[] = {"A.B..", "..C.D", "E...."};
   Scene scene;
@@ -158,13 +158,14 @@ TEST(Focus, GoesToTheNearestNodeInADirection) {
     for (int x = 0; x < 5; ++x)
       if (rows[y][x] != '.') {
         Node& made = scene.create(node(rows[y][x]), scene.root());
-        made.rect = at(static_cast<float>(x) * 120, static_cast<float>(y) * 120, 100, 100);
+        made.rect = at(static_cast<float>(x) * 120, static_cast<float>(y) * 120,
+                       rows[y][x] == 'D' ? 300 : 100, rows[y][x] == 'E' ? 340 : 100);
         made.focusable = true;
       }
   const struct {
     char from;
     const char* to;  // left, right, up, down; itself where there is none
-  } cases[] = {{'A', "ABAE"}, {'B', "ADBC"}, {'C', "ADBE"}, {'D', "CDBD"}, {'E', "ECAE"}};
+  } cases[] = {{'A', "ABAE"}, {'B', "ADBC"}, {'C', "ADBE"}, {'D', "CDDD"}, {'E', "ECAE"}};
   for (const auto& c : cases) {
     std::string to;
     for (const Point<int> direction : {Point<int>{-1, 0}, {1, 0}, {0, -1}, {0, 1}}) {
