@@ -5,6 +5,7 @@
 #include "core/desktop_store.h"
 #include "core/startup.h"
 #include "platform/platform.h"
+#include "platform/win32/background.h"
 #include "platform/win32/instance_guard.h"
 #include "platform/win32/ole_session.h"
 #include "platform/win32/win32_clock.h"
@@ -18,7 +19,6 @@
 #include "platform/win32/win32_text_codec.h"
 #include "ui/win/bar/frm_main.h"
 #include "ui/win/dialogs/frm_splash.h"
-#include "ui/win/toolkit/messages.h"
 #include "ui/win/toolkit/modal.h"
 #include "ui/win/toolkit/modal_shell.h"
 #include "ui/win/toolkit/wheel.h"
@@ -72,11 +72,13 @@ int Main() {
     return 0;
   }
 
-  Win32Flusher flusher;
+  Doorbell doorbell;
+  Win32Flusher flusher(doorbell);
   DesktopStore store({files, flusher, [](unsigned milliseconds) { Sleep(milliseconds); }}, codec,
                      msgBox, start.dataFolder);
   frmSplash splash;
-  frmMain main(platform, store, modal);
+  flusher.notify([&store] { store.flushed(); });
+  frmMain main(platform, store, modal, doorbell);
   splash.open();
   if (!main.open()) return 1;
   systemMsgBox.setOwner([&] {
@@ -84,7 +86,6 @@ int Main() {
     return OwnerWindow{reinterpret_cast<std::uintptr_t>(owner)};
   });
   guard.announceWindow(main.handle());
-  flusher.notify(main.handle(), kMsgFlushed);
   if (!main.load([&](const std::wstring& text) { splash.progress(text); })) return 0;
   main.show();
   splash.close();

@@ -94,7 +94,8 @@ bool run(int loads, int saves) {
   Win32Files files;
   Win32TextCodec codec;
   Win32MsgBox msgBox;
-  Win32Flusher flusher;
+  Doorbell doorbell;
+  Win32Flusher flusher(doorbell);
   DesktopStore store({files, flusher, {}}, codec, msgBox, folder);
   const Document document = largeDocument();
   if (!store.SaveDesktop(document, false) || !store.finish(kMostWaiting)) return false;

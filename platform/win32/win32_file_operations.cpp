@@ -6,7 +6,6 @@
 #include <exception>
 #include <utility>
 
-#include "platform/win32/critical_section.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_error.h"
 #include "platform/win32/win32_files.h"
@@ -171,21 +170,15 @@ FileOperationResult carryOut(const FileOperation& operation, HWND window) {
   return result;
 }
 
-// What the threads and the object both hold.
+// What the workers and the object both hold.
 struct Win32FileOperations::Shared {
   CriticalSection lock;  // around everything below
-  HWND owner = nullptr;
-  UINT message = 0;
-  bool announced = false;
   int running = 0;
-  std::vector<FileOperationResult> results;
   std::vector<HWND> shellOwners;  // of what the shell shows for each operation
 
-  void deliver(FileOperationResult result) {
+  void count(int change) {
     const Lock locked(lock);
-    --running;
-    results.push_back(std::move(result));
-    if (owner != nullptr && !announced) announced = PostMessageW(owner, message, 0, 0) != 0;
+    running += change;
   }
 };
 
@@ -202,62 +195,38 @@ struct Win32FileOperations::ShellOwnerEntry {
   HWND owner;
 };
 
-struct Win32FileOperations::Job {
-  std::shared_ptr<Shared> shared;
-  FileOperation operation;
-  HWND beside = nullptr;
-  int number = 0;
-};
-
-Win32FileOperations::Win32FileOperations(HWND owner, UINT message)
-    : shared_(std::make_shared<Shared>()) {
-  shared_->owner = owner;
-  shared_->message = message;
-}
-
-Win32FileOperations::~Win32FileOperations() {
-  const Lock locked(shared_->lock);
-  shared_->owner = nullptr;
-}
+Win32FileOperations::Win32FileOperations(Doorbell& doorbell, HWND beside,
+                                         std::function<void()> news)
+    : beside_(beside), shared_(std::make_shared<Shared>()), results_(doorbell, std::move(news)) {}
 
 int Win32FileOperations::start(FileOperation operation) {
   if (operation.action == FileAction::None || operation.from.empty()) return 0;
   const int number = ++lastNumber_;
-  auto job = std::make_unique<Job>(Job{shared_, std::move(operation), shared_->owner, number});
-  {
-    const Lock locked(shared_->lock);
-    ++shared_->running;
-  }
-  const KernelHandle thread(CreateThread(nullptr, 0, threadMain, job.get(), 0, nullptr));
-  if (thread)
-    job.release();
-  else
-    shared_->deliver({job->operation, false, systemErrorText(GetLastError()), number});
+  shared_->count(1);
+  const auto end = [shared = shared_, ended = results_.sender(),
+                    number](FileOperationResult result) {
+    result.number = number;
+    shared->count(-1);
+    ended.send(std::move(result));
+  };
+  // It is not stopped: the shell ends what it has begun.
+  const Worker worker =
+      Worker::start([shared = shared_, operation, beside = beside_, end](const Stop&) {
+        FileOperationResult result{operation, false, L"Not enough memory."};
+        try {
+          const ComApartment com;
+          const OwnerForShell window(beside);
+          const ShellOwnerEntry entry(*shared, window.get());
+          result = carryOut(operation, window.get());
+        } catch (const std::exception&) {
+        }
+        end(std::move(result));
+      });
+  if (!worker) end({operation, false, systemErrorText(ERROR_NOT_ENOUGH_MEMORY)});
   return number;
 }
 
-DWORD WINAPI Win32FileOperations::threadMain(void* context) {
-  const std::unique_ptr<Job> job(static_cast<Job*>(context));
-  FileOperationResult result;
-  try {
-    const ComApartment com;
-    const OwnerForShell window(job->beside);
-    const ShellOwnerEntry entry(*job->shared, window.get());
-    result = carryOut(job->operation, window.get());
-  } catch (...) {
-    result = {{}, false, L"Not enough memory."};
-    result.operation = std::move(job->operation);
-  }
-  result.number = job->number;
-  job->shared->deliver(std::move(result));
-  return 0;
-}
-
-std::vector<FileOperationResult> Win32FileOperations::take() {
-  const Lock locked(shared_->lock);
-  shared_->announced = false;
-  return std::exchange(shared_->results, {});
-}
+std::vector<FileOperationResult> Win32FileOperations::take() { return results_.take(); }
 
 bool Win32FileOperations::busy() {
   const Lock locked(shared_->lock);

@@ -3,25 +3,22 @@
 // the bar.
 #pragma once
 
-#include <windows.h>
-
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/file_operations.h"
+#include "platform/win32/background.h"
 
 namespace varnowick {
 
 class Win32FileOperations final : public FileOperations {
  public:
-  // The message is posted to the owner when there is something to take(). Dialogs
-  // of the shell come up in the middle of the owner's screen.
-  Win32FileOperations(HWND owner, UINT message);
-  // Operations that still run are left behind; they end with the process.
-  ~Win32FileOperations() override;
-  Win32FileOperations(const Win32FileOperations&) = delete;
-  Win32FileOperations& operator=(const Win32FileOperations&) = delete;
+  // `news` is called when there is something to take(). Dialogs of the shell come up
+  // in the middle of the screen that `beside` is on. Operations that still run at the
+  // end of this are left behind; they end with the process.
+  Win32FileOperations(Doorbell& doorbell, HWND beside, std::function<void()> news);
 
   int start(FileOperation operation) override;
   std::vector<FileOperationResult> take() override;
@@ -33,9 +30,9 @@ class Win32FileOperations final : public FileOperations {
  private:
   struct Shared;
   struct ShellOwnerEntry;
-  struct Job;
-  static DWORD WINAPI threadMain(void* job);
+  const HWND beside_;
   std::shared_ptr<Shared> shared_;
+  Mailbox<FileOperationResult> results_;
   int lastNumber_ = 0;
 };
 

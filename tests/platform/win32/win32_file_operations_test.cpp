@@ -5,6 +5,7 @@
 
 #include "platform/win32/handles.h"
 #include "platform/win32/win32_files.h"
+#include "tests/support/run_messages.h"
 #include "tests/support/temp_folder.h"
 
 namespace varnowick {
@@ -98,33 +99,24 @@ TEST_F(FileOperationsTest, RenamingLongPathsWorks) {
 }
 
 TEST_F(FileOperationsTest, TheEndIsAnnouncedAndTaken) {
-  constexpr UINT kDone = WM_APP + 9;
-  const HWND window =
-      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
   put(L"a");
   files.createFolder(folder / L"into");
-  {
-    Win32FileOperations operations(window, kDone);
-    operations.start({A::None});
-    EXPECT_FALSE(operations.busy());
-    operations.start({A::Copy, {folder / L"a"}, folder / L"into"});
-    operations.start({A::Rename, {folder / L"none"}, folder / L"x"});
-    std::vector<FileOperationResult> results;
-    const DWORD start = GetTickCount();
-    while (results.size() < 2 && GetTickCount() - start < 20'000) {
-      MsgWaitForMultipleObjects(0, nullptr, FALSE, 500, QS_ALLINPUT);
-      MSG message;
-      while (PeekMessageW(&message, window, 0, 0, PM_REMOVE))
-        if (message.message == kDone)
-          for (FileOperationResult& result : operations.take()) results.push_back(result);
-    }
-    ASSERT_EQ(results.size(), 2U);
-    EXPECT_FALSE(operations.busy());
-    EXPECT_TRUE(there(L"into\\a"));
-    // Left behind while it may still be under way.
-    operations.start({A::Move, {folder / L"a"}, folder / L"into\\none\\none"});
-  }
-  DestroyWindow(window);
+  Doorbell doorbell;
+  std::vector<FileOperationResult> results;
+  std::unique_ptr<Win32FileOperations> operations;
+  operations = std::make_unique<Win32FileOperations>(doorbell, nullptr, [&] {
+    for (FileOperationResult& result : operations->take()) results.push_back(result);
+  });
+  EXPECT_EQ(operations->start({A::None}), 0);
+  EXPECT_FALSE(operations->busy());
+  const int copy = operations->start({A::Copy, {folder / L"a"}, folder / L"into"});
+  const int rename = operations->start({A::Rename, {folder / L"none"}, folder / L"x"});
+  ASSERT_TRUE(runMessagesUntil([&] { return results.size() == 2; }));
+  EXPECT_EQ(results[0].number + results[1].number, copy + rename);
+  EXPECT_FALSE(operations->busy());
+  EXPECT_TRUE(there(L"into\\a"));
+  // Left behind while it may still be under way.
+  operations->start({A::Move, {folder / L"a"}, folder / L"into\\none\\none"});
 }
 
 }  // namespace

@@ -33,14 +33,15 @@ TwipsRect firstRect(Monitors& monitors) {
 
 }  // namespace
 
-frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& modal)
+frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& modal,
+                 Doorbell& doorbell)
     : platform_(platform),
       store_(store),
       modal_(modal),
       images_(platform.system.programFolder() + L"\\Images"),
       measure_(platform.monitors.density()),
       workspaceScene_(document_.settings, document_.workspace, &measure_),
-      folders_(platform, document_, modal),
+      folders_(platform, document_, modal, doorbell),
       pane_(desk(), workspaceScene_, *this, kProgramTitle),
       docking_(platform, document_.settings, timers_,
                {.keepOpen =
@@ -251,10 +252,6 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
           detached_.invalidate();
           extras_.imagesDelivered();
         }
-        return 0;
-      }
-      if (message == kMsgFlushed) {
-        store_.flushed();
         return 0;
       }
       if (message == kMsgAway) {

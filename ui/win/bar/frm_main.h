@@ -36,7 +36,7 @@ inline constexpr const wchar_t* kMainWindowClass = L"VarnowickMain";
 
 class frmMain final : public Window, private PaneOwner {
  public:
-  frmMain(const Platform& platform, DesktopStore& store, ModalDepth& modal);
+  frmMain(const Platform& platform, DesktopStore& store, ModalDepth& modal, Doorbell& doorbell);
   ~frmMain() override;
 
   // Creates the window, still hidden. False when the system refuses it.

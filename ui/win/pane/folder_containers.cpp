@@ -26,8 +26,9 @@ constexpr UINT kSightMilliseconds = 250;
 
 }  // namespace
 
-FolderContainers::FolderContainers(const Platform& platform, Document& document, ModalDepth& modal)
-    : platform_(platform), document_(document), modal_(modal) {}
+FolderContainers::FolderContainers(const Platform& platform, Document& document, ModalDepth& modal,
+                                   Doorbell& doorbell)
+    : platform_(platform), document_(document), modal_(modal), doorbell_(doorbell) {}
 
 FolderContainers::~FolderContainers() { destroy(); }
 
@@ -41,7 +42,8 @@ bool FolderContainers::start() {
   if (handle() == nullptr && !create(options)) return false;
   source_ = std::make_unique<Win32FolderSource>(handle(), kMsgFolderNews, &sortEntries);
   SetTimer(handle(), kSightTimer, kSightMilliseconds, nullptr);
-  transfers_ = std::make_unique<FolderTransfers>(handle(), kMsgFilesHandled, modal_);
+  transfers_ =
+      std::make_unique<FolderTransfers>(doorbell_, handle(), modal_, [this] { takeEnded(); });
   return true;
 }
 
@@ -49,9 +51,6 @@ LRESULT FolderContainers::handleMessage(UINT message, WPARAM wParam, LPARAM lPar
   switch (message) {
     case kMsgFolderNews:
       takeNews();
-      return 0;
-    case kMsgFilesHandled:
-      for (const FileOperationResult& result : transfers_->take()) say(failureMessage(result));
       return 0;
     case WM_TIMER:
       if (wParam == kSightTimer) {
@@ -187,6 +186,10 @@ void FolderContainers::takeNews() {
     if (found == nullptr || !found->view.apply(std::move(news.listing))) continue;
     changed(slot, true);
   }
+}
+
+void FolderContainers::takeEnded() {
+  for (const FileOperationResult& result : transfers_->take()) say(failureMessage(result));
 }
 
 // Messages wait until no dialog is open, and for whoever is dragging.

@@ -18,6 +18,7 @@
 #include "core/document.h"
 #include "core/key.h"
 #include "platform/platform.h"
+#include "platform/win32/background.h"
 #include "platform/win32/win32_folder_source.h"
 #include "shortcuts/launch.h"
 #include "ui/scene/folder_view.h"
@@ -46,7 +47,8 @@ struct FolderPane {
 class FolderContainers final : public Window {
  public:
   // All are borrowed and must outlive it.
-  FolderContainers(const Platform& platform, Document& document, ModalDepth& modal);
+  FolderContainers(const Platform& platform, Document& document, ModalDepth& modal,
+                   Doorbell& doorbell);
   ~FolderContainers() override;
 
   void attach(const FolderPane& pane);
@@ -133,6 +135,7 @@ class FolderContainers final : public Window {
   void show(ContainerSlot slot);
   void changed(ContainerSlot slot, bool rowsCameOrWent);
   void takeNews();
+  void takeEnded();
   void say(std::wstring message);
   void tellWaiting();
   bool refusedByLock();
@@ -153,6 +156,7 @@ class FolderContainers final : public Window {
   Platform platform_;
   Document& document_;
   ModalDepth& modal_;
+  Doorbell& doorbell_;
   std::vector<FolderPane> panes_;
   std::map<int, Shown> shown_;  // by the container's slot
   std::unique_ptr<Win32FolderSource> source_;

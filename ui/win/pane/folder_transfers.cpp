@@ -6,8 +6,9 @@
 
 namespace varnowick {
 
-FolderTransfers::FolderTransfers(HWND window, UINT message, ModalDepth& modal)
-    : modal_(modal), operations_(window, message) {}
+FolderTransfers::FolderTransfers(Doorbell& doorbell, HWND window, ModalDepth& modal,
+                                 std::function<void()> news)
+    : modal_(modal), operations_(doorbell, window, std::move(news)) {}
 
 void FolderTransfers::start(FileOperation operation) { operations_.start(std::move(operation)); }
 

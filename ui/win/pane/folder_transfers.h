@@ -15,8 +15,9 @@ namespace varnowick {
 
 class FolderTransfers {
  public:
-  // The message is posted to the window when something has ended; take() is to follow.
-  FolderTransfers(HWND window, UINT message, ModalDepth& modal);
+  // `news` is called when something has ended; take() is to follow. The shell's dialogs
+  // come up on the window's screen.
+  FolderTransfers(Doorbell& doorbell, HWND window, ModalDepth& modal, std::function<void()> news);
 
   void start(FileOperation operation);
   // `ended` is called by take() when all have ended, with true when all of it has
