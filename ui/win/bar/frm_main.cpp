@@ -38,6 +38,7 @@ frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& moda
     : platform_(platform),
       store_(store),
       modal_(modal),
+      doorbell_(doorbell),
       images_(platform.system.programFolder() + L"\\Images"),
       measure_(platform.monitors.density()),
       workspaceScene_(document_.settings, document_.workspace, &measure_),
@@ -162,7 +163,7 @@ void frmMain::begin() {
   announce(handle(), kEventShown);
   images_.useCache(store_.dataFolder());
   applySettings(kAffectsTray | kAffectsHotkey | kAffectsWeb);
-  images_.start(handle(), kMsgImages);
+  images_.start(doorbell_, [this] { imagesCame(); });
   docking_.lookForAutoHideBars();
   announce(handle(), kEventLoaded);
 }
@@ -246,14 +247,6 @@ LRESULT frmMain::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       onDestroy();
       return 0;
     default:
-      if (message == kMsgImages) {
-        if (images_.deliver()) {
-          pane_.view().invalidate();
-          detached_.invalidate();
-          extras_.imagesDelivered();
-        }
-        return 0;
-      }
       if (message == kMsgAway) {
         // Not before a question that has been put meanwhile is answered.
         if (hasGone() && !modal_.active() && !foreground_.starting()) foreground_.giveBack();
@@ -297,6 +290,13 @@ void frmMain::onTimer(TimerId id) {
     lockTold_ = false;
     relayout();
   }
+}
+
+void frmMain::imagesCame() {
+  if (handle() == nullptr || !images_.deliver()) return;
+  pane_.view().invalidate();
+  detached_.invalidate();
+  extras_.imagesDelivered();
 }
 
 void frmMain::screenChanged() {

@@ -57,6 +57,7 @@ class frmMain final : public Window, private PaneOwner {
   void onTimer(TimerId id);
   void onSize();
   void screenChanged();
+  void imagesCame();
   void apply(const KeyDecision& decision);
   void bringForward();
   void toggle();
@@ -149,6 +150,7 @@ class frmMain final : public Window, private PaneOwner {
   Platform platform_;
   DesktopStore& store_;
   ModalDepth& modal_;
+  Doorbell& doorbell_;
   Document document_;
   ImageStore images_;
   GdiFonts fonts_;

@@ -9,8 +9,6 @@ namespace varnowick {
 
 namespace {
 
-// A worker that takes longer is waiting for something that does not answer.
-constexpr DWORD kEndMilliseconds = 200;
 constexpr std::size_t kMaxBytes = 64U << 20;
 constexpr int kMaxEdge = 4096;
 constexpr int kMaxPlaceholderEdge = 96;
@@ -20,9 +18,10 @@ std::size_t bytesOf(const Bitmap& bitmap) { return bitmap.pixels.size() * 4; }
 }  // namespace
 
 ImageStore::ImageStore(std::wstring imagesFolder)
-    : imagesFolder_(std::move(imagesFolder)), loader_(new ImageLoader(imagesFolder_)) {}
+    : imagesFolder_(std::move(imagesFolder)),
+      loader_(std::make_unique<ImageLoader>(imagesFolder_)) {}
 
-ImageStore::~ImageStore() { loader_->endAndRelease(kEndMilliseconds); }
+ImageStore::~ImageStore() = default;
 
 void ImageStore::useCache(const std::wstring& dataFolder) { loader_->useCache(dataFolder); }
 
@@ -30,7 +29,9 @@ void ImageStore::setWeb(bool allowed, const std::wstring& proxy) {
   loader_->setWeb(allowed, proxy);
 }
 
-void ImageStore::start(HWND owner, UINT message) { loader_->start(owner, message); }
+void ImageStore::start(Doorbell& doorbell, std::function<void()> news) {
+  loader_->start(doorbell, std::move(news));
+}
 
 ImageStore::Key ImageStore::keyOf(const ImageRef& image, Size<Pixels> size) {
   const bool bySize = image.source != ImageRef::Source::PictureFile;

@@ -1,12 +1,12 @@
 // The pictures behind ImageRef. A worker thread loads them from disk and shell;
 // whoever paints gets what is there, or a placeholder, and never waits. It knows
-// no scene; results are announced to one window by a message.
+// no scene; results are announced by the doorbell.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +18,7 @@
 
 namespace varnowick {
 
+class Doorbell;
 class ImageLoader;
 
 class ImageStore final : public ImageSource {
@@ -37,9 +38,9 @@ class ImageStore final : public ImageSource {
   // this is called. The proxy is as HttpRequest has it. At any time.
   void setWeb(bool allowed, const std::wstring& proxy);
 
-  // Starts the worker, once the window is on screen. The message arrives there
-  // whenever results are waiting for deliver(). Until then requests pile up.
-  void start(HWND owner, UINT message);
+  // Starts the workers, once the window is on screen. `news` is called whenever results
+  // are waiting for deliver(). Until then requests pile up.
+  void start(Doorbell& doorbell, std::function<void()> news);
   // Takes the results in. True when something is drawn differently from now on.
   bool deliver();
 
@@ -76,7 +77,7 @@ class ImageStore final : public ImageSource {
   std::uint64_t uses_ = 0;
   unsigned generation_ = 0;
   int waiting_ = 0;
-  ImageLoader* loader_;  // counted, shared with the worker
+  const std::unique_ptr<ImageLoader> loader_;
 };
 
 // Which of the program's own pictures stands for an image that is not there.

@@ -7,7 +7,6 @@
 
 namespace varnowick {
 
-inline constexpr UINT kMsgImages = WM_APP + 1;          // the image store has results
 inline constexpr UINT kMsgAction = WM_APP + 2;          // a default action, see SceneAccessible
 inline constexpr UINT kMsgDropped = WM_APP + 3;         // a drop waits to be taken in
 inline constexpr UINT kMsgSweep = WM_APP + 4;           // windows that were closed can be freed

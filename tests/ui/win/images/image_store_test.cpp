@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
+#include "platform/win32/background.h"
 #include "platform/win32/win32_files.h"
 #include "tests/support/loopback_server.h"
+#include "tests/support/run_messages.h"
 #include "tests/support/temp_folder.h"
 #include "tests/ui/win/images/picture_bytes.h"
 
@@ -13,40 +13,30 @@ namespace varnowick {
 namespace {
 
 using Source = ImageRef::Source;
-constexpr UINT kMessage = WM_APP + 7;
 
 class ImageStoreTest : public testing::Test {
  protected:
-  ImageStoreTest()
-      : window_(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr,
-                                nullptr)) {
+  ImageStoreTest() {
     Win32Files files;
     EXPECT_TRUE(files.write(folder_ / L"lock-16.png", pngBytes(16, 16, 0xFFFF0000)));
     EXPECT_TRUE(files.write(folder_ / L"lock-32.png", pngBytes(32, 32, 0xFF0000FF)));
     EXPECT_TRUE(files.write(folder_ / L"document-32.png", pngBytes(32, 32, 0xFF00FF00)));
     EXPECT_TRUE(files.write(folder_ / L"wall.bmp", bmpBytes(20, 10, 0x112233)));
   }
-  ~ImageStoreTest() override { DestroyWindow(window_); }
 
-  // Runs the message loop until nothing is under way.
-  static void settle(ImageStore& store, HWND window) {
-    settle(store, window, [&] { return store.idle(); });
+  void start(ImageStore& store) {
+    store.start(doorbell_, [&store] { store.deliver(); });
   }
-  static void settle(ImageStore& store, HWND window, const std::function<bool()>& done) {
-    const UINT_PTR watchdog = SetTimer(nullptr, 0, 20000, nullptr);
-    MSG message{};
-    while (!done() && GetMessageW(&message, nullptr, 0, 0) > 0) {
-      if (message.hwnd == window && message.message == kMessage) store.deliver();
-      ASSERT_FALSE(message.hwnd == nullptr && message.message == WM_TIMER) << "no answer";
-    }
-    KillTimer(nullptr, watchdog);
+  // Until nothing is under way.
+  static void settle(const ImageStore& store) {
+    ASSERT_TRUE(runMessagesUntil([&] { return store.idle(); }));
   }
   static std::uint32_t colour(const Bitmap* bitmap) {
     return bitmap == nullptr || bitmap->empty() ? 0 : bitmap->pixels[bitmap->pixels.size() / 2];
   }
 
   const TempFolder folder_;
-  HWND window_;
+  Doorbell doorbell_;
 };
 
 TEST_F(ImageStoreTest, GivesWhatIsThereAndAsksForTheRestOnce) {
@@ -58,8 +48,8 @@ TEST_F(ImageStoreTest, GivesWhatIsThereAndAsksForTheRestOnce) {
   EXPECT_EQ(store.find(lock, {24_px, 24_px}), nullptr);
   EXPECT_EQ(store.find(wall, {40_px, 20_px}), nullptr);
   EXPECT_FALSE(store.idle()) << "nothing is loaded before the window is shown";
-  store.start(window_, kMessage);
-  settle(store, window_);
+  start(store);
+  settle(store);
   EXPECT_EQ(colour(store.find(lock, {16_px, 16_px})), 0xFFFF0000U);
   EXPECT_EQ(colour(store.find(lock, {24_px, 24_px})), 0xFF0000FFU) << "the next larger, scaled";
   const Bitmap* picture = store.find(wall, {40_px, 20_px});
@@ -82,8 +72,8 @@ TEST_F(ImageStoreTest, TellsWhetherAPictureCanBeShown) {
   EXPECT_EQ(store.state({Source::PictureFile, L""}, size), ImageState::Failed);
   store.state(broken, size);
   store.state(missing, size);
-  store.start(window_, kMessage);
-  settle(store, window_);
+  start(store);
+  settle(store);
   EXPECT_EQ(store.state(wall, size), ImageState::Ready);
   EXPECT_EQ(store.state(broken, size), ImageState::Failed);
   EXPECT_EQ(store.state(missing, size), ImageState::Failed);
@@ -92,9 +82,9 @@ TEST_F(ImageStoreTest, TellsWhetherAPictureCanBeShown) {
 
 TEST_F(ImageStoreTest, MissingTargetsKeepTheirPlaceholder) {
   ImageStore store(folder_.path());
-  store.start(window_, kMessage);
+  start(store);
   store.find({Source::Asset, L"document"}, {32_px, 32_px});
-  settle(store, window_);
+  settle(store);
   const ImageRef targets[] = {
       {Source::IconOf, L"Q:\\no such drive\\program.exe0"},
       {Source::IconOf, L"\\\\no-such-host-anywhere\\share\\a.txt0"},
@@ -104,7 +94,7 @@ TEST_F(ImageStoreTest, MissingTargetsKeepTheirPlaceholder) {
   for (const ImageRef& target : targets) {
     EXPECT_EQ(colour(store.find(target, {32_px, 32_px})), 0xFF00FF00U);
   }
-  settle(store, window_);
+  settle(store);
   for (const ImageRef& target : targets) {
     EXPECT_NE(store.find(target, {32_px, 32_px}), nullptr);
   }
@@ -116,17 +106,17 @@ TEST_F(ImageStoreTest, MissingTargetsKeepTheirPlaceholder) {
 
 TEST_F(ImageStoreTest, ForgottenPicturesAreReadAgain) {
   ImageStore store(folder_.path());
-  store.start(window_, kMessage);
+  start(store);
   const ImageRef wall{Source::PictureFile, folder_ / L"wall.bmp"};
   store.find(wall, {8_px, 8_px});
-  settle(store, window_);
+  settle(store);
   ASSERT_TRUE(Win32Files().write(folder_ / L"wall.bmp", bmpBytes(4, 4, 0xABCDEF)));
   EXPECT_EQ(colour(store.find(wall, {8_px, 8_px})), 0xFF112233U);
   store.forget(wall);
   store.find(wall, {8_px, 8_px});
   store.forget(wall);  // while it is on its way
   store.find(wall, {8_px, 8_px});
-  settle(store, window_);
+  settle(store);
   EXPECT_EQ(colour(store.find(wall, {8_px, 8_px})), 0xFFABCDEFU);
 }
 
@@ -139,9 +129,9 @@ class CachedImageStoreTest : public ImageStoreTest {
     ImageStore store(folder_.path());
     store.useCache(data_);
     if (web) store.setWeb(true, proxy_);
-    store.start(window_, kMessage);
+    start(store);
     store.find(image, {32_px, 32_px});
-    settle(store, window_);
+    settle(store);
     return colour(store.find(image, {32_px, 32_px}));
   }
   void overwriteCache(const std::string& bytes, const wchar_t* extension) {
@@ -185,12 +175,12 @@ TEST_F(CachedImageStoreTest, ReplacesDamagedIcons) {
   EXPECT_EQ(colourInARun(icon), 0xFF010203U) << "and they are kept again";
   ImageStore store(folder_.path());
   store.useCache(data_);
-  store.start(window_, kMessage);
+  start(store);
   store.find(icon, {32_px, 32_px});
-  settle(store, window_);
+  settle(store);
   store.refresh();
   store.find(icon, {32_px, 32_px});
-  settle(store, window_);
+  settle(store);
   EXPECT_EQ(colour(store.find(icon, {32_px, 32_px})), 0xFF00C000U) << "forgotten on disk, too";
 }
 
@@ -225,11 +215,13 @@ TEST_F(CachedImageStoreTest, SlowSitesHoldUpNobody) {
   ImageStore store(folder_.path());
   store.useCache(data_);
   store.setWeb(true, server.url(L""));
-  store.start(window_, kMessage);
+  start(store);
   store.find({Source::IconOf, L"http://silent.example:81/"}, {32_px, 32_px});
   store.find({Source::IconOf, L"\\\\no-such-host-anywhere\\share\\a.txt"}, {32_px, 32_px});
   store.find(icon, {32_px, 32_px});
-  settle(store, window_, [&] { return colour(store.find(icon, {32_px, 32_px})) == 0xFF00C000U; });
+  EXPECT_TRUE(runMessagesUntil([&] {
+    return colour(store.find(icon, {32_px, 32_px})) == 0xFF00C000U;
+  }));
   for (int i = 0; i < 1000 && server.asked().empty(); ++i) Sleep(10);
   EXPECT_FALSE(server.asked().empty());
   EXPECT_FALSE(store.idle());
@@ -238,7 +230,7 @@ TEST_F(CachedImageStoreTest, SlowSitesHoldUpNobody) {
 TEST_F(ImageStoreTest, EndsWithWorkUnderWay) {
   for (int round = 0; round < 20; ++round) {
     ImageStore store(folder_.path());
-    if (round % 2 == 0) store.start(window_, kMessage);
+    if (round % 2 == 0) start(store);
     for (int i = 0; i < 20; ++i) {
       store.find({Source::IconOf, folder_ / (std::to_wstring(i) + L".txt")}, {32_px, 32_px});
     }
