@@ -9,6 +9,7 @@
 #include "platform/win32/instance_guard.h"
 #include "platform/win32/ole_session.h"
 #include "platform/win32/win32_clock.h"
+#include "platform/win32/win32_fetcher.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_flusher.h"
 #include "platform/win32/win32_msg_box.h"
@@ -73,12 +74,13 @@ int Main() {
   }
 
   Doorbell doorbell;
+  Win32Fetchers fetchers(doorbell);
   Win32Flusher flusher(doorbell);
   DesktopStore store({files, flusher, [](unsigned milliseconds) { Sleep(milliseconds); }}, codec,
                      msgBox, start.dataFolder);
   frmSplash splash;
   flusher.notify([&store] { store.flushed(); });
-  frmMain main(platform, store, modal, doorbell);
+  frmMain main(platform, store, modal, doorbell, fetchers);
   splash.open();
   if (!main.open()) return 1;
   systemMsgBox.setOwner([&] {

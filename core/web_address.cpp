@@ -112,7 +112,8 @@ std::optional<std::wstring> resolveWebReference(std::wstring_view pageAddress,
       path = page->path.substr(0, page->path.rfind(L'/') + 1) + path;
     address = page->site() + withoutDots(path) + std::wstring(reference.substr(query));
   }
-  if (!parseWebAddress(address)) return std::nullopt;
+  const auto target = parseWebAddress(address);
+  if (!target || (page->secure && !target->secure)) return std::nullopt;
   return address;
 }
 

@@ -24,8 +24,9 @@ struct WebAddress {
 // backslashes and control characters, and for what is too long.
 std::optional<WebAddress> parseWebAddress(std::wstring_view address);
 
-// The address that a reference on the page leads to; nothing unless that is http
-// or https. Fragments are left out.
+// The address that a reference on the page, or a redirect from it, leads to; nothing
+// unless that is http or https. What came by https leads to https only. Fragments are
+// left out.
 std::optional<std::wstring> resolveWebReference(std::wstring_view pageAddress,
                                                 std::wstring_view reference);
 

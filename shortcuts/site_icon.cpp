@@ -66,7 +66,7 @@ std::optional<Candidate> candidateOf(const HtmlTag& tag, std::wstring_view base,
   if (!candidate.touchIcon && !holdsWord(rel, "icon")) return std::nullopt;
   // Drawings are no pictures of points; no decoder here reads them.
   if (lowerAscii(tag.value("type").substr(0, 40)).starts_with("image/svg")) return std::nullopt;
-  auto address = resolveReference(base, decoded(href, codec));
+  auto address = resolveWebReference(base, decoded(href, codec));
   if (!address) return std::nullopt;
   candidate.address = std::move(*address);
   candidate.edge = largestEdge(tag.value("sizes"));
@@ -89,16 +89,6 @@ std::optional<std::wstring> siteIconRoot(std::wstring_view address) {
   return web->site() + L"/";
 }
 
-std::optional<std::wstring> resolveReference(std::wstring_view pageAddress,
-                                             std::wstring_view reference) {
-  auto address = resolveWebReference(pageAddress, reference);
-  if (!address) return std::nullopt;
-  const auto page = parseWebAddress(pageAddress);
-  const auto target = parseWebAddress(*address);
-  if (!page || !target || (page->secure && !target->secure)) return std::nullopt;
-  return address;
-}
-
 bool siteIconIsDue(std::uint64_t fetchedDay, bool hasIcon, std::uint64_t today) {
   // A clock that was set back must not keep an icon for years.
   if (fetchedDay > today) return true;
@@ -113,7 +103,7 @@ std::vector<std::wstring> siteIconAddresses(std::string_view page, std::wstring_
   for (HtmlTag tag; candidates.size() < kMaxCandidates && reader.next(tag);) {
     if (tag.name == "body" || tag.name == "/head") break;
     if (tag.name == "base" && base == pageAddress && tag.value("href").size() <= kMaxReference) {
-      if (auto named = resolveReference(pageAddress, decoded(tag.value("href"), codec)))
+      if (auto named = resolveWebReference(pageAddress, decoded(tag.value("href"), codec)))
         base = std::move(*named);
     }
     if (tag.name != "link") continue;
@@ -130,7 +120,7 @@ std::vector<std::wstring> siteIconAddresses(std::string_view page, std::wstring_
   };
   for (const Candidate& candidate : candidates)
     if (addresses.size() + 1 < kMaxSiteIcons) addOnce(candidate.address);
-  if (const auto usual = resolveReference(pageAddress, L"/favicon.ico")) addOnce(*usual);
+  if (const auto usual = resolveWebReference(pageAddress, L"/favicon.ico")) addOnce(*usual);
   return addresses;
 }
 

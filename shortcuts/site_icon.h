@@ -23,11 +23,6 @@ inline constexpr std::size_t kMaxSiteIconBytes = 512 * 1024;
 // Nothing for other schemes and for hosts that are not public.
 std::optional<std::wstring> siteIconRoot(std::wstring_view address);
 
-// The address that a reference of the page leads to; nothing unless that is http
-// or https. A page fetched by https leads to https only.
-std::optional<std::wstring> resolveReference(std::wstring_view pageAddress,
-                                             std::wstring_view reference);
-
 // The addresses to try, best first: those that the page names, of which the
 // smallest that is no smaller than wantedEdge (in pixels) comes first, then
 // "/favicon.ico". Empty when the page's own address is not http or https.

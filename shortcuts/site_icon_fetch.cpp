@@ -1,6 +1,7 @@
 #include "shortcuts/site_icon_fetch.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "shortcuts/site_icon.h"
 
@@ -13,32 +14,34 @@ constexpr std::size_t kMaxPictureBytes = 256 * 1024;
 
 }  // namespace
 
-bool fetchSiteIcon(Http& http, TextCodec& codec, const SiteIconRequest& request,
-                   const std::function<std::uint32_t()>& millisecondsNow,
-                   const std::function<bool(std::string_view)>& decodes) {
-  const auto root = siteIconRoot(request.page);
-  if (!root) return false;
-  const std::uint32_t begin = millisecondsNow();
-  const auto left = [&] {
-    const std::uint32_t passed = millisecondsNow() - begin;
-    return passed < kAllExchanges ? kAllExchanges - passed : 0;
-  };
-  const HttpReply page =
-      http.get({*root, request.proxy, std::min(kOneExchange, left()), kMaxPageHead, true, true});
-  // A host that is not there has no pictures either. A page that is missing may
-  // still belong to a site that has one.
-  if (page.status == 0) return false;
+SiteIconSearch::SiteIconSearch(SiteIconRequest request, std::uint32_t millisecondsNow)
+    : request_(std::move(request)), begin_(millisecondsNow) {
+  if (auto root = siteIconRoot(request_.page)) addresses_.push_back(std::move(*root));
+}
+
+std::optional<FetchRequest> SiteIconSearch::next(std::uint32_t millisecondsNow) {
+  const std::uint32_t passed = millisecondsNow - begin_;
+  if (addresses_.empty() || passed >= kAllExchanges) return std::nullopt;
+  FetchRequest request;
+  request.url = std::move(addresses_.front());
+  addresses_.pop_front();
+  request.proxy = request_.proxy;
+  request.milliseconds = std::min(kOneExchange, kAllExchanges - passed);
+  request.maxBytes = pageCame_ ? kMaxPictureBytes : kMaxPageHead;
+  request.keepBeginning = !pageCame_;
+  request.publicHostsOnly = true;
+  return request;
+}
+
+bool SiteIconSearch::came(const FetchReply& reply, TextCodec& codec) {
+  if (std::exchange(pageCame_, true)) return reply.ok() && isUsableSiteIcon(reply.bytes);
+  // A host that is not there has no pictures either. A page that is missing may still
+  // belong to a site that has one.
+  if (reply.status == 0) return false;
+  const std::string_view head = reply.ok() ? std::string_view(reply.bytes) : std::string_view();
   // The addresses follow from where the page really is.
-  const std::wstring& base = page.finalUrl.empty() ? *root : page.finalUrl;
-  const std::string_view head = page.ok() ? std::string_view(page.bytes) : std::string_view();
-  for (const std::wstring& address : siteIconAddresses(head, base, request.edge, codec)) {
-    const std::uint32_t time = std::min(kOneExchange, left());
-    if (time == 0) return false;
-    if (!siteIconRoot(address)) continue;
-    const HttpReply picture =
-        http.get({address, request.proxy, time, kMaxPictureBytes, false, true});
-    if (picture.ok() && isUsableSiteIcon(picture.bytes) && decodes(picture.bytes)) return true;
-  }
+  for (std::wstring& address : siteIconAddresses(head, reply.finalUrl, request_.edge, codec))
+    if (siteIconRoot(address)) addresses_.push_back(std::move(address));
   return false;
 }
 

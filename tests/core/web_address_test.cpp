@@ -66,6 +66,9 @@ TEST(WebAddressTest, ReferencesLeadToTheWebOnly) {
   for (const auto& [reference, address] : cases)
     EXPECT_EQ(resolveWebReference(page, reference), address);
   EXPECT_EQ(resolveWebReference(L"https://a.org", L"i.ico"), L"https://a.org/i.ico");
+  EXPECT_EQ(resolveWebReference(L"http://a.org/", L"https://b.org"), L"https://b.org");
+  EXPECT_EQ(resolveWebReference(L"https://a.org/", L"//b.org/i.ico"), L"https://b.org/i.ico");
+  EXPECT_FALSE(resolveWebReference(L"https://a.org/", L"http://a.org/i.ico"));
   EXPECT_FALSE(resolveWebReference(L"ftp://a.org/", L"i.ico"));
   for (const wchar_t* reference :
        {L"", L"#x", L"data:image/png;base64,AAAA", L"javascript:x", L"file:///c:/x",

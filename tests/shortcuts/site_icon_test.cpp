@@ -10,12 +10,6 @@ namespace {
 
 using Addresses = std::vector<std::wstring>;
 
-TEST(SiteIconTest, ASecurePageNamesSecureIconsOnly) {
-  EXPECT_FALSE(resolveReference(L"https://a.org/", L"http://a.org/i.ico"));
-  EXPECT_EQ(resolveReference(L"https://a.org/", L"//b.org/i.ico"), L"https://b.org/i.ico");
-  EXPECT_EQ(resolveReference(L"http://a.org/", L"https://b.org"), L"https://b.org");
-}
-
 TEST(SiteIconTest, AreAskedForAgainInTime) {
   const struct {
     std::uint64_t fetched;

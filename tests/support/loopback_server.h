@@ -26,6 +26,8 @@ class LoopbackServer {
   unsigned port() const { return port_; }
   // What was asked for so far, in order.
   std::vector<std::string> asked() const;
+  // The requests without their bodies.
+  std::vector<std::string> heads() const;
 
  private:
   struct Inside;  // sockets and the thread

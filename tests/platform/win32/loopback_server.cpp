@@ -15,6 +15,7 @@ struct LoopbackServer::Inside {
   KernelHandle thread;
   CriticalSection lock;  // around the rest
   std::vector<std::string> asked;
+  std::vector<std::string> heads;
   bool ending = false;
 };
 
@@ -28,8 +29,8 @@ sockaddr_in loopback(unsigned port) {
   return address;
 }
 
-// What stands in the request line, once the whole head has come.
-std::string readTarget(SOCKET client) {
+// Once the whole head has come.
+std::string readHead(SOCKET client) {
   std::string head;
   char buffer[2048];
   while (head.find("\r\n\r\n") == std::string::npos) {
@@ -37,6 +38,10 @@ std::string readTarget(SOCKET client) {
     if (got <= 0) return {};
     head.append(buffer, static_cast<std::size_t>(got));
   }
+  return head;
+}
+
+std::string targetOf(const std::string& head) {
   const std::size_t begin = head.find(' ') + 1;
   return head.substr(begin, head.find(' ', begin) - begin);
 }
@@ -97,6 +102,11 @@ std::vector<std::string> LoopbackServer::asked() const {
   return inside_->asked;
 }
 
+std::vector<std::string> LoopbackServer::heads() const {
+  const Lock lock(inside_->lock);
+  return inside_->heads;
+}
+
 void LoopbackServer::serve() {
   for (;;) {
     const SOCKET client = accept(inside_->listener, nullptr, nullptr);
@@ -107,9 +117,11 @@ void LoopbackServer::serve() {
         return;
       }
     }
-    const std::string target = readTarget(client);
+    const std::string head = readHead(client);
+    const std::string target = targetOf(head);
     {
       const Lock lock(inside_->lock);
+      inside_->heads.push_back(head);
       inside_->asked.push_back(target);
     }
     const auto at = answers_.find(target);

@@ -34,11 +34,12 @@ TwipsRect firstRect(Monitors& monitors) {
 }  // namespace
 
 frmMain::frmMain(const Platform& platform, DesktopStore& store, ModalDepth& modal,
-                 Doorbell& doorbell)
+                 Doorbell& doorbell, Fetchers& fetchers)
     : platform_(platform),
       store_(store),
       modal_(modal),
       doorbell_(doorbell),
+      fetchers_(fetchers),
       images_(platform.system.programFolder() + L"\\Images"),
       measure_(platform.monitors.density()),
       workspaceScene_(document_.settings, document_.workspace, &measure_),
@@ -163,7 +164,7 @@ void frmMain::begin() {
   announce(handle(), kEventShown);
   images_.useCache(store_.dataFolder());
   applySettings(kAffectsTray | kAffectsHotkey | kAffectsWeb);
-  images_.start(doorbell_, [this] { imagesCame(); });
+  images_.start(doorbell_, fetchers_, [this] { imagesCame(); });
   docking_.lookForAutoHideBars();
   announce(handle(), kEventLoaded);
 }

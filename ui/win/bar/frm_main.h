@@ -34,9 +34,12 @@ namespace varnowick {
 
 inline constexpr const wchar_t* kMainWindowClass = L"VarnowickMain";
 
+class Fetchers;
+
 class frmMain final : public Window, private PaneOwner {
  public:
-  frmMain(const Platform& platform, DesktopStore& store, ModalDepth& modal, Doorbell& doorbell);
+  frmMain(const Platform& platform, DesktopStore& store, ModalDepth& modal, Doorbell& doorbell,
+          Fetchers& fetchers);
   ~frmMain() override;
 
   // Creates the window, still hidden. False when the system refuses it.
@@ -151,6 +154,7 @@ class frmMain final : public Window, private PaneOwner {
   DesktopStore& store_;
   ModalDepth& modal_;
   Doorbell& doorbell_;
+  Fetchers& fetchers_;
   Document document_;
   ImageStore images_;
   GdiFonts fonts_;

@@ -54,9 +54,7 @@ ImageLoader::~ImageLoader() {
 
 void ImageLoader::useCache(const std::wstring& dataFolder) { work_->useCache(dataFolder); }
 
-void ImageLoader::setWeb(bool allowed, std::wstring proxy) {
-  work_->setWeb(allowed, std::move(proxy));
-}
+void ImageLoader::setWeb(bool allowed) { work_->setWeb(allowed); }
 
 void ImageLoader::start(Doorbell& doorbell, std::function<void()> news) {
   results_.emplace(doorbell, std::move(news));
@@ -69,6 +67,10 @@ void ImageLoader::start(Doorbell& doorbell, std::function<void()> news) {
 }
 
 void ImageLoader::request(ImageRequest request) { work_->request(std::move(request)); }
+
+void ImageLoader::takeSite(ImageRequest request, std::string bytes) {
+  work_->takeSite(std::move(request), std::move(bytes));
+}
 
 void ImageLoader::forgetCached() { work_->forgetCached(); }
 

@@ -1,9 +1,9 @@
 // The workers behind ImageStore: requests in, results out.
 //
-// Three lanes of one worker each: what is local, drives that may not answer, and
-// the web, so that nobody waits for what is slower. An icon is first looked up in
-// the cache on disk, without touching what it is of, and then, in its lane, checked
-// or fetched.
+// Two lanes of one worker each: what is local, and drives that may not answer, so
+// that nobody waits for what is slower. An icon is first looked up in the cache on
+// disk, without touching what it is of, and then checked in its lane; the icons of
+// sites are fetched by others and brought here.
 #pragma once
 
 #include <array>
@@ -28,7 +28,9 @@ struct ImageRequest {
 struct ImageResult {
   ImageRequest request;
   Bitmap bitmap;     // empty when there is none, or none that is newer
-  bool last = true;  // false: it is being checked, and something newer may follow
+  bool last = true;  // false: something newer may follow
+  // The site is to be asked for its icon; takeSite() is to follow.
+  bool fetch = false;
 };
 
 class ImageWork;
@@ -44,13 +46,16 @@ class ImageLoader {
 
   // Keeps icons below the data folder. Only before start().
   void useCache(const std::wstring& dataFolder);
-  // Whether the icons of web addresses are fetched, and through which proxy (as
-  // HttpRequest has it). At any time, for what is asked for from then on.
-  void setWeb(bool allowed, std::wstring proxy);
+  // Whether the icons of web addresses are fetched. At any time, for what is asked for
+  // from then on.
+  void setWeb(bool allowed);
 
   // Once. `news` is called when there is something to take().
   void start(Doorbell& doorbell, std::function<void()> news);
   void request(ImageRequest request);
+  // What may be the icon of the request's site; no bytes say that there is none. What
+  // is no picture is answered by asking for more.
+  void takeSite(ImageRequest request, std::string bytes);
   // What is asked for from then on is found in no cache.
   void forgetCached();
   std::vector<ImageResult> take();
@@ -59,7 +64,7 @@ class ImageLoader {
   static Bitmap load(const std::wstring& imagesFolder, const ImageRef& image, int edge);
 
  private:
-  static constexpr std::size_t kLanes = 3;
+  static constexpr std::size_t kLanes = 2;
   const std::shared_ptr<ImageWork> work_;
   std::optional<Mailbox<ImageResult>> results_;
   std::array<Worker, kLanes> workers_;

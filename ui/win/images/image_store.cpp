@@ -4,6 +4,7 @@
 
 #include "ui/win/images/icon_bitmap.h"
 #include "ui/win/images/image_loader.h"
+#include "ui/win/images/site_icons.h"
 
 namespace varnowick {
 
@@ -26,10 +27,15 @@ ImageStore::~ImageStore() = default;
 void ImageStore::useCache(const std::wstring& dataFolder) { loader_->useCache(dataFolder); }
 
 void ImageStore::setWeb(bool allowed, const std::wstring& proxy) {
-  loader_->setWeb(allowed, proxy);
+  proxy_ = proxy;
+  loader_->setWeb(allowed);
 }
 
-void ImageStore::start(Doorbell& doorbell, std::function<void()> news) {
+void ImageStore::start(Doorbell& doorbell, Fetchers& fetchers, std::function<void()> news) {
+  sites_ =
+      std::make_unique<SiteIcons>(fetchers, [this](const ImageRequest& request, std::string bytes) {
+        loader_->takeSite(request, std::move(bytes));
+      });
   loader_->start(doorbell, std::move(news));
 }
 
@@ -43,6 +49,7 @@ bool ImageStore::deliver() {
   bool changed = false;
   for (ImageResult& result : loader_->take()) {
     if (result.last) waiting_ = std::max(0, waiting_ - 1);
+    if (result.fetch) sites_->fetch(result.request, proxy_);
     const int edge = result.request.edge;
     const auto found = entries_.find(keyOf(result.request.image, {{edge}, {edge}}));
     // It may have been forgotten, and asked for again, meanwhile.

@@ -19,7 +19,9 @@
 namespace varnowick {
 
 class Doorbell;
+class Fetchers;
 class ImageLoader;
+class SiteIcons;
 
 class ImageStore final : public ImageSource {
  public:
@@ -35,12 +37,12 @@ class ImageStore final : public ImageSource {
   // at once. Only before start().
   void useCache(const std::wstring& dataFolder);
   // Whether the icons of web addresses are fetched from their sites; not until
-  // this is called. The proxy is as HttpRequest has it. At any time.
+  // this is called. The proxy is as FetchRequest has it. At any time.
   void setWeb(bool allowed, const std::wstring& proxy);
 
   // Starts the workers, once the window is on screen. `news` is called whenever results
   // are waiting for deliver(). Until then requests pile up.
-  void start(Doorbell& doorbell, std::function<void()> news);
+  void start(Doorbell& doorbell, Fetchers& fetchers, std::function<void()> news);
   // Takes the results in. True when something is drawn differently from now on.
   bool deliver();
 
@@ -77,7 +79,9 @@ class ImageStore final : public ImageSource {
   std::uint64_t uses_ = 0;
   unsigned generation_ = 0;
   int waiting_ = 0;
+  std::wstring proxy_;
   const std::unique_ptr<ImageLoader> loader_;
+  std::unique_ptr<SiteIcons> sites_;
 };
 
 // Which of the program's own pictures stands for an image that is not there.

@@ -5,9 +5,7 @@
 #include <utility>
 
 #include "platform/win32/win32_files.h"
-#include "platform/win32/win32_http.h"
 #include "shortcuts/site_icon.h"
-#include "shortcuts/site_icon_fetch.h"
 #include "ui/win/images/icon_bitmap.h"
 #include "ui/win/images/icon_picture.h"
 
@@ -34,20 +32,6 @@ std::uint64_t timeOf(const std::wstring& path) {
   return std::max<std::uint64_t>(1, ticksOf(data.ftLastWriteTime));
 }
 
-// This thread in the apartment of COM that needs no messages.
-class SharedApartment {
- public:
-  SharedApartment() : result_(CoInitializeEx(nullptr, COINIT_MULTITHREADED)) {}
-  SharedApartment(const SharedApartment&) = delete;
-  SharedApartment& operator=(const SharedApartment&) = delete;
-  ~SharedApartment() {
-    if (SUCCEEDED(result_)) CoUninitialize();
-  }
-
- private:
-  HRESULT result_;
-};
-
 }  // namespace
 
 ImageWork::ImageWork(std::wstring imagesFolder) : imagesFolder_(std::move(imagesFolder)) {
@@ -58,10 +42,9 @@ void ImageWork::useCache(const std::wstring& dataFolder) {
   cache_ = std::make_unique<IconDiskCache>(dataFolder);
 }
 
-void ImageWork::setWeb(bool allowed, std::wstring proxy) {
+void ImageWork::setWeb(bool allowed) {
   const Lock lock(lock_);
   webAllowed_ = allowed;
-  proxy_ = std::move(proxy);
 }
 
 void ImageWork::push(LaneId id, Urgency urgency, Job job) {
@@ -73,24 +56,26 @@ void ImageWork::push(LaneId id, Urgency urgency, Job job) {
 void ImageWork::request(ImageRequest request) {
   using Source = ImageRef::Source;
   const Source source = request.image.source;
-  if (source == Source::Asset) return push(kLocal, kAssets, {std::move(request), false, {}, 0});
-  if (source == Source::IconOf) return push(kLocal, kLookups, {std::move(request), false, {}, 0});
+  if (source == Source::Asset) return push(kLocal, kAssets, {std::move(request)});
+  if (source == Source::IconOf) return push(kLocal, kLookups, {std::move(request)});
   const LaneId lane = mayBeSlow(request.image.name) ? kSlow : kLocal;
-  push(lane, kLoads, {std::move(request), false, {}, 0});
+  push(lane, kLoads, {std::move(request)});
+}
+
+void ImageWork::takeSite(ImageRequest request, std::string bytes) {
+  Job job{std::move(request), Job::Kind::Site};
+  job.bytes = std::move(bytes);
+  push(kLocal, kLoads, std::move(job));
 }
 
 void ImageWork::forgetCached() {
-  if (cache_) push(kLocal, kLookups, {{}, true, {}, 0});
+  if (cache_) push(kLocal, kLookups, {{}, Job::Kind::Forget});
 }
 
 // A thread that is an apartment of COM must let messages through while it waits:
 // it has a hidden window, and whoever sends to all windows would hang on it.
 void ImageWork::waitForWork(LaneId id, const Stop& stop) const {
   const HANDLE events[] = {stop.event(), lanes_[id].wake.get()};
-  if (id == kWeb) {
-    WaitForMultipleObjects(2, events, FALSE, INFINITE);
-    return;
-  }
   while (MsgWaitForMultipleObjects(2, events, FALSE, INFINITE, QS_ALLINPUT) == WAIT_OBJECT_0 + 2) {
     MSG message{};
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
@@ -123,34 +108,31 @@ bool ImageWork::next(LaneId id, const Stop& stop, Job& job, Urgency& urgency) {
 }
 
 void ImageWork::run(LaneId id, const Stop& stop) {
-  // The shell's icons want an apartment. The web's worker shows pictures alone and
-  // waits for servers, without looking at messages.
+  // The shell's icons want one.
   std::optional<ComApartment> apartment;
-  std::optional<SharedApartment> shared;
   Job job;
   Urgency urgency = kLoads;
   while (next(id, stop, job, urgency)) {
-    if (id == kWeb && !shared) shared.emplace();
-    if (id != kWeb && !apartment) apartment.emplace();
+    if (!apartment) apartment.emplace();
     // The worker must not fall over one picture.
     try {
-      handle(id, stop, urgency, job);
+      handle(urgency, job);
     } catch (const std::exception&) {
       deliver(job.request, {}, true);
     }
   }
 }
 
-void ImageWork::handle(LaneId id, const Stop& stop, Urgency urgency, Job& job) {
+void ImageWork::handle(Urgency urgency, Job& job) {
   const ImageRef& image = job.request.image;
-  if (job.forget) {
+  if (job.kind == Job::Kind::Forget) {
     cache_->clear();
+  } else if (job.kind == Job::Kind::Site) {
+    settleSite(job);
   } else if (image.source != ImageRef::Source::IconOf) {
     deliver(job.request, ImageLoader::load(imagesFolder_, image, job.request.edge), true);
   } else if (urgency == kLookups) {
     lookUp(job);
-  } else if (id == kWeb) {
-    fetchSite(job, stop);
   } else {
     loadIcon(job);
   }
@@ -176,7 +158,6 @@ void ImageWork::lookUpAddress(Job& job) {
     if (auto kept = cache_->last(address, job.request.edge); kept) {
       due = siteIconIsDue(kept->time, !kept->bitmap.empty(), today());
       job.shown = std::move(kept->bitmap);
-      job.time = kept->time;
     }
   }
   bool allowed = false;
@@ -186,11 +167,9 @@ void ImageWork::lookUpAddress(Job& job) {
   }
   const bool fetch = due && allowed && siteIconRoot(address);
   // Until the site's own is there, an address looks like any page.
-  deliver(job.request,
-          job.shown.empty() ? ImageLoader::load(imagesFolder_, job.request.image, job.request.edge)
-                            : job.shown,
-          !fetch);
-  if (fetch) push(kWeb, kLoads, std::move(job));
+  if (job.shown.empty())
+    job.shown = ImageLoader::load(imagesFolder_, job.request.image, job.request.edge);
+  deliver(job.request, std::move(job.shown), !fetch, fetch);
 }
 
 void ImageWork::loadIcon(Job& job) {
@@ -206,34 +185,25 @@ void ImageWork::loadIcon(Job& job) {
   deliver(job.request, changed ? std::move(bitmap) : Bitmap{}, true);
 }
 
-void ImageWork::fetchSite(Job& job, const Stop& stop) {
-  SiteIconRequest request{job.request.image.name, {}, job.request.edge};
-  {
-    const Lock lock(lock_);
-    request.proxy = proxy_;
-  }
-  Win32Http http(stop.event());
-  Win32TextCodec codec;
+void ImageWork::settleSite(const Job& job) {
+  const auto& [image, edge, generation] = job.request;
   Bitmap bitmap;
-  fetchSiteIcon(
-      http, codec, request, [] { return static_cast<std::uint32_t>(GetTickCount()); },
-      [&](std::string_view bytes) {
-        bitmap = decodeIconPicture(bytes, request.edge);
-        return !bitmap.empty();
-      });
-  // What was broken off says nothing of the site.
-  if (stop.asked()) return;
+  if (!job.bytes.empty()) {
+    bitmap = decodeIconPicture(job.bytes, edge);
+    if (bitmap.empty()) return deliver(job.request, {}, false, true);
+  }
   if (cache_) {
     // A site that cannot be reached keeps the icon it had, and is asked tomorrow.
-    const bool keepOld = bitmap.empty() && !job.shown.empty();
-    cache_->keep(request.page, request.edge, keepOld ? today() + 1 - kSiteIconDays : today(),
-                 keepOld ? job.shown : bitmap);
+    auto kept = bitmap.empty() ? cache_->last(image.name, edge) : std::nullopt;
+    const bool keepOld = kept && !kept->bitmap.empty();
+    cache_->keep(image.name, edge, keepOld ? today() + 1 - kSiteIconDays : today(),
+                 keepOld ? kept->bitmap : bitmap);
   }
   deliver(job.request, std::move(bitmap), true);
 }
 
-void ImageWork::deliver(const ImageRequest& request, Bitmap bitmap, bool last) {
-  results_->send({request, std::move(bitmap), last});
+void ImageWork::deliver(const ImageRequest& request, Bitmap bitmap, bool last, bool fetch) {
+  results_->send({request, std::move(bitmap), last, fetch});
 }
 
 }  // namespace varnowick

@@ -17,7 +17,7 @@ namespace varnowick {
 
 class ImageWork {
  public:
-  enum LaneId { kLocal, kSlow, kWeb, kLanes };
+  enum LaneId { kLocal, kSlow, kLanes };
   using Results = Mailbox<ImageResult>::Sender;
 
   explicit ImageWork(std::wstring imagesFolder);
@@ -25,8 +25,9 @@ class ImageWork {
   void useCache(const std::wstring& dataFolder);
   void sendTo(Results results) { results_ = std::move(results); }
 
-  void setWeb(bool allowed, std::wstring proxy);
+  void setWeb(bool allowed);
   void request(ImageRequest request);
+  void takeSite(ImageRequest request, std::string bytes);
   void forgetCached();
   // Until it is asked to stop. One thread a lane.
   void run(LaneId id, const Stop& stop);
@@ -36,9 +37,10 @@ class ImageWork {
   enum Urgency { kAssets, kLookups, kLoads, kUrgencies };
   struct Job {
     ImageRequest request{};
-    bool forget = false;
+    enum class Kind { Show, Forget, Site } kind = Kind::Show;
     Bitmap shown{};          // what the cache had
     std::uint64_t time = 0;  // of the source, as the cache had it
+    std::string bytes{};     // that have come from the site
   };
   struct Lane {
     KernelHandle wake;
@@ -48,19 +50,18 @@ class ImageWork {
   void push(LaneId id, Urgency urgency, Job job);
   void waitForWork(LaneId id, const Stop& stop) const;
   bool next(LaneId id, const Stop& stop, Job& job, Urgency& urgency);
-  void handle(LaneId id, const Stop& stop, Urgency urgency, Job& job);
+  void handle(Urgency urgency, Job& job);
   void lookUp(Job& job);
   void lookUpAddress(Job& job);
   void loadIcon(Job& job);
-  void fetchSite(Job& job, const Stop& stop);
-  void deliver(const ImageRequest& request, Bitmap bitmap, bool last);
+  void settleSite(const Job& job);
+  void deliver(const ImageRequest& request, Bitmap bitmap, bool last, bool fetch = false);
 
   const std::wstring imagesFolder_;
   std::unique_ptr<IconDiskCache> cache_;  // locks itself
   std::optional<Results> results_;
   CriticalSection lock_;  // around everything below
   std::array<Lane, kLanes> lanes_;
-  std::wstring proxy_;
   bool webAllowed_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/win32/background.h"
+#include "platform/win32/win32_fetcher.h"
 #include "platform/win32/win32_files.h"
 #include "tests/support/loopback_server.h"
 #include "tests/support/run_messages.h"
@@ -25,7 +26,7 @@ class ImageStoreTest : public testing::Test {
   }
 
   void start(ImageStore& store) {
-    store.start(doorbell_, [&store] { store.deliver(); });
+    store.start(doorbell_, fetchers_, [&store] { store.deliver(); });
   }
   // Until nothing is under way.
   static void settle(const ImageStore& store) {
@@ -37,6 +38,7 @@ class ImageStoreTest : public testing::Test {
 
   const TempFolder folder_;
   Doorbell doorbell_;
+  Win32Fetchers fetchers_{doorbell_};
 };
 
 TEST_F(ImageStoreTest, GivesWhatIsThereAndAsksForTheRestOnce) {

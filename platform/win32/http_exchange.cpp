@@ -1,11 +1,14 @@
-#include "platform/win32/win32_http.h"
+#include "platform/win32/http_exchange.h"
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "core/public_host.h"
+#include "core/unpack.h"
 #include "core/web_address.h"
 #include "platform/win32/win32_text_codec.h"
 #include "platform/win32/win_http.h"
@@ -16,42 +19,104 @@ namespace {
 
 constexpr int kMaxRedirects = 10;
 constexpr std::size_t kChunkBytes = 16 * 1024;
+constexpr std::size_t kMaxBodySent = 16U << 20;
+constexpr DWORD kMaxHeaderBytes = 256 * 1024;
 constexpr DWORD kStatusPermanentRedirect = 308;
 // Names that came later.
 constexpr DWORD kOptionSecureProtocols = 84;
 constexpr DWORD kTls12And13 = 0x0800 | 0x2000;
 constexpr DWORD kTls10To12 = 0x0080 | 0x0200 | 0x0800;
 
-const wchar_t* textOf(DWORD code) {
+struct Failure {
+  FetchFailure kind;
+  const wchar_t* text;
+};
+
+constexpr Failure kTooLong{FetchFailure::TooLarge, L"The server's answer is too long."};
+constexpr Failure kNotUnderstood{FetchFailure::NotUnderstood,
+                                 L"The server's answer was not understood."};
+constexpr Failure kNotOpened{FetchFailure::BadRedirect,
+                             L"The server refers to an address that is not opened."};
+constexpr Failure kCircle{FetchFailure::BadRedirect, L"The server's references lead in a circle."};
+constexpr Failure kNoMemory{FetchFailure::Lost, L"There is not enough memory."};
+constexpr Failure kNoEngine{FetchFailure::NotSupported, L"This system cannot open web addresses."};
+constexpr Failure kBadRequest{FetchFailure::NotSupported, L"The address cannot be opened."};
+
+std::optional<Failure> failureOf(DWORD code) {
   switch (code) {
     case ERROR_WINHTTP_TIMEOUT:
-      return L"The server did not answer in time.";
+      return Failure{FetchFailure::TimedOut, L"The server did not answer in time."};
     case ERROR_WINHTTP_NAME_NOT_RESOLVED:
-      return L"The server's name could not be found.";
+      return Failure{FetchFailure::NoName, L"The server's name could not be found."};
     case ERROR_WINHTTP_CANNOT_CONNECT:
-      return L"The connection to the server could not be made.";
+      return Failure{FetchFailure::Refused, L"The connection to the server could not be made."};
     case ERROR_WINHTTP_CONNECTION_ERROR:
-      return L"The connection to the server was lost.";
+      return Failure{FetchFailure::Lost, L"The connection to the server was lost."};
     case ERROR_WINHTTP_SECURE_FAILURE:
     case ERROR_WINHTTP_SECURE_CERT_CN_INVALID:
     case ERROR_WINHTTP_SECURE_CERT_DATE_INVALID:
     case ERROR_WINHTTP_SECURE_INVALID_CA:
     case ERROR_WINHTTP_SECURE_CHANNEL_ERROR:
-      return L"The server's certificate could not be verified.";
+      return Failure{FetchFailure::Certificate, L"The server's certificate could not be verified."};
     case ERROR_WINHTTP_INVALID_SERVER_RESPONSE:
-      return L"The server's answer was not understood.";
-    case ERROR_WINHTTP_OPERATION_CANCELLED:
-      return L"The request was cancelled.";
+      return kNotUnderstood;
+    case ERROR_WINHTTP_INVALID_URL:
+      return kBadRequest;
     case ERROR_WINHTTP_HEADER_SIZE_OVERFLOW:
-      return L"The server's answer is too long.";
+      return kTooLong;
     default:
-      return nullptr;
+      return std::nullopt;
   }
 }
 
-std::wstring errorText(DWORD code) {
-  const wchar_t* text = textOf(code);
-  return text != nullptr ? text : L"The request failed (error " + std::to_wstring(code) + L").";
+FetchReply failed(const Failure& failure) {
+  FetchReply reply;
+  reply.failure = failure.kind;
+  reply.reason = failure.text;
+  return reply;
+}
+
+FetchReply failed(DWORD code) {
+  if (const auto known = failureOf(code)) return failed(*known);
+  FetchReply reply = failed({FetchFailure::Lost, L""});
+  reply.reason = L"The request failed (error " + std::to_wstring(code) + L").";
+  return reply;
+}
+
+std::wstring widened(std::string_view text) {
+  std::wstring wide;
+  for (const char c : text) wide += static_cast<unsigned char>(c);
+  return wide;
+}
+
+std::string narrowed(std::wstring_view text) {
+  std::string narrow;
+  for (const wchar_t c : text) narrow += c < 0x100 ? static_cast<char>(c) : '?';
+  return narrow;
+}
+
+bool sameName(std::string_view one, std::string_view other) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                    [&](char a, char b) { return lower(a) == lower(b); });
+}
+
+// Nothing in it may begin another header, or another request.
+bool isToken(std::string_view text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
+    return c > ' ' && c < 0x7F &&
+           std::string_view("()<>@,;:\\\"/[]?={}").find(c) == std::string_view::npos;
+  });
+}
+
+bool maySend(const FetchRequest& request) {
+  return isToken(request.method) && request.body.size() <= kMaxBodySent &&
+         std::all_of(request.headers.begin(), request.headers.end(), [](const auto& header) {
+           return isToken(header.first) &&
+                  std::none_of(header.second.begin(), header.second.end(), [](char c) {
+                    return static_cast<unsigned char>(c) < ' ' || c == 0x7F;
+                  });
+         });
 }
 
 // Never 0: what has failed must not pass for done.
@@ -127,10 +192,10 @@ class Operation {
 
 class Exchange {
  public:
-  Exchange(const HttpRequest& request, HANDLE cancel)
+  Exchange(const FetchRequest& request, HANDLE cancel)
       : wanted_(request), cancel_(cancel), begin_(GetTickCount()) {}
 
-  HttpReply run() {
+  FetchReply run() {
     if (!openSession()) return failed(lastError());
     std::wstring url = wanted_.url;
     for (int hop = 0; hop <= kMaxRedirects; ++hop) {
@@ -138,10 +203,11 @@ class Exchange {
       if (result.error != 0) return failed(result.error);
       if (!result.redirected) return answer(std::move(url), result.status);
       auto next = resolveWebReference(url, result.location);
-      if (!next) return refused(L"The server refers to an address that is not opened.");
+      if (!next) return failed(kNotOpened);
+      sendLess(url, *next, result.status);
       url = std::move(*next);
     }
-    return refused(L"The server's references lead in a circle.");
+    return failed(kCircle);
   }
 
  private:
@@ -152,8 +218,27 @@ class Exchange {
     std::wstring location;
   };
 
-  static HttpReply refused(const wchar_t* text) { return {0, {}, {}, text}; }
-  static HttpReply failed(DWORD code) { return {0, {}, {}, errorText(code)}; }
+  // Not everything goes on to where a redirect leads.
+  void sendLess(const std::wstring& from, const std::wstring& to, int status) {
+    const auto before = parseWebAddress(from);
+    const auto after = parseWebAddress(to);
+    const bool keeps =
+        status == HTTP_STATUS_REDIRECT_KEEP_VERB || status == kStatusPermanentRedirect;
+    if (!keeps && wanted_.method != "GET" && wanted_.method != "HEAD") {
+      wanted_.method = "GET";
+      wanted_.body.clear();
+      dropHeaders({"Content-Type", "Content-Encoding", "Content-Language"});
+    }
+    if (!before || !after || before->site() != after->site())
+      dropHeaders({"Authorization", "Proxy-Authorization", "Cookie"});
+  }
+
+  void dropHeaders(std::initializer_list<std::string_view> names) {
+    std::erase_if(wanted_.headers, [&](const auto& header) {
+      return std::any_of(names.begin(), names.end(),
+                         [&](std::string_view name) { return sameName(name, header.first); });
+    });
+  }
 
   DWORD left() const {
     const DWORD passed = GetTickCount() - begin_;
@@ -208,11 +293,11 @@ class Exchange {
                                    static_cast<INTERNET_PORT>(address.port), 0));
     if (!connection_) return false;
     const wchar_t* accepted[] = {L"*/*", nullptr};
-    request_.reset(api_.openRequest(
-        connection_.get(), L"GET", std::wstring(target.begin(), target.end()).c_str(), nullptr,
-        WINHTTP_NO_REFERER, accepted,
-        WINHTTP_FLAG_ESCAPE_DISABLE |
-            (address.secure ? static_cast<DWORD>(WINHTTP_FLAG_SECURE) : 0U)));
+    request_.reset(
+        api_.openRequest(connection_.get(), widened(wanted_.method).c_str(),
+                         widened(target).c_str(), nullptr, WINHTTP_NO_REFERER, accepted,
+                         WINHTTP_FLAG_ESCAPE_DISABLE |
+                             (address.secure ? static_cast<DWORD>(WINHTTP_FLAG_SECURE) : 0U)));
     if (!request_) return false;
     // Redirects are judged here. Cookies would be of no use; and a server must
     // not be able to ask for the user's name and password.
@@ -239,12 +324,23 @@ class Exchange {
     return hop;
   }
 
+  std::wstring headersToSend() const {
+    // Unpacked here, below the limit: the engine does it on newer systems alone.
+    std::string text = "Accept-Encoding: gzip, deflate\r\n";
+    for (const auto& [name, value] : wanted_.headers)
+      if (!sameName(name, "Accept-Encoding")) text += name + ": " + value + "\r\n";
+    return widened(text);
+  }
+
   Hop exchange(Operation& operation) {
     Hop hop;
-    hop.error = wait(
-        api_.sendRequest(request_.get(), WINHTTP_NO_ADDITIONAL_HEADERS, 0, WINHTTP_NO_REQUEST_DATA,
-                         0, 0, reinterpret_cast<DWORD_PTR>(&operation)),
-        operation);
+    const std::wstring headers = headersToSend();
+    const auto size = static_cast<DWORD>(wanted_.body.size());
+    hop.error =
+        wait(api_.sendRequest(request_.get(), headers.c_str(), static_cast<DWORD>(headers.size()),
+                              size != 0 ? wanted_.body.data() : WINHTTP_NO_REQUEST_DATA, size, size,
+                              reinterpret_cast<DWORD_PTR>(&operation)),
+             operation);
     if (hop.error == 0) hop.error = wait(api_.receiveResponse(request_.get(), nullptr), operation);
     if (hop.error != 0) return hop;
     const DWORD status = number(request_.get(), WINHTTP_QUERY_STATUS_CODE, 0);
@@ -255,7 +351,8 @@ class Exchange {
       hop.redirected = true;
       hop.location = location();
     } else {
-      hop.error = readBody(operation);
+      hop.error = readHeaders();
+      if (hop.error == 0) hop.error = readBody(operation);
     }
     return hop;
   }
@@ -272,8 +369,38 @@ class Exchange {
     return text.data();
   }
 
+  // The status line is left out.
+  DWORD readHeaders() {
+    DWORD size = 0;
+    const auto query = [&](void* buffer) {
+      return api_.queryHeaders(request_.get(), WINHTTP_QUERY_RAW_HEADERS_CRLF,
+                               WINHTTP_HEADER_NAME_BY_INDEX, buffer, &size,
+                               WINHTTP_NO_HEADER_INDEX);
+    };
+    query(WINHTTP_NO_OUTPUT_BUFFER);
+    if (size > kMaxHeaderBytes * sizeof(wchar_t)) return ERROR_WINHTTP_HEADER_SIZE_OVERFLOW;
+    std::wstring raw(size / sizeof(wchar_t) + 1, L'\0');
+    size = static_cast<DWORD>(raw.size() * sizeof(wchar_t));
+    if (!query(raw.data())) return lastError();
+    raw.resize(size / sizeof(wchar_t));
+    const std::string text = narrowed(raw);
+    for (std::size_t at = text.find('\n'); at < text.size();) {
+      const std::size_t end = std::min(text.find('\n', at + 1), text.size());
+      std::string_view line = std::string_view(text).substr(at + 1, end - at - 1);
+      at = end;
+      while (!line.empty() && (line.back() == '\r' || line.back() == ' ')) line.remove_suffix(1);
+      const std::size_t colon = line.find(':');
+      if (colon == std::string_view::npos || colon == 0) continue;
+      const std::size_t value = std::min(line.find_first_not_of(" \t", colon + 1), line.size());
+      headers_.emplace_back(line.substr(0, colon), line.substr(value));
+    }
+    return 0;
+  }
+
   DWORD readBody(Operation& operation) {
-    const DWORD claimed = number(request_.get(), WINHTTP_QUERY_CONTENT_LENGTH, 0);
+    // The answer to HEAD has the length of a body that does not come.
+    const DWORD claimed =
+        wanted_.method == "HEAD" ? 0 : number(request_.get(), WINHTTP_QUERY_CONTENT_LENGTH, 0);
     tooLong_ = !wanted_.keepBeginning && claimed > wanted_.maxBytes;
     while (!tooLong_) {
       const DWORD error =
@@ -286,35 +413,61 @@ class Exchange {
       body_ += operation.received();
       if (body_.size() > wanted_.maxBytes) {
         body_.resize(wanted_.maxBytes);
-        if (wanted_.keepBeginning) return 0;
+        cut_ = wanted_.keepBeginning;
+        if (cut_) return 0;
         tooLong_ = true;
       }
     }
     return 0;
   }
 
-  HttpReply answer(std::wstring url, int status) {
-    if (tooLong_) return {status, {}, std::move(url), textOf(ERROR_WINHTTP_HEADER_SIZE_OVERFLOW)};
-    return {status, std::move(body_), std::move(url), {}};
+  std::string_view packing() const {
+    std::string_view found;
+    for (const auto& [name, value] : headers_)
+      if (sameName(name, "Content-Encoding") && !sameName(value, "identity")) found = value;
+    return found;
+  }
+
+  FetchReply answer(std::wstring url, int status) {
+    FetchReply reply;
+    const std::string_view packed = packing();
+    if (!tooLong_ && !packed.empty() && !body_.empty()) {
+      if (!sameName(packed, "gzip") && !sameName(packed, "x-gzip") && !sameName(packed, "deflate"))
+        reply = failed(kNotUnderstood);
+      Unpacked unpacked = unpack(body_, wanted_.maxBytes);
+      tooLong_ = unpacked.tooLong && !wanted_.keepBeginning;
+      // What was cut as asked has no end.
+      if (!unpacked.whole && !unpacked.tooLong && !cut_) reply = failed(kNotUnderstood);
+      body_ = std::move(unpacked.bytes);
+    }
+    if (tooLong_) reply = failed(kTooLong);
+    if (reply.failure == FetchFailure::None) reply.bytes = std::move(body_);
+    reply.status = status;
+    reply.headers = std::move(headers_);
+    reply.finalUrl = std::move(url);
+    return reply;
   }
 
   const WinHttp& api_ = WinHttp::get();
-  const HttpRequest& wanted_;
+  FetchRequest wanted_;  // as it is sent to where the redirects have led
   const HANDLE cancel_;
   const DWORD begin_;
   InternetHandle session_, connection_, request_;
+  FetchHeaders headers_;
   std::string body_;
   bool tooLong_ = false;
+  bool cut_ = false;
 };
 
 }  // namespace
 
-HttpReply Win32Http::get(const HttpRequest& request) {
-  if (!WinHttp::get().ready) return {0, {}, {}, L"This system cannot open web addresses."};
+FetchReply exchangeOverHttp(const FetchRequest& request, HANDLE cancel) {
+  if (!maySend(request)) return failed(kBadRequest);
+  if (!WinHttp::get().ready) return failed(kNoEngine);
   try {
-    return Exchange(request, cancel_).run();
+    return Exchange(request, cancel).run();
   } catch (const std::bad_alloc&) {
-    return {0, {}, {}, L"There is not enough memory."};
+    return failed(kNoMemory);
   }
 }
 
