@@ -35,6 +35,7 @@ namespace varnowick::e2e {
 namespace {
 
 constexpr double kStartAim = 1.5;     // times a bare window
+constexpr double kMemoryAim = 1.5;    // times a bare window that loads the same
 constexpr double kObjectsAim = 100;   // USER objects, whatever the workspace
 constexpr double kIdleAim = 0.1;      // per cent of one processor
 constexpr DWORD kSettle = 2000;       // ms until icons are loaded and timers rest
@@ -287,14 +288,16 @@ class Bench {
   void held() {
     folder_.writeAll(workspace(kOrdinary, false));
     removeContainersFrom(kOrdinary.containers);
-    memory("private memory, 12 x 10");
+    memory("private memory, 12 x 10", bare_, "a bare window", std::nullopt);
+    memory("the same", bare_ + L" libraries", "a bare window with COM and the same DLLs",
+           kMemoryAim);
     {
       const Started small(quoted(folder_.exe()));
       letTimePass(kSettle);
       windows("windows, 12 x 10", small);
     }
     folder_.writeAll(workspace(kLarge, false));
-    memory("private memory, 40 x 250");
+    memory("private memory, 40 x 250", bare_, "a bare window", std::nullopt);
 
     const Started bare(bare_);
     const Started program(quoted(folder_.exe()));
@@ -362,13 +365,19 @@ class Bench {
     }
   }
 
-  void memory(const std::string& name) {
-    const Started bare(bare_);
+  void memory(const std::string& name, const std::wstring& peer, const std::string& peerName,
+              std::optional<double> aim) {
+    const Started bare(peer);
     const Started program(quoted(folder_.exe()));
     letTimePass(kSettle);
     const double ours = privateMemory(program.process(), HostProcess::find(folder_.exe()));
     const double peers = privateMemory(bare.process(), HostProcess::find(bareExe()));
-    print({name, text("%.1f MB", ours), text("%.1f MB a bare window", peers), ours / peers});
+    Row row{name, text("%.1f MB", ours), text("%.1f MB ", peers) + peerName, ours / peers};
+    if (aim) {
+      row.aim = text("at most %.1f", *aim);
+      row.ok = ours <= *aim * peers;
+    }
+    print(row);
   }
 
   static void windows(const std::string& name, const Started& program) {
