@@ -6,6 +6,10 @@ if(VARNOWICK_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(VARNOWICK_FUZZ)
+  # The readers, and what they need.
+  list(FILTER PORTABLE_SOURCES INCLUDE REGEX "^${CMAKE_SOURCE_DIR}/(core|shortcuts)/")
+endif()
 add_library(varnowick_portable STATIC ${PORTABLE_SOURCES})
 target_link_libraries(varnowick_portable z)
 if(VARNOWICK_BENCH)
@@ -28,6 +32,7 @@ if(VARNOWICK_FUZZ)
   set(FUZZ_FLAGS -g -O1 -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
   target_compile_options(varnowick_portable PRIVATE
     ${FUZZ_FLAGS} -fsanitize=fuzzer-no-link,address,undefined)
+  compile_by_folder(varnowick_portable)
   file(GLOB FUZZ_TARGETS CONFIGURE_DEPENDS tests/fuzz/*_fuzz.cpp)
   file(GLOB FUZZ_SUPPORT CONFIGURE_DEPENDS tests/fakes/*.cpp)
   if(FUZZ_TARGETS)

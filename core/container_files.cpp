@@ -12,8 +12,6 @@ constexpr std::string_view kNameKey = "[Name]";
 
 using C = clsContainer;
 using When = ContainerRow::When;
-constexpr ValueKind kPosition = ValueKind::WholePosition;
-constexpr ValueKind kExtent = ValueKind::WholeExtent;
 
 // Extents that are saved while folded or shrunk are whole; the record in its
 // form for the file has them rounded already.
@@ -38,15 +36,23 @@ constexpr std::array<ContainerRow, 36> kContainerRows{{
     {field<&C::DetachedAutoHide>("[DetachedAutoHide]"), When::Detached},
     {field<&C::DetachedCollapseOnClick>("[DetachedCollapseOnClick]"), When::Detached},
     {field<&C::DetachedFadeOut>("[DetachedFadeOut]"), When::Detached},
-    {field<&C::detachedLabelRect, &TwipsRect::left>("[DetachedTabX]", kPosition), When::Detached},
-    {field<&C::detachedLabelRect, &TwipsRect::top>("[DetachedTabY]", kPosition), When::Detached},
-    {field<&C::detachedLabelRect, &TwipsRect::height>("[DetachedTabH]", kExtent), When::Detached},
-    {field<&C::detachedLabelRect, &TwipsRect::width>("[DetachedTabW]", kExtent), When::Detached},
+    {field<&C::detachedLabelRect, &TwipsRect::left>("[DetachedTabX]", ValueKind::WholePosition),
+     When::Detached},
+    {field<&C::detachedLabelRect, &TwipsRect::top>("[DetachedTabY]", ValueKind::WholePosition),
+     When::Detached},
+    {field<&C::detachedLabelRect, &TwipsRect::height>("[DetachedTabH]", ValueKind::WholeExtent),
+     When::Detached},
+    {field<&C::detachedLabelRect, &TwipsRect::width>("[DetachedTabW]", ValueKind::WholeExtent),
+     When::Detached},
     {field<&C::DetachedTabDockedWhere>("[DetachedTabDocked]"), When::Detached},
-    {field<&C::detachedRect, &TwipsRect::left>("[DetachedX]", kPosition), When::Detached},
-    {field<&C::detachedRect, &TwipsRect::top>("[DetachedY]", kPosition), When::Detached},
-    {field<&C::detachedRect, &TwipsRect::height>("[DetachedH]", kExtent), When::Detached},
-    {field<&C::detachedRect, &TwipsRect::width>("[DetachedW]", kExtent), When::Detached},
+    {field<&C::detachedRect, &TwipsRect::left>("[DetachedX]", ValueKind::WholePosition),
+     When::Detached},
+    {field<&C::detachedRect, &TwipsRect::top>("[DetachedY]", ValueKind::WholePosition),
+     When::Detached},
+    {field<&C::detachedRect, &TwipsRect::height>("[DetachedH]", ValueKind::WholeExtent),
+     When::Detached},
+    {field<&C::detachedRect, &TwipsRect::width>("[DetachedW]", ValueKind::WholeExtent),
+     When::Detached},
     {field<&C::HideToolbar>("[HideToolbar]"), When::ToolbarHidden},
     {field<&C::shrunk>("[Shrink]")},
     {field<&C::savedRect, &TwipsRect::left>("[X]")},

@@ -11,8 +11,8 @@ namespace varnowick {
 namespace {
 
 constexpr std::string_view kSignature("\x89PNG\r\n\x1A\n", 8);
-constexpr std::uint32_t kMaxEdge = 32768;
-constexpr std::uint64_t kMaxPixels = 1U << 24;
+constexpr std::uint32_t kMaxPngEdge = 32768;
+constexpr std::uint64_t kMaxPngPixels = 1U << 24;
 // No deflated byte stands for more than that many.
 constexpr std::uint64_t kMaxRatio = 1032;
 
@@ -56,9 +56,9 @@ std::optional<Header> readHeader(std::string_view data) {
   const bool typeFits = header.type <= kTrueColourAlpha && header.type != 1 && header.type != 5;
   // The last three: compression, filter, and interlacing, which is left out.
   if (!depthFits || !typeFits || data.substr(10) != std::string_view("\0\0\0", 3) ||
-      header.width == 0 || header.height == 0 || header.width > kMaxEdge ||
-      header.height > kMaxEdge ||
-      static_cast<std::uint64_t>(header.width) * header.height > kMaxPixels) {
+      header.width == 0 || header.height == 0 || header.width > kMaxPngEdge ||
+      header.height > kMaxPngEdge ||
+      static_cast<std::uint64_t>(header.width) * header.height > kMaxPngPixels) {
     return std::nullopt;
   }
   return header;

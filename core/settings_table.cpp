@@ -27,16 +27,14 @@ constexpr SettingRow writeOnly(std::string_view key, std::string_view value) {
 }
 
 using S = Settings;
-constexpr ValueKind kPosition = ValueKind::WholePosition;
-constexpr ValueKind kExtent = ValueKind::WholeExtent;
 
 constexpr std::array kSettings{
     kept<&S::hidden>("[Hidden]"),
     kept<&S::windowState>("[WindowState]"),
-    kept<&S::window, &TwipsRect::left>("[X]", kPosition),
-    kept<&S::window, &TwipsRect::top>("[Y]", kPosition),
-    kept<&S::window, &TwipsRect::width>("[W]", kExtent),
-    kept<&S::window, &TwipsRect::height>("[H]", kExtent),
+    kept<&S::window, &TwipsRect::left>("[X]", ValueKind::WholePosition),
+    kept<&S::window, &TwipsRect::top>("[Y]", ValueKind::WholePosition),
+    kept<&S::window, &TwipsRect::width>("[W]", ValueKind::WholeExtent),
+    kept<&S::window, &TwipsRect::height>("[H]", ValueKind::WholeExtent),
     kept<&S::align>("[Align]"),
     reset<&S::confirmDelete>("[ConfirmDelete]"),
     reset<&S::autoExpand>("[AutoExpand]"),
@@ -83,10 +81,10 @@ constexpr std::array kSettings{
     kept<&S::rssChkFullValue>("[RSSchkFullValue]"),
     kept<&S::rssChkHeadlineValue>("[RSSchkHeadlineValue]"),
     kept<&S::rssViewerOnTop>("[RSSViewerOnTop]"),
-    kept<&S::rssViewer, &TwipsRect::left>("[RSSViewerX]", kPosition),
-    kept<&S::rssViewer, &TwipsRect::top>("[RSSViewerY]", kPosition),
-    kept<&S::rssViewer, &TwipsRect::width>("[RSSViewerW]", kExtent),
-    kept<&S::rssViewer, &TwipsRect::height>("[RSSViewerH]", kExtent),
+    kept<&S::rssViewer, &TwipsRect::left>("[RSSViewerX]", ValueKind::WholePosition),
+    kept<&S::rssViewer, &TwipsRect::top>("[RSSViewerY]", ValueKind::WholePosition),
+    kept<&S::rssViewer, &TwipsRect::width>("[RSSViewerW]", ValueKind::WholeExtent),
+    kept<&S::rssViewer, &TwipsRect::height>("[RSSViewerH]", ValueKind::WholeExtent),
     reset<&S::rssUseProxy>("[RSSUseProxy]", kAffectsWeb),
 };
 

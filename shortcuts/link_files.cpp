@@ -35,7 +35,7 @@ constexpr std::size_t kEnvironmentAnsi = 8;
 constexpr std::size_t kEnvironmentWide = kEnvironmentAnsi + 260;
 constexpr std::size_t kEnvironmentSize = kEnvironmentWide + 520;
 
-constexpr std::size_t kMaxPath = 4096;
+constexpr std::size_t kMaxLinkPath = 4096;
 constexpr std::size_t kMaxArguments = 32767;
 
 // The caller has checked that the bytes are there.
@@ -148,9 +148,9 @@ bool readTexts(std::string_view& rest, std::uint32_t flags, ShellLink& link, Tex
 }
 
 bool isHealthy(const ShellLink& link) {
-  return isText(link.target, kMaxPath) && isText(link.relativePath, kMaxPath) &&
-         isText(link.arguments, kMaxArguments) && isText(link.workingFolder, kMaxPath) &&
-         isText(link.iconLocation, kMaxPath);
+  return isText(link.target, kMaxLinkPath) && isText(link.relativePath, kMaxLinkPath) &&
+         isText(link.arguments, kMaxArguments) && isText(link.workingFolder, kMaxLinkPath) &&
+         isText(link.iconLocation, kMaxLinkPath);
 }
 
 }  // namespace
@@ -201,7 +201,7 @@ std::optional<WebLink> parseWebLink(std::string_view bytes, TextCodec& codec) {
   for (std::string_view line; lines.next(line);) {
     line = trimBlanks(line);
     std::wstring text;
-    if (line.size() > kMaxPath || !lines.decode(line, text)) continue;
+    if (line.size() > kMaxLinkPath || !lines.decode(line, text)) continue;
     if (text.starts_with(L"[")) {
       inSection = sameIgnoringCase(text, L"[InternetShortcut]");
       continue;
@@ -210,7 +210,7 @@ std::optional<WebLink> parseWebLink(std::string_view bytes, TextCodec& codec) {
     if (!inSection || equals == std::wstring::npos) continue;
     const std::wstring_view key = trimBlanks(std::wstring_view(text).substr(0, equals));
     std::wstring value(trimBlanks(std::wstring_view(text).substr(equals + 1)));
-    if (!isText(value, kMaxPath)) continue;
+    if (!isText(value, kMaxLinkPath)) continue;
     // As in all files of this kind, the first of equal keys counts.
     if (sameIgnoringCase(key, L"URL") && link.address.empty()) {
       link.address = std::move(value);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr float kLargeFontSize = 10;
 
-std::wstring trimmed(std::wstring_view text) {
+std::wstring trimmedLine(std::wstring_view text) {
   const std::wstring line = oneLine(text);
   const std::size_t first = line.find_first_not_of(L" \x00A0");
   if (first == std::wstring::npos) return {};
@@ -21,9 +21,9 @@ std::wstring trimmed(std::wstring_view text) {
 
 // As copied from a folder window, where a path stands between quotation marks.
 std::wstring tidyPath(std::wstring_view text) {
-  std::wstring path = trimmed(text);
+  std::wstring path = trimmedLine(text);
   if (path.size() < 2 || path.front() != L'"' || path.back() != L'"') return path;
-  return trimmed(std::wstring_view(path).substr(1, path.size() - 2));
+  return trimmedLine(std::wstring_view(path).substr(1, path.size() - 2));
 }
 
 // "localhost:8080/x" begins with a host, not with a scheme.
@@ -45,7 +45,7 @@ std::wstring withoutBlanks(const std::wstring& address) {
 
 std::optional<FormFault> validateAddress(std::wstring& address, const std::wstring& stored) {
   if (!address.empty() && address == stored) return std::nullopt;
-  address = trimmed(address);
+  address = trimmedLine(address);
   if (address.empty()) return FormFault{FormField::Path, L"Enter a web address."};
   if (wholePath(address) || address.starts_with(L"\\\\"))
     return FormFault{FormField::Path, L"This is the path of a file, not a web address."};
@@ -124,8 +124,8 @@ std::optional<FormFault> validate(ShortcutForm& form) {
       return validateAddress(form.path, form.storedAddress);
     case ShortcutKindCode::Command:
       // A path that was entered before stays, for the way back.
-      form.path = trimmed(form.path);
-      if (trimmed(form.parameters).empty())
+      form.path = trimmedLine(form.path);
+      if (trimmedLine(form.parameters).empty())
         return FormFault{FormField::Parameters, L"Enter the system command."};
       return std::nullopt;
     default:
@@ -152,7 +152,7 @@ void applyForm(const ShortcutForm& form, clsShortcut& shortcut) {
 }
 
 clsShortcut newShortcut(ShortcutForm form, bool isFolder) {
-  if (trimmed(form.caption).empty()) {
+  if (trimmedLine(form.caption).empty()) {
     const bool web = form.kind == ShortcutKindCode::WebAddress;
     if (form.kind == ShortcutKindCode::Command)
       form.caption = tidyCaption(form.parameters);

@@ -18,7 +18,7 @@ namespace varnowick {
 namespace {
 
 constexpr int kMaxRedirects = 10;
-constexpr std::size_t kChunkBytes = 16 * 1024;
+constexpr std::size_t kReplyChunkBytes = 16 * 1024;
 constexpr std::size_t kMaxBodySent = 16U << 20;
 constexpr DWORD kMaxHeaderBytes = 256 * 1024;
 constexpr DWORD kStatusPermanentRedirect = 308;
@@ -120,7 +120,7 @@ bool maySend(const FetchRequest& request) {
 }
 
 // Never 0: what has failed must not pass for done.
-DWORD lastError() {
+DWORD lastHttpError() {
   const DWORD code = GetLastError();
   return code != 0 ? code : static_cast<DWORD>(ERROR_WINHTTP_INTERNAL_ERROR);
 }
@@ -187,7 +187,7 @@ class Operation {
   KernelHandle done_;
   DWORD error_ = 0;
   std::size_t received_ = 0;
-  std::array<char, kChunkBytes> buffer_{};
+  std::array<char, kReplyChunkBytes> buffer_{};
 };
 
 class Exchange {
@@ -196,7 +196,7 @@ class Exchange {
       : wanted_(request), cancel_(cancel), begin_(GetTickCount()) {}
 
   FetchReply run() {
-    if (!openSession()) return failed(lastError());
+    if (!openSession()) return failed(lastHttpError());
     std::wstring url = wanted_.url;
     for (int hop = 0; hop <= kMaxRedirects; ++hop) {
       const Hop result = visit(url);
@@ -265,7 +265,7 @@ class Exchange {
 
   // Waits for what was begun. 0, or why it has not been done.
   DWORD wait(BOOL begun, Operation& operation) const {
-    if (!begun) return lastError();
+    if (!begun) return lastHttpError();
     const HANDLE events[] = {operation.done(), cancel_};
     switch (WaitForMultipleObjects(cancel_ != nullptr ? 2 : 1, events, FALSE, left())) {
       case WAIT_OBJECT_0:
@@ -311,13 +311,13 @@ class Exchange {
     const auto address = parseWebAddress(url);
     if (!address || (wanted_.publicHostsOnly && !isPublicHost(address->host)))
       return {ERROR_WINHTTP_INVALID_URL, 0, false, {}};
-    if (!openRequest(*address)) return {lastError(), 0, false, {}};
+    if (!openRequest(*address)) return {lastHttpError(), 0, false, {}};
     struct Share {
       ~Share() { operation->release(); }
       Operation* operation = Operation::create();
     } const share;
     Operation& operation = *share.operation;
-    if (!operation.attachTo(request_.get())) return {lastError(), 0, false, {}};
+    if (!operation.attachTo(request_.get())) return {lastHttpError(), 0, false, {}};
     Hop hop = exchange(operation);
     // Whatever is still under way on it ends now.
     request_.reset();
@@ -381,7 +381,7 @@ class Exchange {
     if (size > kMaxHeaderBytes * sizeof(wchar_t)) return ERROR_WINHTTP_HEADER_SIZE_OVERFLOW;
     std::wstring raw(size / sizeof(wchar_t) + 1, L'\0');
     size = static_cast<DWORD>(raw.size() * sizeof(wchar_t));
-    if (!query(raw.data())) return lastError();
+    if (!query(raw.data())) return lastHttpError();
     raw.resize(size / sizeof(wchar_t));
     const std::string text = narrowed(raw);
     for (std::size_t at = text.find('\n'); at < text.size();) {
@@ -403,8 +403,8 @@ class Exchange {
         wanted_.method == "HEAD" ? 0 : number(request_.get(), WINHTTP_QUERY_CONTENT_LENGTH, 0);
     tooLong_ = !wanted_.keepBeginning && claimed > wanted_.maxBytes;
     while (!tooLong_) {
-      const DWORD error =
-          wait(api_.readData(request_.get(), operation.buffer(), kChunkBytes, nullptr), operation);
+      const DWORD error = wait(
+          api_.readData(request_.get(), operation.buffer(), kReplyChunkBytes, nullptr), operation);
       if (error != 0) return error;
       if (operation.received().empty()) {
         // Not every version of the engine says that the end was cut off.

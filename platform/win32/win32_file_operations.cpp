@@ -53,8 +53,7 @@ bool mayGoToShell(const std::wstring& path) {
 }
 
 bool isFolder(const std::wstring& path) {
-  const DWORD attributes = GetFileAttributesW(path.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  return hasFolderAttribute(GetFileAttributesW(path.c_str()));
 }
 
 FileOperationResult rename(const FileOperation& operation) {

@@ -21,10 +21,6 @@ constexpr std::size_t kClassicPathLimit = 247;
 
 FileStatus lastError() { return fileStatusOf(GetLastError()); }
 
-bool isFolder(DWORD attributes) {
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 bool endsWithIgnoringCase(std::wstring name, std::wstring_view extension) {
   if (name.size() < extension.size()) return false;
   std::wstring ending(extension);
@@ -61,6 +57,10 @@ FileStatus setLength(HANDLE file, std::size_t length) {
 }
 
 }  // namespace
+
+bool hasFolderAttribute(unsigned long attributes) {
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
 
 FileStatus fileStatusOf(unsigned long code) {
   using Kind = FileStatus::Kind;
@@ -172,8 +172,9 @@ FileStatus Win32Files::flush(const std::wstring& path) {
 
 FileStatus Win32Files::remove(const std::wstring& path) {
   const std::wstring name = pathForSystem(path);
-  const bool done = isFolder(GetFileAttributesW(name.c_str())) ? RemoveDirectoryW(name.c_str()) != 0
-                                                               : DeleteFileW(name.c_str()) != 0;
+  const bool done = hasFolderAttribute(GetFileAttributesW(name.c_str()))
+                        ? RemoveDirectoryW(name.c_str()) != 0
+                        : DeleteFileW(name.c_str()) != 0;
   if (done) return {};
   FileStatus status = lastError();
   return status.kind == FileStatus::Kind::NotFound ? FileStatus{} : status;
@@ -191,12 +192,13 @@ FileStatus Win32Files::createFolder(const std::wstring& path) {
   const std::wstring name = pathForSystem(path);
   if (CreateDirectoryW(name.c_str(), nullptr)) return {};
   const DWORD code = GetLastError();
-  if (isFolder(GetFileAttributesW(name.c_str()))) return {};
+  if (hasFolderAttribute(GetFileAttributesW(name.c_str()))) return {};
   if (code != ERROR_PATH_NOT_FOUND || path.size() < 2) return fileStatusOf(code);
   const std::size_t slash = path.find_last_of(L"\\/", path.size() - 2);
   if (slash == std::wstring::npos || slash < 3) return fileStatusOf(code);
   if (FileStatus status = createFolder(path.substr(0, slash)); !status) return status;
-  return CreateDirectoryW(name.c_str(), nullptr) || isFolder(GetFileAttributesW(name.c_str()))
+  return CreateDirectoryW(name.c_str(), nullptr) ||
+                 hasFolderAttribute(GetFileAttributesW(name.c_str()))
              ? FileStatus{}
              : lastError();
 }
@@ -215,7 +217,7 @@ std::vector<FileInfo> Win32Files::list(const std::wstring& folder, std::wstring_
     if (name == L"." || name == L".." || !endsWithIgnoringCase(name, extension)) continue;
     FileInfo info;
     info.name = name;
-    info.isFolder = isFolder(data.dwFileAttributes);
+    info.isFolder = hasFolderAttribute(data.dwFileAttributes);
     info.size = (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
     info.modifiedTime = (static_cast<std::uint64_t>(data.ftLastWriteTime.dwHighDateTime) << 32) |
                         data.ftLastWriteTime.dwLowDateTime;

@@ -24,6 +24,9 @@ class Win32Files : public Files {
 // The status for an error code of the system (ERROR_SUCCESS gives Ok).
 FileStatus fileStatusOf(unsigned long code);
 
+// Of what GetFileAttributes tells, a failure included.
+bool hasFolderAttribute(unsigned long attributes);
+
 // The path as file functions take it whatever its length.
 std::wstring pathForSystem(const std::wstring& path);
 

@@ -35,10 +35,6 @@ struct DeviceNoticeTraits {
 };
 using DeviceNotice = UniqueHandle<DeviceNoticeTraits>;
 
-bool isFolder(DWORD attributes) {
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 std::wstring insideOf(const std::wstring& folder, const wchar_t* what) {
   return pathForSystem(folder + (folder.ends_with(L'\\') ? L"" : L"\\") + what);
 }
@@ -47,13 +43,14 @@ FolderListing failed(const std::wstring& path, DWORD code) {
   switch (code) {
     case ERROR_FILE_NOT_FOUND:
       // Of an empty drive's root this means that there are no entries.
-      if (isFolder(GetFileAttributesW(pathForSystem(path).c_str()))) return {FolderState::Ready};
+      if (hasFolderAttribute(GetFileAttributesW(pathForSystem(path).c_str())))
+        return {FolderState::Ready};
       return {FolderState::Missing};
     case ERROR_PATH_NOT_FOUND:
     case ERROR_INVALID_NAME:
     case ERROR_DIRECTORY: {
       const DWORD attributes = GetFileAttributesW(pathForSystem(path).c_str());
-      if (attributes != INVALID_FILE_ATTRIBUTES && !isFolder(attributes))
+      if (attributes != INVALID_FILE_ATTRIBUTES && !hasFolderAttribute(attributes))
         return {FolderState::NotAFolder};
       return {FolderState::Missing};
     }
@@ -150,7 +147,7 @@ FolderListing listFolder(const std::wstring& path) {
     const bool hidden = (data.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
     if (hidden || name.empty() || name == L"." || name == L"..") continue;
     if (listing.entries.size() == kMostFolderEntries) return listing;
-    listing.entries.push_back({std::wstring(name), isFolder(data.dwFileAttributes)});
+    listing.entries.push_back({std::wstring(name), hasFolderAttribute(data.dwFileAttributes)});
   } while (FindNextFileW(search.get(), &data));
   const DWORD code = GetLastError();
   return code == ERROR_NO_MORE_FILES ? listing : failed(path, code);

@@ -4,9 +4,6 @@
 namespace varnowick::e2e {
 namespace {
 
-constexpr int kSide = 3000;             // twips: a bar that fits every edge
-constexpr DWORD kSeveralTicks = 2'500;  // ms: more than two looks for the mouse
-
 class DockingTest : public ProgramTest {
  protected:
   Bar startSmallBar(const SettingsFile& settings = {}) {

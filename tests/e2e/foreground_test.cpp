@@ -6,8 +6,6 @@
 namespace varnowick::e2e {
 namespace {
 
-constexpr DWORD kSeveralTicks = 2'500;  // ms: more than two looks for the mouse
-
 class ForegroundTest : public ProgramTest {
  protected:
   static SettingsFile withHotkey() {

@@ -7,7 +7,7 @@
 namespace varnowick::e2e {
 namespace {
 
-constexpr unsigned kSeed = 20260214;
+constexpr unsigned kKillingSeed = 20260214;
 constexpr int kRounds = 30;
 constexpr int kContainers = 12;
 
@@ -69,12 +69,12 @@ TEST_F(KilledSaving, LeavesTheStateBeforeOrAfter) {
   ASSERT_EQ(after.size(), before.size());
   for (const auto& [name, bytes] : after) ASSERT_NE(bytes, before.at(name));
 
-  std::mt19937 random(kSeed);
+  std::mt19937 random(kKillingSeed);
   std::uniform_int_distribution<long long> delay(0, whole + whole / 4);
   int sawBefore = 0, sawAfter = 0, cutOff = 0;
   HWND window = first.window();
   for (int round = 0; round < kRounds; ++round) {
-    SCOPED_TRACE("round " + std::to_string(round) + " of seed " + std::to_string(kSeed));
+    SCOPED_TRACE("round " + std::to_string(round) + " of seed " + std::to_string(kKillingSeed));
     // The program holds the same workspace whichever of the two it has read.
     folder().writeAll(before);
     trigger(window, round % 2 == 1);

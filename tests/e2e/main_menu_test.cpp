@@ -12,7 +12,7 @@ using MainMenu = ProgramTest;
 // What is seen once a row has been chosen.
 enum class Effect { Saves, Asks, Collapses, Launches, Selects, Edits, Draws, Ends };
 
-struct Row {
+struct MenuRow {
   MenuId menu;
   Command command;
   Effect effect;
@@ -20,7 +20,7 @@ struct Row {
 };
 
 // In an order in which each finds what it needs.
-constexpr Row kRows[] = {
+constexpr MenuRow kRows[] = {
     {MenuId::Main, Command::mnuAddLink, Effect::Asks, L"Web URL"},
     {MenuId::Main, Command::mnuAddFileLink, Effect::Asks, L"File shortcut"},
     {MenuId::Main, Command::mnuAddFolderLink, Effect::Asks},
@@ -81,7 +81,7 @@ TEST_F(MainMenu, EveryRowIsCarriedOut) {
           shown.command == Command::None ||
           std::count(std::begin(kElsewhere), std::end(kElsewhere), shown.command) > 0 ||
           std::any_of(std::begin(kRows), std::end(kRows),
-                      [&](const Row& row) { return row.command == shown.command; });
+                      [&](const MenuRow& row) { return row.command == shown.command; });
       EXPECT_TRUE(known) << toUtf8(shown.caption);
     }
 
@@ -98,7 +98,7 @@ TEST_F(MainMenu, EveryRowIsCarriedOut) {
   Bar bar = startBar();
   putOnClipboard(offerText(L"http://example.org/"));
   const auto selected = [&] { return bar.accessible().selection(L"Workspace"); };
-  for (const Row& row : kRows) {
+  for (const MenuRow& row : kRows) {
     // Where a dialog has been, the mouse may be off the bar; a click on the panel would
     // take the selection away.
     mouse::moveTo(bar.emptyPlace());

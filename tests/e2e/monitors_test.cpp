@@ -5,8 +5,6 @@
 namespace varnowick::e2e {
 namespace {
 
-constexpr int kSide = 3000;  // twips: a bar that fits every edge
-
 class MonitorsTest : public ProgramTest {
  protected:
   void SetUp() override {

@@ -23,6 +23,9 @@
 
 namespace varnowick::e2e {
 
+constexpr DWORD kSeveralTicks = 2'500;  // ms: more than two looks for the mouse
+constexpr int kSide = 3000;             // twips: a bar that fits every edge
+
 class ProgramTest : public testing::Test {
  protected:
   // A folder for the case, with the mouse well away from every edge.

@@ -7,14 +7,15 @@ namespace varnowick {
 namespace {
 
 constexpr std::size_t kLongestTitle = 60;
-constexpr std::size_t kLongestLine = 240;
+constexpr std::size_t kLongestTipLine = 240;
 constexpr const wchar_t* kShrinkExpand = L"Shrink/Expand";
 constexpr const wchar_t* kLineBreak = L"\r\n";
 
 // One line: line breaks and other control characters become blanks.
 std::wstring oneLine(const std::wstring& text) {
   std::wstring line;
-  for (const wchar_t c : text.substr(0, 4 * kLongestLine)) line += c < 0x20 || c == 0x7F ? L' ' : c;
+  for (const wchar_t c : text.substr(0, 4 * kLongestTipLine))
+    line += c < 0x20 || c == 0x7F ? L' ' : c;
   const std::size_t first = line.find_first_not_of(L' ');
   if (first == std::wstring::npos) return {};
   return line.substr(first, line.find_last_not_of(L' ') - first + 1);
@@ -35,9 +36,9 @@ void addLine(std::wstring& text, const std::wstring& line) {
 
 // A title of its own where it is short enough for one line; alone it is the text.
 TooltipText compose(const std::wstring& caption, const std::wstring& lines) {
-  if (lines.empty()) return {{}, shortened(caption, kLongestLine)};
+  if (lines.empty()) return {{}, shortened(caption, kLongestTipLine)};
   if (caption.size() <= kLongestTitle) return {caption, lines};
-  std::wstring text = shortened(caption, kLongestLine);
+  std::wstring text = shortened(caption, kLongestTipLine);
   addLine(text, lines);
   return {{}, text};
 }
@@ -48,10 +49,10 @@ TooltipText ofShortcut(const clsShortcut& s, const Settings& settings) {
   if (const std::wstring parameters = oneLine(s.Parameters); !parameters.empty())
     target += (target.empty() ? L"" : L" ") + parameters;
   std::wstring lines;
-  if (target != caption) addLine(lines, shortened(target, kLongestLine));
+  if (target != caption) addLine(lines, shortened(target, kLongestTipLine));
   if (settings.showTags) {
     if (const std::wstring tags = oneLine(s.Tags); !tags.empty())
-      addLine(lines, L"Tags: " + shortened(tags, kLongestLine));
+      addLine(lines, L"Tags: " + shortened(tags, kLongestTipLine));
   }
   return compose(caption, lines);
 }
@@ -94,7 +95,7 @@ class ContainerText {
     const bool folded = container->Detached ? container->DetachedFolded : container->folded;
     const bool hasSource = container->RSS || containerType(*container) == ContainerType::Folder;
     const std::wstring source =
-        hasSource ? shortened(oneLine(container->CopyPath), kLongestLine) : std::wstring();
+        hasSource ? shortened(oneLine(container->CopyPath), kLongestTipLine) : std::wstring();
     switch (node.kind) {
       case ControlKind::lblFoldUnfold:
         return {{}, folded ? L"Unfold" : L"Fold"};
@@ -148,7 +149,7 @@ TooltipText ofFolderRow(const Node* row, TextMeasure* measure, Density density) 
                         ? measure->measure(row->text, {}, {0}).width.value
                         : static_cast<int>(row->text.size()) * density.toPixels(Twips{105}).value;
   if (width <= room.value) return {};
-  return {{}, shortened(oneLine(row->text), kLongestLine)};
+  return {{}, shortened(oneLine(row->text), kLongestTipLine)};
 }
 
 }  // namespace
@@ -162,7 +163,7 @@ TooltipText tooltipText(NodeId node, const Scene& scene, const Settings& setting
   if (node.kind == ControlKind::PicContainer || node.kind == ControlKind::PicImage) {
     const clsPicture* p = workspace.pictures.find(pictureOf(node));
     return p == nullptr ? TooltipText{}
-                        : TooltipText{{}, shortened(oneLine(p->Path), kLongestLine)};
+                        : TooltipText{{}, shortened(oneLine(p->Path), kLongestTipLine)};
   }
   if (const std::wstring action = ofButton(node.kind); !action.empty()) {
     const Command command = toolbarCommand(node.kind);

@@ -12,7 +12,7 @@ VARIANT childId(LONG id) {
   return v;
 }
 
-LONG number(const VARIANT& v) { return v.vt == VT_I4 ? v.lVal : 0; }
+LONG numberIn(const VARIANT& v) { return v.vt == VT_I4 ? v.lVal : 0; }
 
 std::wstring nameOf(const ComPtr<IAccessible>& object, LONG id) {
   ComString name;
@@ -45,9 +45,9 @@ AccessibleItem AccessibleWindow::item(const Object& parent, LONG id) {
   found.id = id;
   found.name = nameOf(parent, id);
   VARIANT v{};
-  if (SUCCEEDED(parent->get_accRole(childId(id), &v))) found.role = number(v);
+  if (SUCCEEDED(parent->get_accRole(childId(id), &v))) found.role = numberIn(v);
   v = {};
-  if (SUCCEEDED(parent->get_accState(childId(id), &v))) found.state = number(v);
+  if (SUCCEEDED(parent->get_accState(childId(id), &v))) found.state = numberIn(v);
   LONG x = 0, y = 0, width = 0, height = 0;
   if (SUCCEEDED(parent->accLocation(&x, &y, &width, &height, childId(id)))) {
     found.rect = {x, y, x + width, y + height};

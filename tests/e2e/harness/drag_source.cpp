@@ -31,6 +31,8 @@ HGLOBAL inMemory(const std::string& bytes) {
   return memory;
 }
 
+}  // namespace
+
 template <class Interface>
 class Counted : public Interface {
  public:
@@ -62,8 +64,6 @@ class Counted : public Interface {
  private:
   LONG count_ = 1;
 };
-
-}  // namespace
 
 Offer offerFiles(const std::vector<std::wstring>& paths) {
   DROPFILES head{};

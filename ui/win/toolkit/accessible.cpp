@@ -17,7 +17,6 @@ namespace {
 // identifier but a jump to it.
 constexpr IID kAccessibleId = {
     0x618736E0, 0x3C3D, 0x11CF, {0x81, 0x0C, 0x00, 0xAA, 0x00, 0x38, 0x9B, 0x71}};
-constexpr IID kUnknownId = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 constexpr IID kDispatchId = {0x00020400, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
 // Loaded when the first reader asks, and kept: most machines never need it, and

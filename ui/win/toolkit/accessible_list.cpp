@@ -4,12 +4,12 @@
 #include <memory>
 
 #include "platform/win32/callback.h"
+#include "ui/win/toolkit/accessible_object.h"
 
 namespace varnowick {
 
 namespace {
 
-constexpr IID kUnknownId = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 constexpr IID kEnumVariantId = {0x00020404, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
 }  // namespace

@@ -13,6 +13,8 @@
 
 namespace varnowick {
 
+inline constexpr IID kUnknownId = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+
 // Shared by all objects of a window; without a provider when that has gone.
 struct AccessibleLink {
   HWND window = nullptr;

@@ -291,12 +291,12 @@ struct Farewell : std::enable_shared_from_this<Farewell> {
   Telling telling = nullptr;
 
   void start(TransferEnd ended, Telling how) {
-    constexpr SIZE_T kStackBytes = 256 * 1024;
+    constexpr SIZE_T kFarewellStackBytes = 256 * 1024;
     end = ended;
     telling = how;
     auto held = std::make_unique<std::shared_ptr<Farewell>>(shared_from_this());
     const KernelHandle thread(
-        CreateThread(nullptr, kStackBytes, &Farewell::run, held.get(), 0, nullptr));
+        CreateThread(nullptr, kFarewellStackBytes, &Farewell::run, held.get(), 0, nullptr));
     if (thread) held.release();
   }
 

@@ -137,8 +137,8 @@ void drawRotated(HDC dc, GdiFonts& fonts, Density density, const PixelRect& rect
                  std::wstring_view text, const TextStyle& style) {
   const int width = rect.width.value;
   const int height = rect.height.value;
-  constexpr int kMaxEdge = 4096;
-  if (width > kMaxEdge || height > kMaxEdge) return;
+  constexpr int kMaxTextEdge = 4096;
+  if (width > kMaxTextEdge || height > kMaxTextEdge) return;
   const Sheet upright({rect.height, rect.width});
   const Sheet turned(rect.size());
   if (!upright.ready() || !turned.ready()) return;
