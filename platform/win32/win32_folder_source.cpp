@@ -19,7 +19,7 @@ constexpr DWORD kPollMilliseconds = 2000;
 // burst has had a moment.
 constexpr DWORD kBetweenListings = 200;
 constexpr DWORD kBurstMilliseconds = 30;
-constexpr DWORD kEndMilliseconds = 200;
+constexpr DWORD kWatchEndMilliseconds = 200;
 constexpr SIZE_T kStackBytes = 256 * 1024;
 
 // A drive that is to be removed is left alone until the system says what has become of
@@ -400,8 +400,8 @@ Win32FolderSource::~Win32FolderSource() {
   const DWORD start = GetTickCount();
   for (const Watcher& watcher : ending_) {
     const DWORD passed = GetTickCount() - start;
-    if (passed >= kEndMilliseconds) break;
-    watcher->waitForEnd(kEndMilliseconds - passed);
+    if (passed >= kWatchEndMilliseconds) break;
+    watcher->waitForEnd(kWatchEndMilliseconds - passed);
   }
 }
 
