@@ -11,24 +11,24 @@ namespace {
 constexpr int kGzipOrZlib = 15 + 32;
 // What "deflate" is taken for by some servers.
 constexpr int kBare = -15;
-constexpr std::size_t kStep = 64 * 1024;
+constexpr std::size_t kUnpackStep = 64 * 1024;
 
-class Inflater {
+class StreamInflater {
  public:
-  Inflater(std::string_view packed, int form) {
+  StreamInflater(std::string_view packed, int form) {
     stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
     stream_.avail_in = static_cast<uInt>(packed.size());
     ready_ = inflateInit2(&stream_, form) == Z_OK;
   }
-  Inflater(const Inflater&) = delete;
-  Inflater& operator=(const Inflater&) = delete;
-  ~Inflater() {
+  StreamInflater(const StreamInflater&) = delete;
+  StreamInflater& operator=(const StreamInflater&) = delete;
+  ~StreamInflater() {
     if (ready_) inflateEnd(&stream_);
   }
 
   Unpacked run(std::size_t most) {
     Unpacked result;
-    std::string step(kStep, '\0');
+    std::string step(kUnpackStep, '\0');
     while (ready_) {
       stream_.next_out = reinterpret_cast<Bytef*>(step.data());
       stream_.avail_out = static_cast<uInt>(step.size());
@@ -63,9 +63,9 @@ class Inflater {
 Unpacked unpack(std::string_view packed, std::size_t mostBytes) {
   if (packed.empty()) return {{}, true};
   if (packed.size() > std::numeric_limits<uInt>::max()) return {{}, false, true};
-  Unpacked result = Inflater(packed, kGzipOrZlib).run(mostBytes);
+  Unpacked result = StreamInflater(packed, kGzipOrZlib).run(mostBytes);
   if (!result.whole && !result.tooLong && result.bytes.empty())
-    result = Inflater(packed, kBare).run(mostBytes);
+    result = StreamInflater(packed, kBare).run(mostBytes);
   return result;
 }
 
