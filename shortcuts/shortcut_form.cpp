@@ -138,10 +138,10 @@ void applyForm(const ShortcutForm& form, clsShortcut& shortcut) {
     shortcut.ShortcutType = static_cast<int>(form.kind);
     shortcut.Command = form.kind == ShortcutKindCode::Command;
   }
-  put(shortcut.Path, form.path, trimmed);
+  put(shortcut.Path, form.path, trimmedLine);
   put(shortcut.FullCaption, form.caption, oneLine);
   put(shortcut.Parameters, form.parameters, oneLine);
-  put(shortcut.Icon, form.icon, trimmed);
+  put(shortcut.Icon, form.icon, trimmedLine);
   put(shortcut.Tags, form.tags, tidyTags);
   shortcut.TagStart = form.startWithTag;
   shortcut.FontBold = form.bold;
