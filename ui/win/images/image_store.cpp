@@ -50,6 +50,7 @@ bool ImageStore::deliver() {
   for (ImageResult& result : loader_->take()) {
     if (result.last) waiting_ = std::max(0, waiting_ - 1);
     if (result.fetch) sites_->fetch(result.request, proxy_);
+    if (result.last && sites_) sites_->done(result.request);
     const int edge = result.request.edge;
     const auto found = entries_.find(keyOf(result.request.image, {{edge}, {edge}}));
     // It may have been forgotten, and asked for again, meanwhile.

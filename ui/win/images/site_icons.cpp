@@ -21,6 +21,10 @@ void SiteIcons::fetch(const ImageRequest& request, const std::wstring& proxy) {
   startWaiting();
 }
 
+void SiteIcons::done(const ImageRequest& request) {
+  if (searches_.erase(request.generation) != 0) startWaiting();
+}
+
 void SiteIcons::startWaiting() {
   while (!waiting_.empty() && searches_.size() < kMostSearches) {
     Waiting next = std::move(waiting_.front());

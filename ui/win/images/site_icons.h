@@ -26,6 +26,9 @@ class SiteIcons {
   // The icon of the request's address; again with the same request when what came was
   // none, for the next that may be it. The proxy is as FetchRequest has it.
   void fetch(const ImageRequest& request, const std::wstring& proxy);
+  // What came is the icon, or nobody wants one any more: another site may have its turn.
+  // Harmless for what is not being looked for.
+  void done(const ImageRequest& request);
 
  private:
   struct Search {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "platform/win32/background.h"
 #include "platform/win32/win32_fetcher.h"
 #include "platform/win32/win32_files.h"
@@ -206,6 +208,27 @@ TEST_F(CachedImageStoreTest, DrawsSitesAsTheirIconAndAsksOnce) {
   EXPECT_EQ(colourInARun(site, true), 0xFF123456U);
   EXPECT_EQ(colourInARun(bad, true), anyPage);
   EXPECT_EQ(server.asked(), asked) << "neither what was found nor what failed";
+}
+
+TEST_F(CachedImageStoreTest, SitesThatHaveTheirIconGiveTheirTurnToOthers) {
+  std::map<std::string, std::string> pages;
+  std::vector<ImageRef> sites;
+  for (int i = 0; i < 20; ++i) {
+    const std::string page = "http://s" + std::to_string(i) + ".example:81/";
+    pages[page] = httpAnswer(200, "<link rel=icon href=i.png>");
+    pages[page + "i.png"] = httpAnswer(200, pngBytes(16, 16, 0xFF123456));
+    sites.push_back({Source::IconOf, std::wstring(page.begin(), page.end())});
+  }
+  const LoopbackServer server(pages);
+  ImageStore store(folder_.path());
+  store.useCache(data_);
+  store.setWeb(true, server.url(L""));
+  start(store);
+  EXPECT_TRUE(runMessagesUntil([&] {
+    return std::all_of(sites.begin(), sites.end(), [&](const ImageRef& site) {
+      return colour(store.find(site, {32_px, 32_px})) == 0xFF123456U;
+    });
+  }));
 }
 
 TEST_F(CachedImageStoreTest, SlowSitesHoldUpNobody) {
