@@ -107,7 +107,7 @@ TEST_F(MainForeground, AnOpenMessageComesForwardInsteadOfTheBar) {
 TEST_F(MainForeground, TheHotkeyRaisesDetachedWindowsOnTheWayOutOnly) {
   write(withHotkey().set("[GlobalHotkeyDetached]", "1"),
         {{.name = L"Tools", .detached = detachedLines({.x = 9000})}});
-  startBar();
+  const Bar bar = startBar();
   const DetachedWindow tools(program(), events(), L"Tools");
   tools.waitUntilShown();
   OtherProgram other(tools.rect(), WS_POPUP);
@@ -115,6 +115,8 @@ TEST_F(MainForeground, TheHotkeyRaisesDetachedWindowsOnTheWayOutOnly) {
   require(L"the container to be covered", covered);
   events().expect(kEventExpanded, L"opened", &hotkey);
   require(L"the container in front", [&] { return !covered(); });
+  // The last step of it, or it would be raised once more below.
+  require(L"the bar to have the keyboard", [&] { return GetForegroundWindow() == bar.window(); });
   for (const HWND place : {HWND_TOPMOST, HWND_NOTOPMOST})
     SetWindowPos(other.window(), place, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   require(L"the container to be covered again", covered);
