@@ -114,8 +114,11 @@ std::optional<LRESULT> WorkspacePane::handleMessage(UINT message, WPARAM wParam,
       return 0;
     case WM_MOUSEMOVE:
       // The release has gone astray: a button that is up drags nothing.
-      if (gestures_.pressed() && (wParam & MK_LBUTTON) == 0) onLeftUp(pointOf(lParam));
-      onMouseMove(pointOf(lParam));
+      // What it sets off may take long, and then the place is an old one.
+      if (gestures_.pressed() && (wParam & MK_LBUTTON) == 0)
+        onLeftUp(pointOf(lParam));
+      else
+        onMouseMove(pointOf(lParam));
       return 0;
     case WM_MOUSELEAVE:
       trackingLeave_ = false;
