@@ -202,13 +202,15 @@ void DockingDriver::updateClip() {
 
 void DockingDriver::lookForAutoHideBars() {
   autoHideBars_.look(platform_.monitors);
-  if (!autoHideBars_.any()) return;
-  readScreen();
-  apply(rules_.screenChanged(inputs()));
+  if (autoHideBars_.any()) adaptToScreen();
 }
 
 void DockingDriver::screenChanged() {
   autoHideBars_.look(platform_.monitors);
+  adaptToScreen();
+}
+
+void DockingDriver::adaptToScreen() {
   readScreen();
   apply(rules_.screenChanged(inputs()));
 }

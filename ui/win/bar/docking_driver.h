@@ -79,6 +79,7 @@ class DockingDriver {
   void place(const TwipsRect& rect);
   void restore();
   void readScreen();
+  void adaptToScreen();
   void updateClip();
   HWND fullScreenProgram(const DockInputs& in) const;
 
